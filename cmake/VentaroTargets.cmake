@@ -1,0 +1,45 @@
+# How this project compiles its targets.
+
+include(CheckCXXCompilerFlag)
+
+# -fno-gnu-unique: a unique symbol would keep a library loaded after dlclose.
+check_cxx_compiler_flag(-fno-gnu-unique VENTARO_HAS_NO_GNU_UNIQUE)
+
+function(ventaro_compile_options target)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2
+    -Wundef -Wvla
+    $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast>
+    $<$<BOOL:${VENTARO_WERROR}>:-Werror>
+    -fvisibility=hidden
+    $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
+    $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${VENTARO_HAS_NO_GNU_UNIQUE}>>:-fno-gnu-unique>
+    -fstack-protector-strong
+    # No path of the building machine goes into the binaries.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=
+    -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+  target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)
+  if(VENTARO_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  else()
+    target_compile_definitions(${target} PRIVATE
+      $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+  endif()
+endfunction()
+
+# Copies a source folder's data files into the build tree's share folder, and installs them there.
+function(ventaro_share_files target destination)
+  set(outputs)
+  foreach(file IN LISTS ARGN)
+    get_filename_component(name ${file} NAME)
+    set(output ${VENTARO_SHARE_DIR}/${destination}/${name})
+    add_custom_command(OUTPUT ${output}
+      COMMAND ${CMAKE_COMMAND} -E copy ${file} ${output}
+      DEPENDS ${file} VERBATIM)
+    list(APPEND outputs ${output})
+  endforeach()
+  add_custom_target(${target} ALL DEPENDS ${outputs})
+  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_DATADIR}/ventaro/${destination})
+endfunction()

@@ -1,0 +1,212 @@
+/*
+ * data_provider.h: the ABI between the menu framework and a data provider.
+ *
+ * Plain C (C11 and later) and C++ (C++17 and later). The framework loads the provider's shared
+ * library, calls create_provider() once, and from then on calls the functions of the table that it
+ * got, and the exported checks, in any order.
+ *
+ * Conventions
+ *  1. Keys. A menu key ("menu/network/WiFiOnOff") is a NUL-terminated string that the caller owns.
+ *     It must not be null. A key that a callback does not know is answered by that callback's
+ *     fallback, never as an error, unless the callback says so.
+ *  2. Text. All text is UTF-8 and NUL-terminated, except where a size is stated without a NUL.
+ *  3. Ownership. A string handed out through a `char**` is a block of the C heap that belongs to
+ * the caller, who returns it through release_string(); get_current_value_sid() and
+ *     get_messagebox_info() write into the caller's own buffers instead; the text from
+ *     get_list_item_display_value() stays part of its list. Lists return through free_list_items(),
+ *     the table through delete_provider(). No pointer that a caller passes in is kept.
+ *  4. Outputs. An output pointer must not be null. Where a function says that it leaves an output
+ *     untouched, the caller sees what it had put there before the call.
+ *  5. Results. The meaning of an int result differs from function to function and is stated at
+ * each.
+ *  6. Locks. Every function carries a tag:
+ *       [locked]     holds the provider's one process-wide, non-recursive lock for its whole run.
+ *                    Such functions may be called from any thread, and wait for each other.
+ *       [lock-free]  never takes that lock, so never waits for a [locked] function.
+ *     No function of the provider may be called from inside another one.
+ *  7. Exceptions. A [locked] function raises std::system_error when the lock cannot be taken. The
+ *     other exceptions are named at their functions. Whatever leaves a function, the lock is free
+ *     again, nothing has leaked, and the outputs are untouched.
+ */
+#ifndef VENTARO_DATA_PROVIDER_H
+#define VENTARO_DATA_PROVIDER_H
+
+#include <stdbool.h>
+#include <stddef.h>
+
+#if defined(__GNUC__)
+#define VENTARO_EXPORT __attribute__((visibility("default")))
+#else
+#define VENTARO_EXPORT
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* What the framework does after the user chose an entry of an option list. 32 bits wide. */
+typedef enum ITEM_FOLLOWING_ACTION_TYPE {
+  ITEM_FOLLOWING_ACTION_NONE = 0,        /* nothing more */
+  ITEM_FOLLOWING_ACTION_REFRESH = 1,     /* ask for the item's value again */
+  ITEM_FOLLOWING_ACTION_MESSAGE_BOX = 2, /* ask for confirmation with get_messagebox_info() first */
+} ITEM_FOLLOWING_ACTION_TYPE;
+
+/* Room that get_current_value_sid() needs in the caller's buffer, in bytes, NUL included. */
+#define VENTARO_CURRENT_VALUE_SIZE 2048
+/* Room that get_messagebox_info() needs in the caller's buffers, in bytes, NUL included. */
+#define VENTARO_MESSAGE_TEXT_SIZE 1024
+#define VENTARO_MESSAGE_BUTTON_SIZE 512
+
+/* A slot that this provider leaves NULL. */
+typedef void (*data_provider_reserved)(void);
+
+/*
+ * The callback table: 60 function pointers and nothing else. The framework finds a callback by its
+ * position, so a position never changes its meaning.
+ */
+typedef struct data_provider_cbs {
+  /* [locked] Sets the item's value: the chosen position of a two-choice list or of the device-name
+   * list. Returns what the setting reports: the Wi-Fi switch 1 or -1, Wi-Fi Direct and the wired
+   * switch 0 or the store's error, power-on-with-mobile the new mode (1, 0) or -1, the device name
+   * 0 or -1. The saved-network keys connect to that network, ignore `value` and always return -1.
+   */
+  int (*set_int)(const char* key, int value); /* 0 */
+  data_provider_reserved reserved_1;
+  data_provider_reserved reserved_2;
+  data_provider_reserved reserved_3;
+  data_provider_reserved reserved_4;
+  data_provider_reserved reserved_5;
+  /* [locked] Stores `value` (not null, the caller's) as the device name, whatever the key. Returns
+   * the store's result: 0, or its error code, and then the old name stays. */
+  int (*set_string)(const char* key, const char* value); /* 6 */
+  data_provider_reserved reserved_7;
+  /* [locked] Reads the item's value. `*value` is read for the log, so set it first. Returns 1 for
+   * the Wi-Fi switch and Wi-Fi Direct, the value itself for the wired switch and
+   * power-on-with-mobile, 0 for the device name; -1 when it cannot be read, which leaves `*value`
+   * untouched for all but the Wi-Fi switch (there the Wi-Fi service decides). */
+  int (*get_int)(const char* key, int* value); /* 8 */
+  data_provider_reserved reserved_9;
+  data_provider_reserved reserved_10;
+  /* [locked] The item's value as text: the translated word On or Off for the four settings, the
+   * device name for every other key. Gives the caller a string of its own in `*value`. Returns 1;
+   * also when a setting cannot be read, with `*value` untouched. Returns -1, with `*value`
+   * untouched, when there is no device name. Never returns 0. */
+  int (*get_string)(const char* key, char** value); /* 11 */
+  /* [lock-free] Takes back a string that a callback handed out. Returns 0, or 1 for null. */
+  int (*release_string)(char* str); /* 12 */
+  /* [locked] The item's name, translated. A key that is a leading part of a known key gets that
+   * key's name. Gives the caller a block of 2048 bytes, the text cut to 2047; empty when the key is
+   * unknown. Returns 0. Raises Json::Exception when the saved-network document has a wrong shape.
+   */
+  int (*get_display_name)(const char* key, char** value); /* 13 */
+  /* [locked] The item's help text, translated. A key that is a leading part of a known key gets
+   * that key's text. Gives the caller a block of 2048 bytes, the text cut to 2047; empty when the
+   * key is unknown. Returns 0; -1 without memory, with `*value` untouched. Raises std::logic_error
+   * when the store has no menu language. */
+  int (*get_help_text)(const char* key, char** value); /* 14 */
+  data_provider_reserved reserved_15;
+  /* [locked] The item's option list. Gives the caller an array of `*count` items, which goes back
+   * through free_list_items() with that count. Null only without memory (`*count` then says 3). */
+  const void** (*get_list_items)(const char* key, int* count); /* 16 */
+  /* [locked] The entry's text, still owned by the list: at most 256 bytes, and without a NUL when
+   * it fills all of them. Returns 0; a null item leaves `*value` untouched. */
+  int (*get_list_item_display_value)(void* item, char** value); /* 17 */
+  data_provider_reserved reserved_18;
+  data_provider_reserved reserved_19;
+  /* [locked] The entry's value. Returns 0; a null item leaves `*value` untouched. */
+  int (*get_list_item_int_value)(void* item, int* value); /* 20 */
+  data_provider_reserved reserved_21;
+  data_provider_reserved reserved_22;
+  /* [locked] What follows the entry's choice. Returns 0; a null item leaves `*type` untouched. */
+  int (*get_list_item_following_action_type)(void* item, ITEM_FOLLOWING_ACTION_TYPE* type); /* 23 */
+  /* [locked] Takes back a list, its entries and their texts. A `count` below 1 releases the array
+   * alone. Returns 0. */
+  int (*free_list_items)(void** items, int count); /* 24 */
+  data_provider_reserved reserved_25;
+  data_provider_reserved reserved_26;
+  data_provider_reserved reserved_27;
+  data_provider_reserved reserved_28;
+  data_provider_reserved reserved_29;
+  data_provider_reserved reserved_30;
+  data_provider_reserved reserved_31;
+  data_provider_reserved reserved_32;
+  data_provider_reserved reserved_33;
+  data_provider_reserved reserved_34;
+  data_provider_reserved reserved_35;
+  data_provider_reserved reserved_36;
+  data_provider_reserved reserved_37;
+  /* [lock-free] Copies the device name, cut to 2047 bytes, into the caller's buffer `*value` of at
+   * least VENTARO_CURRENT_VALUE_SIZE bytes, which must hold a terminated string before the call.
+   * Returns 0; -1, with the buffer untouched, when there is no device name. */
+  int (*get_current_value_sid)(const char* key, char** value); /* 38 */
+  /* [locked] The confirmation box, the same for every key. Appends to the caller's terminated
+   * buffers: at most 1023 bytes to `text` (VENTARO_MESSAGE_TEXT_SIZE), at most 511 each to `first`
+   * and `second` (VENTARO_MESSAGE_BUTTON_SIZE); each then gets a NUL. `*type` becomes 2. Returns 0.
+   */
+  int (*get_messagebox_info)(const char* key, char* text, char* first, char* second,
+                             int* type); /* 39 */
+  data_provider_reserved reserved_40;
+  data_provider_reserved reserved_41;
+  data_provider_reserved reserved_42;
+  data_provider_reserved reserved_43;
+  /* [locked] Who the provider is: "provider/owner", "provider/main-component" and
+   * "provider/sub-component" give the caller a block of 255 bytes. Any other key leaves `*value`
+   * untouched. Returns 0. */
+  int (*get_module_info)(const char* key, char** value); /* 44 */
+  data_provider_reserved reserved_45;
+  data_provider_reserved reserved_46;
+  data_provider_reserved reserved_47;
+  data_provider_reserved reserved_48;
+  /* [locked] The icon at the item's title: an image path in a block of 2048 bytes, for a saved
+   * network its signal strength, for all else full signal. Returns 0. Raises Json::Exception when
+   * the saved-network document has a wrong shape. */
+  int (*get_title_icon_path)(const char* key, char** path); /* 49 */
+  /* [locked] The icon at the item's side: an image path, "loading" for the busy animation, or the
+   * empty text, in a block of 2048 bytes. "menu/network/SavedAP1" is answered for the first saved
+   * network, every other key for the second. Returns 0. Raises Json::Exception when the
+   * saved-network document has a wrong shape. */
+  int (*get_second_icon_path)(const char* key, char** path); /* 50 */
+  data_provider_reserved reserved_51;
+  data_provider_reserved reserved_52;
+  data_provider_reserved reserved_53;
+  data_provider_reserved reserved_54;
+  data_provider_reserved reserved_55;
+  data_provider_reserved reserved_56;
+  data_provider_reserved reserved_57;
+  data_provider_reserved reserved_58;
+  data_provider_reserved reserved_59;
+} data_provider_cbs;
+
+/* [locked] Gives the caller a new table in `*cbs` (not null). May be called again, for a second
+ * table. Returns 0. */
+VENTARO_EXPORT int create_provider(data_provider_cbs** cbs);
+
+/* [locked] Takes back the table `*cbs` (which may be null); `*cbs` itself keeps its now dangling
+ * value. Returns 0, or 1 when `cbs` is null. */
+VENTARO_EXPORT int delete_provider(data_provider_cbs** cbs);
+
+/* [locked] Whether the item is shown. The same for every key; false only on business products
+ * without network support. `value` is not examined. */
+VENTARO_EXPORT bool check_visibility_int(const char* key, int value);
+
+/* [lock-free] Always true. */
+VENTARO_EXPORT bool check_visibility_string(const char* key, const char* value);
+VENTARO_EXPORT bool check_visibility_double(const char* key, double value);
+VENTARO_EXPORT bool check_visibility_bool(const char* key, bool value);
+
+/* [locked] Whether the item may be used: a saved network when there is one at its position, the
+ * device name unless the screen is split or a business product keeps it for its administrator,
+ * everything else always. `value` is not examined. Raises Json::Exception when the saved-network
+ * document has a wrong shape. */
+VENTARO_EXPORT bool check_enable_int(const char* key, int value);
+
+/* [lock-free] Always true. */
+VENTARO_EXPORT bool check_enable_string(const char* key, const char* value);
+VENTARO_EXPORT bool check_enable_double(const char* key, double value);
+VENTARO_EXPORT bool check_enable_bool(const char* key, bool value);
+
+#ifdef __cplusplus
+} /* extern "C" */
+#endif
+
+#endif /* VENTARO_DATA_PROVIDER_H */

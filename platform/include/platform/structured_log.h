@@ -1,0 +1,34 @@
+/* The structured logger: records with the place in the code that they come from. C++ only. */
+#ifndef PLATFORM_STRUCTURED_LOG_H
+#define PLATFORM_STRUCTURED_LOG_H
+
+namespace ht {
+
+/* Where a log statement stands. The strings live as long as the code that they name. */
+struct TSCodeLocation {
+  const char* path;
+  int line;
+  const char* signature;
+};
+
+/* Whether and where records are kept. */
+class TCLogger {
+ public:
+  static TCLogger& Instance();
+  bool IsStorageEnabled() const;
+
+ private:
+  TCLogger() = default;
+};
+
+class TSLoggerHelper {
+ public:
+  /* Records the message while TCLogger's storage is enabled; copies all that it keeps. Any thread.
+   */
+  static void Log(const TSCodeLocation& location, const char* format, ...)
+      __attribute__((format(printf, 2, 3)));
+};
+
+}  // namespace ht
+
+#endif  // PLATFORM_STRUCTURED_LOG_H

@@ -1,0 +1,147 @@
+#include "CProductSIDUtil.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "log.h"
+#include "platform/system_info.h"
+#include "translation.h"
+
+namespace {
+
+constexpr char kDefaultDeviceSid[] = "REP.DEVICE.TV";
+constexpr int kFirstGeneration = 1;
+constexpr int kSecondGeneration = 2;
+
+// Whether replacing `token` by `replacement` over and over may go on for ever. A new token can only
+// arise from a replacement that is no shorter and brings the token's first and last byte in.
+bool mayBringTokenBack(std::string_view token, std::string_view replacement) {
+  return replacement.size() >= token.size() &&
+         replacement.find(token.front()) != std::string_view::npos &&
+         replacement.find(token.back()) != std::string_view::npos;
+}
+
+// Replaces the first token until none is left. Where that may not end, only the first `limit` bytes
+// of the result count: the text is kept no longer than they depend on, and the work is done when
+// they hold no token, or a replacement leaves them as they are.
+void replaceUntilGone(std::string& text, std::string_view token, std::string_view replacement,
+                      std::size_t limit) {
+  if (token.empty()) return;
+  const bool endless = mayBringTokenBack(token, replacement);
+  std::string before;
+  for (std::size_t at = text.find(token); at != std::string::npos; at = text.find(token)) {
+    if (endless && (at >= limit || text == before)) return;
+    if (endless) before = text;
+    text.replace(at, token.size(), replacement);
+    if (endless) text.resize(std::min(text.size(), limit + token.size() - 1));
+  }
+}
+
+// Replaces token after token, going on one byte after the start of what was filled in. Where the
+// value brings the token in behind its first byte that would never end; it ends behind the bytes
+// that count.
+void fillToken(std::string& text, std::string_view token, std::string_view value,
+               std::size_t limit) {
+  const bool endless = value.find(token, 1) != std::string_view::npos;
+  for (std::size_t at = text.find(token); at != std::string::npos; at = text.find(token, at + 1)) {
+    if (endless && at >= limit) return;
+    text.replace(at, token.size(), value);
+  }
+}
+
+}  // namespace
+
+bool CProductUtil::IsProductTunerless() {
+  bool tunerless = false;
+  if (system_info_get_custom_bool("com.norvane/featureconf/broadcast.removable_rf_tuner_support",
+                                  &tunerless) != 0) {
+    LOG_SYSTEM("get com.norvane/featureconf/broadcast.removable_rf_tuner_support failed");
+    tunerless = false;
+  }
+  LOG_MAIN("Tunerless support = %d", static_cast<int>(tunerless));
+  return tunerless;
+}
+
+int CProductUtil::GetProductType(std::string& productName) {
+  if (IsProductTunerless()) {
+    productName = translate("REP.DEVICE.SCREEN");
+    return PRODUCT_TYPE_SCREEN;
+  }
+  int generation = 0;
+  if (system_info_get_custom_int("com.norvane/featureconf/orlex_version", &generation) != 0) {
+    LOG_SYSTEM("fail to get com.norvane/featureconf/orlex_version");
+    generation = 0;
+  }
+  if (generation == kFirstGeneration) {
+    productName = translate("COM_SID_ORLEX");
+    return PRODUCT_TYPE_ORLEX;
+  }
+  if (generation == kSecondGeneration) {
+    productName = translate("COM_TV_SID_MLED_CAOCT_NON_MICRO_LED");
+    return PRODUCT_TYPE_NON_MICRO_LED;
+  }
+  bool flag = false;
+  // Whether the reading failed does not matter here: the flag counts as it stands.
+  system_info_get_custom_bool("com.norvane/featureconf/projector_feature_support", &flag);
+  if (flag) {
+    productName = translate("PJT_SID_TV");
+    return PRODUCT_TYPE_PROJECTOR;
+  }
+  if (system_info_get_custom_bool("com.norvane/featureconf/product.smart_monitor_feature_support",
+                                  &flag) != 0) {
+    LOG_SYSTEM("fail to get com.norvane/featureconf/product.smart_monitor_feature_support");
+  }
+  if (flag) {
+    productName = translate("COM_SID_SMNT_CAAUG_MNT");
+    return PRODUCT_TYPE_SMART_MONITOR;
+  }
+  productName = translate("COM_SID_TV");
+  return PRODUCT_TYPE_TV;
+}
+
+void CProductUtil::AddProductNameInSID(std::string& text) {
+  std::string productName;
+  const int type = GetProductType(productName);
+  LOG_MAIN("Product type =>%d", type);
+  struct Token {
+    std::string_view token;
+    std::string value;
+    bool alsoWhenEmpty;
+  };
+  // The product name is filled in even when it is empty, the two other words only when there are
+  // any.
+  const Token tokens[] = {{"<<A>>", productName, true}, {"<<B>>", "", false}, {"<<C>>", "", false}};
+  for (const Token& entry : tokens) {
+    if (entry.alsoWhenEmpty || !entry.value.empty()) {
+      fillToken(text, entry.token, entry.value, kTextSize - 1);
+    }
+  }
+}
+
+std::string CProductUtil::GetDeviceNameString() {
+  // The value is deliberately not released.
+  char* sid = nullptr;
+  if (system_info_get_custom_string("com.norvane/featureconf/product.device_sid", &sid) != 0 ||
+      sid == nullptr) {
+    LOG_SYSTEM("get product device sid failed.");
+    return kDefaultDeviceSid;
+  }
+  LOG_MAIN("product device SID [%s]", sid);
+  if (std::strcmp(sid, "NOT_READY") == 0) {
+    LOG_MAIN("get product device sid NOT_READY.");
+    return kDefaultDeviceSid;
+  }
+  LOG_MAIN("product device name [%s]", sid);
+  return sid;
+}
+
+void CProductUtil::ReplaceText(char* buffer, const char* text, const char* token,
+                               const char* replacement, std::size_t size) {
+  std::string working = text;
+  LOG_MAIN("original text:%s", working.c_str());
+  replaceUntilGone(working, token, replacement, size - 1);
+  LOG_MAIN("replaced text:%s", working.c_str());
+  std::strncpy(buffer, working.c_str(), size - 1);
+  LOG_MAIN("result text:%s", buffer);
+}

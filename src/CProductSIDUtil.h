@@ -1,0 +1,43 @@
+// What kind of product this is, and the product's words in translated texts.
+#ifndef VENTARO_CPRODUCTSIDUTIL_H
+#define VENTARO_CPRODUCTSIDUTIL_H
+
+#include <cstddef>
+#include <string>
+
+// Stateless: the feature flags are read afresh on every call. The callers hold ProviderMutex.
+class CProductUtil {
+ public:
+  // The numbers are shared with other components, gaps included.
+  enum ProductType : int {
+    PRODUCT_TYPE_SCREEN = 0,  // tunerless
+    PRODUCT_TYPE_TV = 1,
+    PRODUCT_TYPE_ORLEX = 3,  // modular large display, first generation
+    PRODUCT_TYPE_PROJECTOR = 6,
+    PRODUCT_TYPE_NON_MICRO_LED = 7,  // modular large display, second generation
+    PRODUCT_TYPE_SMART_MONITOR = 8,
+  };
+
+  // What help texts are cut to, in bytes, NUL included.
+  static constexpr std::size_t kTextSize = 2048;
+
+  static bool IsProductTunerless();
+
+  // Returns a ProductType, and puts the translated product name into `productName`.
+  static int GetProductType(std::string& productName);
+
+  // Fills the token "<<A>>" of a text with the product name. "<<B>>" and "<<C>>" stand for words
+  // that this product line does not have, and stay as they are.
+  static void AddProductNameInSID(std::string& text);
+
+  // The string ID of the device's name, untranslated.
+  static std::string GetDeviceNameString();
+
+  // Replaces every occurrence of `token` in `text`, also those that a replacement brings in, and
+  // copies the first `size` - 1 bytes of the result into `buffer`, which holds `size` zeroes. Ends
+  // also when a replacement brings the token in for ever: once the bytes copied cannot change.
+  static void ReplaceText(char* buffer, const char* text, const char* token,
+                          const char* replacement, std::size_t size);
+};
+
+#endif  // VENTARO_CPRODUCTSIDUTIL_H

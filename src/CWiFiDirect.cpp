@@ -1,0 +1,86 @@
+#include "CWiFiDirect.h"
+
+#include <cstring>
+
+#include "log.h"
+#include "on_off_list.h"
+#include "platform/config_store.h"
+#include "platform/wifi.h"
+#include "ventaro/menu_keys.h"
+
+namespace {
+
+constexpr char kPreferenceKey[] = "db/menu/network/wifidirect";
+enum Preference : int { kUnreadable = -1, kNeverChosen = 0, kOn = 1, kOff = 2 };
+
+// The upper end of the 5 GHz band: a channel above it is of the 6 GHz band.
+constexpr int kHighest5GhzChannelMhz = 5915;
+
+}  // namespace
+
+CWiFiDirect::CWiFiDirect() {
+  setInitialValue();
+}
+
+int CWiFiDirect::getInt(const char* /*key*/, int* value) {
+  *value = getWifiDirectStatus() ? 1 : 0;
+  LOG_MAIN("getInt , value after changing = %d", *value);
+  return 1;
+}
+
+int CWiFiDirect::setInt(const char* /*key*/, int value) {
+  const int preference = value == 1 ? kOn : kOff;
+  const int result = vconf_set_int(kPreferenceKey, preference);
+  LOG_MAIN("Set Int Status=%d::%d", result, preference);
+  return result;
+}
+
+const char** CWiFiDirect::getListItems(const char* key, int* count) {
+  fillList();
+  if (std::strcmp(key, menu_keys::kWifiDirect) != 0) return nullptr;
+  LOG_MAIN("listSize==%d\n", static_cast<int>(m_itemTexts.size()));
+  return copyListTexts(m_itemTexts, count);
+}
+
+void CWiFiDirect::fillList() {
+  fillOnOffTexts(m_itemTexts);
+}
+
+void CWiFiDirect::setOnOffStatus(char** text) {
+  const bool on = getWifiDirectStatus();
+  LOG_MAIN("setOnOffStatus %d", static_cast<int>(on));
+  putOnOffText(on, text);
+}
+
+bool CWiFiDirect::getWifiDirectStatus() {
+  const bool connected6G = IsConnectedAP6G();
+  // The preference is read in every case.
+  const int preference = getVconfValue();
+  return connected6G && (preference == kNeverChosen || preference == kOn);
+}
+
+bool CWiFiDirect::IsConnectedAP6G() {
+  // Every step is made whatever the one before it gave; the handle is null unless one came back.
+  wifi_ap_h accessPoint = nullptr;
+  if (wifi_initialize() == 0) LOG_MAIN("Wifi init succeeded\n");
+  if (wifi_get_connected_ap(&accessPoint) != 0) LOG_MAIN("Fail to get connected AP ");
+  bool is6G = false;
+  int frequencyMhz = 0;
+  if (wifi_ap_get_frequency(accessPoint, &frequencyMhz) == 0) {
+    LOG_MAIN("Frequency : %d\n", frequencyMhz);
+    is6G = frequencyMhz > kHighest5GhzChannelMhz;
+  }
+  wifi_ap_destroy(accessPoint);
+  return is6G;
+}
+
+int CWiFiDirect::getVconfValue() {
+  int preference = kUnreadable;
+  vconf_get_int(kPreferenceKey, &preference);
+  return preference;
+}
+
+void CWiFiDirect::setInitialValue() {
+  const bool status = getWifiDirectStatus();
+  if (getVconfValue() == kNeverChosen && status) vconf_set_int(kPreferenceKey, kOn);
+}

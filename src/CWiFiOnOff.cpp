@@ -1,0 +1,97 @@
+#include "CWiFiOnOff.h"
+
+#include <glib.h>
+
+#include <cstring>
+
+#include "log.h"
+#include "on_off_list.h"
+#include "platform/config_store.h"
+#include "platform/wifi.h"
+#include "ventaro/menu_keys.h"
+
+namespace {
+
+constexpr unsigned kTimerPeriodSeconds = 2;
+constexpr int kSilentFirings = 3;
+constexpr int kRefreshMenu = 1;
+
+}  // namespace
+
+CWiFiOnOff::CWiFiOnOff() {
+  connection_create(&m_connection);
+}
+
+CWiFiOnOff::~CWiFiOnOff() {
+  stopTimer();
+  connection_destroy(m_connection);
+  m_connection = nullptr;
+}
+
+int CWiFiOnOff::getInt(const char* /*key*/, int* value) {
+  const int result = wifi_get_enable_qx(value);
+  LOG_MAIN("wifi_get_power_state  ret = [%d], value = [%d]", result, *value);
+  return result == 0 ? 1 : -1;
+}
+
+int CWiFiOnOff::setInt(const char* /*key*/, int value) {
+  const int result = wifi_set_enable_qx(value != 0 ? 1 : 0);
+  // The wish is recorded, and the menu refreshed, also when the radio refused.
+  vconf_set_int("memory/menu/network/wifionui_enabled", value);
+  LOG_MAIN("wifi_set_power_state ret = [%d], value = [%d]", result, value);
+  UpdateWifiDirect();
+  return result == 0 ? 1 : -1;
+}
+
+const char** CWiFiOnOff::getListItems(const char* key, int* count) {
+  fillList();
+  if (std::strcmp(key, menu_keys::kWiFiOnOff) != 0) return nullptr;
+  LOG_MAIN("listSize==%d\n", static_cast<int>(m_itemTexts.size()));
+  return copyListTexts(m_itemTexts, count);
+}
+
+void CWiFiOnOff::fillList() {
+  fillOnOffTexts(m_itemTexts);
+}
+
+void CWiFiOnOff::setOnOffStatus(char** text) {
+  int state = 0;
+  const int result = wifi_get_enable_qx(&state);
+  // The message is borrowed from power-on-with-mobile, deliberately.
+  LOG_MAIN("connection_get_wakeOnMobile_mode set to %d", result);
+  if (result != 0) {
+    LOG_MAIN("Invalid");
+    return;
+  }
+  putOnOffText(state >= 1, text);
+}
+
+void CWiFiOnOff::UpdateWifiDirect() {
+  stopTimer();
+  m_timerSource = g_timeout_add_seconds(kTimerPeriodSeconds, OnTimerTimeOut, this);
+}
+
+int CWiFiOnOff::OnTimerTimeOut(void* data) {
+  if (data == nullptr) return G_SOURCE_REMOVE;
+  auto& self = *static_cast<CWiFiOnOff*>(data);
+  if (self.m_tickCount != kSilentFirings) {
+    ++self.m_tickCount;
+    return G_SOURCE_CONTINUE;
+  }
+  self.m_tickCount = 0;
+  g_source_remove(self.m_timerSource);
+  self.m_timerSource = 0;
+  if (vconf_set_int("db/menu/refresh_menu", kRefreshMenu) != 0) {
+    LOG_MAIN("Failed to set REFRESH_MENU_VCONF ");
+  } else {
+    LOG_MAIN("Success to Set REFRESH_MENU_VCONF");
+  }
+  return G_SOURCE_REMOVE;
+}
+
+void CWiFiOnOff::stopTimer() {
+  if (m_timerSource == 0) return;
+  m_tickCount = 0;
+  g_source_remove(m_timerSource);
+  m_timerSource = 0;
+}

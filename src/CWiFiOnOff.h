@@ -1,0 +1,57 @@
+// The Wi-Fi power switch. After every switch it asks the whole menu to refresh itself once the
+// radio has settled.
+#ifndef VENTARO_CWIFIONOFF_H
+#define VENTARO_CWIFIONOFF_H
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+#include "platform/connection.h"
+
+// All operations but construction, destruction and the timer run under the caller's ProviderMutex.
+class CWiFiOnOff {
+ public:
+  CWiFiOnOff();
+  virtual ~CWiFiOnOff();
+  CWiFiOnOff(const CWiFiOnOff&) = delete;
+  CWiFiOnOff& operator=(const CWiFiOnOff&) = delete;
+
+  // Puts the radio's state into `*value`. Returns 1, or -1 when the radio cannot be asked. The key
+  // is not examined.
+  virtual int getInt(const char* key, int* value);
+
+  // Switches the radio on (any value but 0) or off, records the value as it is, and starts the
+  // refresh timer. Returns 1, or -1 when the radio did not switch. The key is not examined.
+  virtual int setInt(const char* key, int value);
+
+  // Returns the two entries, Off and On, each in a block of 256 bytes, and 2 in `*count`; the
+  // caller owns the array and the blocks, all of the C heap. Null, `*count` untouched, for any
+  // other key than the switch's own.
+  const char** getListItems(const char* key, int* count);
+
+  // Translates the two entries anew.
+  void fillList();
+
+  // Gives the caller the state as a translated word, a copy of the C heap. When the radio cannot be
+  // asked, `*text` is untouched.
+  void setOnOffStatus(char** text);
+
+  // Starts the refresh timer, anew when it runs already.
+  void UpdateWifiDirect();
+
+  // Fires every two seconds, `data` being the object; asks for the refresh on the fourth firing.
+  // Returns 1 to go on, 0 to stop. Runs on the thread of the GLib main context, without the lock.
+  static int OnTimerTimeOut(void* data);
+
+ private:
+  void stopTimer();
+
+  // Shared by the timer, which takes no lock, and the callbacks.
+  std::atomic<unsigned int> m_timerSource{0};
+  std::atomic<int> m_tickCount{0};
+  connection_h m_connection = nullptr;
+  std::vector<std::string> m_itemTexts;
+};
+
+#endif  // VENTARO_CWIFIONOFF_H

@@ -1,0 +1,156 @@
+#include "SavedAPConnection.h"
+
+#include <json/reader.h>
+#include <json/value.h>
+#include <json/writer.h>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include "c_heap.h"
+#include "json_document.h"
+#include "log.h"
+
+namespace {
+
+constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
+constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
+constexpr char kConnectCommand[] = "1";  // a string, as the network service reads it
+
+// Asks the menu for a refresh of the network branch, where 1 asks for all of it.
+constexpr int kRefreshNetworkMenu = 100002;
+
+constexpr std::size_t kFirst = 0;
+constexpr std::size_t kSecond = 1;
+
+constexpr int kNoSignal = -100;
+// The highest strength, in dBm, of each icon level but the last.
+constexpr std::array kLevelLimits = {-89, -83, -75, -64};
+
+std::unique_ptr<SavedAPConnection> Instance;
+
+Json::CharReaderBuilder strictReader() {
+  Json::CharReaderBuilder builder;
+  Json::CharReaderBuilder::strictMode(&builder.settings_);
+  return builder;
+}
+
+}  // namespace
+
+SavedAPConnection* SavedAPConnection::GetInstance() {
+  if (Instance == nullptr) Instance.reset(new SavedAPConnection);
+  return Instance.get();
+}
+
+SavedAPConnection::SavedAPConnection() {
+  vconf_notify_key_changed(kDocumentKey, _VconfSavedAPCommandChnage, this);
+}
+
+void SavedAPConnection::ReadVconf() {
+  m_savedAPs.clear();
+  const CText document(vconf_get_str(kDocumentKey));
+  if (document == nullptr) return;
+
+  Json::Value root;
+  std::string errors;
+  if (!parseJson(strictReader(), document.get(), root, errors)) {
+    LOG_MAIN("reader.parse() - return false errs=%s", errors.c_str());
+    return;
+  }
+  const int count = root.get("count", "").asInt();
+  const Json::Value& values = std::as_const(root)["values"];
+  if (values.empty()) {
+    LOG_MAIN("request.empty() - return");
+    return;
+  }
+  for (int i = 0; i < count; ++i) {
+    const Json::Value& item = values[static_cast<Json::ArrayIndex>(i)];
+    if (item.empty()) {
+      LOG_MAIN("itemdata.empty() - return");
+      return;
+    }
+    const std::string ssid = item.get("SSID", "").asString();
+    const int strength = item.get("SIGNAL_STRENGTH", "").asInt();
+    const std::string status = item.get("STATUS", "").asString();
+    LOG_MAIN(" AP Name = %s status = %s ", ssid.c_str(), status.c_str());
+    m_savedAPs.push_back({ssid, status, strength});
+  }
+}
+
+std::string SavedAPConnection::GetFirstItemName() {
+  return ItemName(kFirst);
+}
+std::string SavedAPConnection::GetSecondItemName() {
+  return ItemName(kSecond);
+}
+std::string SavedAPConnection::GetFirstItemStatus() {
+  return ItemStatus(kFirst);
+}
+std::string SavedAPConnection::GetSecondItemStatus() {
+  return ItemStatus(kSecond);
+}
+std::string SavedAPConnection::GetFirstItemIcon() {
+  return ItemIcon(kFirst);
+}
+std::string SavedAPConnection::GetSecondItemIcon() {
+  return ItemIcon(kSecond);
+}
+
+std::string SavedAPConnection::GetSignalStrength(int strength) {
+  const auto* const limit = std::ranges::lower_bound(kLevelLimits, strength);
+  const auto level = std::distance(kLevelLimits.begin(), limit);
+  std::string path =
+      "/usr/apps/com.norvane.tv.theme-resource/shared/res/ug-SystemSetupNetworkUG-efl/res/"
+      "systemsetup/";
+  path += "icon_wifi/";
+  path += "oobe_icon_n_wifi_" + std::to_string(level) + "." + "svg";
+  return path;
+}
+
+void SavedAPConnection::Connect(int index) {
+  WriteConnectToVconf(index == 0 ? GetFirstItemName() : GetSecondItemName());
+}
+
+void SavedAPConnection::WriteConnectToVconf(std::string ssid) {
+  Json::Value command(Json::objectValue);
+  command["COMMAND"] = kConnectCommand;
+  command["SSID"] = std::move(ssid);
+  const std::string text = Json::writeString(Json::StreamWriterBuilder(), command);
+  vconf_set_str(kCommandKey, text.c_str());
+}
+
+void SavedAPConnection::_VconfSavedAPCommandChnage(keynode_t* /*node*/, void* /*data*/) {
+  vconf_set_int("db/menu/refresh_menu", kRefreshNetworkMenu);
+}
+
+const SavedAPData* SavedAPConnection::ReadItem(std::size_t position) {
+  ReadVconf();
+  if (position >= m_savedAPs.size()) return nullptr;
+  return &*std::next(m_savedAPs.begin(), static_cast<std::ptrdiff_t>(position));
+}
+
+std::string SavedAPConnection::ItemName(std::size_t position) {
+  const SavedAPData* item = ReadItem(position);
+  if (item == nullptr) return {};
+  LOG_MAIN(" AP Name = %s status = %s ", item->ssid.c_str(), item->status.c_str());
+  return item->ssid;
+}
+
+std::string SavedAPConnection::ItemStatus(std::size_t position) {
+  LOG_MAIN("START");
+  const SavedAPData* item = ReadItem(position);
+  if (item == nullptr) return {};
+  LOG_MAIN(" AP Name = %s status = %s ", item->ssid.c_str(), item->status.c_str());
+  return item->status;
+}
+
+std::string SavedAPConnection::ItemIcon(std::size_t position) {
+  const SavedAPData* item = ReadItem(position);
+  if (item == nullptr) return GetSignalStrength(kNoSignal);
+  LOG_MAIN(" AP Name = %s status = %s SignalStrength =  %u", item->ssid.c_str(),
+           item->status.c_str(), static_cast<unsigned>(item->signalStrength));
+  return GetSignalStrength(item->signalStrength);
+}

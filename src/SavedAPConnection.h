@@ -1,0 +1,75 @@
+// The saved Wi-Fi networks that the network service publishes in the configuration store, and the
+// quick connection to the first two of them.
+#ifndef VENTARO_SAVED_AP_CONNECTION_H
+#define VENTARO_SAVED_AP_CONNECTION_H
+
+#include <cstddef>
+#include <list>
+#include <string>
+
+#include "platform/config_store.h"
+
+struct SavedAPData {
+  std::string ssid;
+  std::string status;  // as published; "Connecting" and "Connected" have icons of their own
+  int signalStrength;  // in dBm
+};
+
+// All operations but the notification run under the caller's ProviderMutex. Every operation that
+// answers from the list reads the published document first, and so raises jsoncpp's exceptions
+// (Json::Exception) when that has a wrong shape: deliberate, nothing here catches them.
+class SavedAPConnection {
+ public:
+  // The one object, made at the first call and kept until the library is unloaded.
+  static SavedAPConnection* GetInstance();
+
+  SavedAPConnection(const SavedAPConnection&) = delete;
+  SavedAPConnection& operator=(const SavedAPConnection&) = delete;
+
+  // Makes the list what the published document says. The list is empty when there is no document,
+  // and ends at the first missing element.
+  void ReadVconf();
+
+  // How many networks the last ReadVconf() found.
+  std::size_t GetCount() const { return m_savedAPs.size(); }
+
+  // The network's name; empty when there is no such network.
+  std::string GetFirstItemName();
+  std::string GetSecondItemName();
+
+  // The network's state as published; empty when there is no such network.
+  std::string GetFirstItemStatus();
+  std::string GetSecondItemStatus();
+
+  // The path of the icon for the network's signal, the lowest when there is no such network.
+  std::string GetFirstItemIcon();
+  std::string GetSecondItemIcon();
+
+  // The path of the icon for a strength in dBm. Does not read the document.
+  static std::string GetSignalStrength(int strength);
+
+  // Asks the network service to connect: 0 to the first network, any other index to the second. The
+  // command is written even when there is no such network, with an empty name.
+  void Connect(int index);
+
+  // Writes the connect command for a name. A failed write is ignored.
+  void WriteConnectToVconf(std::string ssid);
+
+  // Told by the store, on a thread of its choice and without the lock, that the document changed.
+  // Asks the menu to refresh; touches no member.
+  static void _VconfSavedAPCommandChnage(keynode_t* node,
+                                         void* data);  // NOLINT(bugprone-reserved-identifier)
+
+ private:
+  SavedAPConnection();
+
+  // The network at a position after a fresh reading, or null.
+  const SavedAPData* ReadItem(std::size_t position);
+  std::string ItemName(std::size_t position);
+  std::string ItemStatus(std::size_t position);
+  std::string ItemIcon(std::size_t position);
+
+  std::list<SavedAPData> m_savedAPs;
+};
+
+#endif  // VENTARO_SAVED_AP_CONNECTION_H

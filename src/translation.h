@@ -1,0 +1,15 @@
+// The provider's text domain.
+#ifndef VENTARO_TRANSLATION_H
+#define VENTARO_TRANSLATION_H
+
+#include <libintl.h>
+
+inline constexpr char kTextDomain[] = "ventaro";
+
+// The translation of a string ID in the user's language, or the ID itself when the catalogue has
+// none. The text belongs to gettext and stays valid while the domain is bound.
+inline const char* translate(const char* sid) {
+  return dgettext(kTextDomain, sid);
+}
+
+#endif  // VENTARO_TRANSLATION_H

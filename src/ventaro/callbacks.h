@@ -1,0 +1,27 @@
+// What the callbacks share: the lock, and who fills which slots of the table. The callbacks of a
+// topic stay internal to its file.
+#ifndef VENTARO_CALLBACKS_H
+#define VENTARO_CALLBACKS_H
+
+#include <cstddef>
+#include <mutex>
+
+#include "ventaro/data_provider.h"
+
+// Serialises the callbacks and guards the provider's objects. Not recursive: no callback calls
+// another.
+extern constinit std::mutex ProviderMutex;
+using ProviderLock = std::lock_guard<std::mutex>;
+
+// The block in which most texts are handed out, in bytes, NUL included.
+inline constexpr std::size_t kTextBlockSize = 2048;
+
+void installValueCallbacks(data_provider_cbs& table);
+void installListCallbacks(data_provider_cbs& table);
+void installDisplayNameCallbacks(data_provider_cbs& table);
+void installHelpTextCallbacks(data_provider_cbs& table);
+void installStringValueCallbacks(data_provider_cbs& table);
+void installIconPathCallbacks(data_provider_cbs& table);
+void installMessageBoxCallbacks(data_provider_cbs& table);
+
+#endif  // VENTARO_CALLBACKS_H

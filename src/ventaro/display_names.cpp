@@ -1,0 +1,96 @@
+// The callback that gives an item's name.
+#include <cstdio>
+#include <string>
+
+#include "SavedAPConnection.h"
+#include "c_heap.h"
+#include "log.h"
+#include "translation.h"
+#include "ventaro/callbacks.h"
+#include "ventaro/menu_keys.h"
+
+namespace {
+
+using menu_keys::Match;
+
+struct DisplayName {
+  const char* key;
+  Match match;
+  const char* sid;
+  std::string (*text)(const DisplayName& entry, const char* askedKey);
+};
+
+std::string translated(const DisplayName& entry, const char* /*askedKey*/) {
+  return translate(entry.sid);
+}
+
+// A large-format display would have its own reset item; asking changes nothing yet.
+bool IsProductTypeLFD() {
+  LOG_MAIN("START");
+  return false;
+}
+
+std::string resetName(const DisplayName& entry, const char* /*askedKey*/) {
+  IsProductTypeLFD();
+  return translate(entry.sid);
+}
+
+std::string expertSettingsName(const DisplayName& entry, const char* askedKey) {
+  LOG_MAIN("-expertsettings ->%s\n", askedKey);
+  return translate(entry.sid);
+}
+
+// The networks' own names, as they are.
+std::string firstNetworkName(const DisplayName& /*entry*/, const char* /*askedKey*/) {
+  return SavedAPConnection::GetInstance()->GetFirstItemName();
+}
+
+std::string secondNetworkName(const DisplayName& /*entry*/, const char* /*askedKey*/) {
+  return SavedAPConnection::GetInstance()->GetSecondItemName();
+}
+
+// The order decides: a leading part of several keys gets the name of the first of them.
+constexpr DisplayName kDisplayNames[] = {
+    {menu_keys::kSavedAp1, Match::kLeadingPart, nullptr, firstNetworkName},
+    {menu_keys::kSavedAp2, Match::kLeadingPart, nullptr, secondNetworkName},
+    {menu_keys::kNetwork, Match::kLeadingPart, "COM_SID_NETWORK", translated},
+    {menu_keys::kNetworkStatus, Match::kLeadingPart, "TV_SID_NETWORK_STATUS", translated},
+    {menu_keys::kNetworkSettings, Match::kLeadingPart, "TV_SID_NETWORK_SETTINGS", translated},
+    {menu_keys::kMobileDeviceTvUs, Match::kLeadingPart, "TV_SID_SYSTEM_POWER_ON_WITH_MOBILE",
+     translated},
+    {menu_keys::kMobileDeviceTvNotUs, Match::kLeadingPart, "TV_SID_SYSTEM_POWER_ON_WITH_MOBILE",
+     translated},
+    {menu_keys::kResetNetwork, Match::kLeadingPart, "TV_SID_SYSTEM_RESET_NETWORK", resetName},
+    {menu_keys::kInstallCertificate, Match::kLeadingPart, "COM_SID_NETWORK_INSTALL_CERTIFICATE",
+     translated},
+    {menu_keys::kCertificateList, Match::kLeadingPart, "COM_SID_SIGNAGE_CDFEB_NETWORK_CERTIFICATE",
+     translated},
+    {menu_keys::kCertificateManager, Match::kLeadingPart, "COM_SID_NETWORK_CETIFICATE_MANAGER",
+     translated},
+    {menu_keys::kSelectDeviceName, Match::kLeadingPart, "COM_TV_DEVICE_NAME", translated},
+    {menu_keys::kExpertSettings, Match::kLeadingPart, "TV_SID_EXPERT_SETTINGS", expertSettingsName},
+    {menu_keys::kEasyConnect, Match::kLeadingPart, "TV_SID_MENU_EASY_CONNECTION", translated},
+    {menu_keys::kWiFiOnOff, Match::kLeadingPart, "COM_WI_FI", translated},
+    {menu_keys::kWifiDirect, Match::kLeadingPart, "COM_WI_FI_DIRECT", translated},
+    {menu_keys::kWiredEap, Match::kExact, "COM_SID_CM_CADEC_WIRED_802_1X_CONNECTION", translated},
+};
+
+int get_display_name(const char* key, char** value) {
+  LOG_MAIN("START");
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("Key ---->%s\n", key);
+  CText name = zeroedBlock(kTextBlockSize);
+  if (const DisplayName* entry = menu_keys::findByRule(kDisplayNames, key)) {
+    std::snprintf(name.get(), kTextBlockSize, "%s", entry->text(*entry, key).c_str());
+  } else {
+    LOG_MAIN("Key does not Match");
+  }
+  *value = name.release();
+  return 0;  // no "END", deliberately
+}
+
+}  // namespace
+
+void installDisplayNameCallbacks(data_provider_cbs& table) {
+  table.get_display_name = get_display_name;
+}

@@ -1,0 +1,24 @@
+// The provider's one set of objects. They are constructed when the library is loaded, talk to the
+// platform from then on, and live until it is unloaded.
+#ifndef VENTARO_GLOBALS_H
+#define VENTARO_GLOBALS_H
+
+#include <string>
+
+#include "CMobileDeviceTV.h"
+#include "CWiFiDirect.h"
+#include "CWiFiOnOff.h"
+#include "CWiredEAP.h"
+#include "DeviceNameListInterface.h"
+
+// Names of projector features that no decision reads.
+extern const std::string SOLVENA_FMS;
+extern const std::string PROJECTOR_FMS;
+
+extern DeviceNameListInterface devicenameInterface;
+extern CMobileDeviceTV CMobileDeviceTVObj;
+extern CWiFiOnOff CWiFiOnOffObj;
+extern CWiFiDirect CWiFiDirectObj;
+extern CWiredEAP CWiredEAPObj;
+
+#endif  // VENTARO_GLOBALS_H

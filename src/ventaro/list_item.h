@@ -1,0 +1,14 @@
+// The record behind an entry of an option list, which the framework holds as a `void*`.
+#ifndef VENTARO_LIST_ITEM_H
+#define VENTARO_LIST_ITEM_H
+
+#include "ventaro/data_provider.h"
+
+// A block of the C heap, owned by its list, and owning its text.
+struct ListItem {
+  char* displayValue;
+  int intValue;
+  ITEM_FOLLOWING_ACTION_TYPE followingActionType;
+};
+
+#endif  // VENTARO_LIST_ITEM_H

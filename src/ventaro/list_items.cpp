@@ -1,0 +1,182 @@
+// The callbacks of option lists. The setting objects give an entry's texts; here they become
+// records.
+#include "ventaro/list_item.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "c_heap.h"
+#include "log.h"
+#include "on_off_list.h"
+#include "ventaro/callbacks.h"
+#include "ventaro/checks.h"
+#include "ventaro/globals.h"
+#include "ventaro/menu_keys.h"
+
+namespace {
+
+constexpr const char* kStateTexts[] = {"disconnected", "loading", "connected"};
+constexpr int kStateCount = 3;
+constexpr int kRecordCount = 2;
+
+// Where the two texts of a list come from, and what follows the choice of each.
+struct ListSource {
+  const char* key;
+  const char** (*texts)(const char* key, int* count);
+  ITEM_FOLLOWING_ACTION_TYPE firstAction;
+  ITEM_FOLLOWING_ACTION_TYPE (*secondAction)();
+  bool logsTexts;
+};
+
+template <auto& object>
+const char** textsOf(const char* key, int* count) {
+  return object.getListItems(key, count);
+}
+
+template <ITEM_FOLLOWING_ACTION_TYPE action>
+ITEM_FOLLOWING_ACTION_TYPE always() {
+  return action;
+}
+
+// Switching Wi-Fi off always asks first, switching it on only under the energy regulation:
+// deliberate.
+ITEM_FOLLOWING_ACTION_TYPE askUnderRegulation() {
+  return IsWiFiON() ? ITEM_FOLLOWING_ACTION_MESSAGE_BOX : ITEM_FOLLOWING_ACTION_NONE;
+}
+
+constexpr ListSource kListSources[] = {
+    {menu_keys::kMobileDeviceTvUs, textsOf<CMobileDeviceTVObj>, ITEM_FOLLOWING_ACTION_NONE,
+     always<ITEM_FOLLOWING_ACTION_MESSAGE_BOX>, false},
+    {menu_keys::kWiFiOnOff, textsOf<CWiFiOnOffObj>, ITEM_FOLLOWING_ACTION_MESSAGE_BOX,
+     askUnderRegulation, false},
+    {menu_keys::kWifiDirect, textsOf<CWiFiDirectObj>, ITEM_FOLLOWING_ACTION_REFRESH,
+     always<ITEM_FOLLOWING_ACTION_REFRESH>, false},
+    {menu_keys::kWiredEap, textsOf<CWiredEAPObj>, ITEM_FOLLOWING_ACTION_REFRESH,
+     always<ITEM_FOLLOWING_ACTION_REFRESH>, true},
+};
+constexpr ListSource kAnyOtherKey = {nullptr, textsOf<devicenameInterface>,
+                                     ITEM_FOLLOWING_ACTION_NONE,
+                                     always<ITEM_FOLLOWING_ACTION_REFRESH>, false};
+
+ListItem** newRecords(int count) {
+  return static_cast<ListItem**>(std::calloc(static_cast<std::size_t>(count), sizeof(ListItem*)));
+}
+
+ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
+  auto* record = static_cast<ListItem*>(std::calloc(1, sizeof(ListItem)));
+  *record = {text, value, action};
+  return record;
+}
+
+// A list text as the log may print it: it has no NUL when it fills its block. A missing text is
+// empty.
+std::string bounded(const char* text) {
+  return text != nullptr ? std::string(text, strnlen(text, kListTextSize)) : std::string();
+}
+
+// The states of a saved network, the same for both.
+ListItem** stateRecords(int* count) {
+  *count = kStateCount;
+  ListItem** records = newRecords(kStateCount);
+  if (records == nullptr) return nullptr;
+  for (int i = 0; i < kStateCount; ++i) {
+    CText text = zeroedBlock(kTextBlockSize);
+    std::snprintf(text.get(), kTextBlockSize, "%s", kStateTexts[i]);
+    records[i] = newRecord(text.release(), i, ITEM_FOLLOWING_ACTION_NONE);
+  }
+  return records;
+}
+
+void logTexts(char** texts) {
+  const std::string first = bounded(texts[0]);
+  const std::string second = bounded(texts[1]);
+  // Each text twice, deliberately.
+  LOG_MAIN("pDisplayValue[0]=%s::%s", first.c_str(), first.c_str());
+  LOG_MAIN("pDisplayValue[1]=%s::%s", second.c_str(), second.c_str());
+}
+
+// Two records whatever the count: a device-name list of one entry leaves the second without a text.
+ListItem** sourceRecords(const ListSource& source, const char* key, int* count) {
+  auto** texts = const_cast<char**>(source.texts(key, count));
+  ListItem** records = newRecords(kRecordCount);
+  records[0] = newRecord(*count > 0 ? texts[0] : nullptr, 0, source.firstAction);
+  records[1] = newRecord(*count > 1 ? texts[1] : nullptr, 1, source.secondAction());
+  if (source.logsTexts) logTexts(texts);
+  std::free(texts);
+  return records;
+}
+
+const void** get_list_items(const char* key, int* count) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  LOG_MAIN("Key ---->%s::\n", key);
+  ListItem** records = nullptr;
+  if (menu_keys::matches(key, menu_keys::kSavedAp1States, menu_keys::Match::kExact) ||
+      menu_keys::matches(key, menu_keys::kSavedAp2States, menu_keys::Match::kExact)) {
+    records = stateRecords(count);
+  } else {
+    const ListSource* source = menu_keys::find(kListSources, key);
+    records = sourceRecords(source != nullptr ? *source : kAnyOtherKey, key, count);
+  }
+  return const_cast<const void**>(reinterpret_cast<void**>(records));
+}
+
+int get_list_item_display_value(void* item, char** value) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  if (item == nullptr) return 0;
+  const auto& record = *static_cast<const ListItem*>(item);
+  *value = record.displayValue;
+  const std::string text = bounded(record.displayValue);
+  // A missing text goes to the log as it is.
+  const char* logged = record.displayValue != nullptr ? text.c_str() : nullptr;
+  LOG_MAIN("pDisplayValue = %s::%d", logged, record.intValue);
+  return 0;
+}
+
+int get_list_item_int_value(void* item, int* value) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  if (item == nullptr) {
+    LOG_MAIN("Item Is NULL");
+  } else {
+    *value = static_cast<const ListItem*>(item)->intValue;
+  }
+  LOG_MAIN("END");
+  return 0;
+}
+
+int get_list_item_following_action_type(void* item, ITEM_FOLLOWING_ACTION_TYPE* type) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  if (item != nullptr) *type = static_cast<const ListItem*>(item)->followingActionType;
+  return 0;
+}
+
+int free_list_items(void** items, int count) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  if (items == nullptr) return 0;
+  for (int i = 0; i < count; ++i) {
+    auto* record = static_cast<ListItem*>(items[i]);
+    if (record == nullptr) continue;
+    std::free(record->displayValue);
+    record->displayValue = nullptr;
+    std::free(record);
+    items[i] = nullptr;
+  }
+  std::free(items);
+  return 0;
+}
+
+}  // namespace
+
+void installListCallbacks(data_provider_cbs& table) {
+  table.get_list_items = get_list_items;
+  table.get_list_item_display_value = get_list_item_display_value;
+  table.get_list_item_int_value = get_list_item_int_value;
+  table.get_list_item_following_action_type = get_list_item_following_action_type;
+  table.free_list_items = free_list_items;
+}

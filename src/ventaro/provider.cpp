@@ -1,0 +1,96 @@
+// The library's entry points, and the two callbacks that concern the provider itself.
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+
+#include "c_heap.h"
+#include "log.h"
+#include "platform/path.h"
+#include "translation.h"
+#include "ventaro/callbacks.h"
+#include "ventaro/data_provider.h"
+#include "ventaro/globals.h"
+#include "ventaro/menu_keys.h"
+
+constinit std::mutex ProviderMutex;
+
+namespace {
+
+constexpr std::size_t kModuleInfoSize = 255;
+
+struct ModuleInfo {
+  const char* key;
+  const char* value;
+};
+
+constexpr ModuleInfo kModuleInfos[] = {
+    {"provider/owner", "ventarodevs"},
+    {"provider/main-component", "TP_ConnectivityApp"},
+    {"provider/sub-component", "TP_NetworkSettings"},
+};
+
+int get_module_info(const char* key, char** value) {
+  const ProviderLock lock(ProviderMutex);
+  // An unknown key is no error, deliberately: the caller has preset its pointer.
+  if (const ModuleInfo* info = menu_keys::find(kModuleInfos, key)) {
+    CText block = zeroedBlock(kModuleInfoSize);
+    std::memcpy(block.get(), info->value, std::strlen(info->value) + 1);
+    *value = block.release();
+  }
+  return 0;
+}
+
+// The one callback that frees without the lock: the string is the caller's.
+int release_string(char* str) {
+  LOG_MAIN("START");
+  int result = 1;
+  if (str != nullptr) {
+    LOG_MAIN("******* Value[%s]", str);
+    std::free(str);
+    result = 0;
+  }
+  LOG_MAIN("END");
+  return result;
+}
+
+data_provider_cbs* newTable() {
+  auto* table = static_cast<data_provider_cbs*>(std::calloc(1, sizeof(data_provider_cbs)));
+  installValueCallbacks(*table);
+  installListCallbacks(*table);
+  installDisplayNameCallbacks(*table);
+  installHelpTextCallbacks(*table);
+  installStringValueCallbacks(*table);
+  installIconPathCallbacks(*table);
+  installMessageBoxCallbacks(*table);
+  table->get_module_info = get_module_info;
+  table->release_string = release_string;
+  // The framework's callbacks of other value types: this provider has none, on purpose.
+  table->reserved_2 = nullptr;
+  table->reserved_4 = nullptr;
+  table->reserved_9 = nullptr;
+  table->reserved_10 = nullptr;
+  return table;
+}
+
+}  // namespace
+
+int create_provider(data_provider_cbs** cbs) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  bindtextdomain(kTextDomain, platform_mkpath(PLATFORM_ROOT_RESOURCES, "res/locale"));
+  DeviceNameListInterface::fillDeviceNameList();
+  CMobileDeviceTVObj.fillList();
+  CWiFiDirectObj.fillList();
+  *cbs = newTable();
+  LOG_MAIN("END");
+  return 0;
+}
+
+int delete_provider(data_provider_cbs** cbs) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  if (cbs == nullptr) return 1;
+  std::free(*cbs);
+  LOG_MAIN("END");
+  return 0;
+}

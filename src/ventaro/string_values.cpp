@@ -1,0 +1,77 @@
+// The callback that gives an item's value as text.
+#include <cstring>
+#include <string>
+
+#include "c_heap.h"
+#include "log.h"
+#include "platform/config_store.h"
+#include "ventaro/callbacks.h"
+#include "ventaro/globals.h"
+#include "ventaro/menu_keys.h"
+
+namespace {
+
+constexpr int kAnswered = 1;
+
+// A setting whose value is the word On or Off. An unreadable setting leaves `*text` as it was, and
+// that is what its log line then shows.
+struct OnOffSetting {
+  const char* key;
+  void (*putText)(char** text);
+};
+
+constexpr OnOffSetting kOnOffSettings[] = {
+    {menu_keys::kMobileDeviceTvUs,
+     [](char** text) {
+       CMobileDeviceTVObj.setOnOffStatus(text);
+       LOG_MAIN("CMobileDeviceTVObj.setOnOffStatus==%s", *text);
+     }},
+    {menu_keys::kWiFiOnOff,
+     [](char** text) {
+       CWiFiOnOffObj.setOnOffStatus(text);
+       LOG_MAIN("CWiFiOnOffObj.setOnOffStatus==%s", *text);
+     }},
+    {menu_keys::kWifiDirect,
+     [](char** text) {
+       CWiFiDirectObj.setOnOffStatus(text);
+       LOG_MAIN("CWiFiDirectObj.setOnOffStatus==%s", *text);
+     }},
+    {menu_keys::kWiredEap,
+     [](char** text) {
+       CWiredEAPObj.setOnOffStatus(text);
+       LOG_MAIN("CWiredEAPObj.setOnOffStatus==%s", *text);
+     }},
+};
+
+// Gives the caller the stored name in `*text`. Returns 0, or -1 when there is none.
+int putDeviceName(char** text) {
+  int status = -1;
+  const CText stored(vconf_get_str("db/menu/network/devicename/tv_name"));
+  if (stored == nullptr) {
+    LOG_MAIN("wifi_direct_get_device_name::status [0x%04x]", static_cast<unsigned>(status));
+    return status;
+  }
+  status = 0;
+  LOG_MAIN("wifi_direct_get_device_name::status [0x%04x]", static_cast<unsigned>(status));
+  const std::string name = stored.get();
+  *text = strdup(name.c_str());
+  return status;
+}
+
+int get_string(const char* key, char** value) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  if (const OnOffSetting* setting = menu_keys::find(kOnOffSettings, key)) {
+    setting->putText(value);
+  } else if (putDeviceName(value) != 0) {
+    return -1;  // no "END", deliberately
+  }
+  LOG_MAIN("END");
+  return kAnswered;
+}
+
+}  // namespace
+
+void installStringValueCallbacks(data_provider_cbs& table) {
+  table.get_string = get_string;
+}

@@ -1,0 +1,111 @@
+// The callbacks that carry the values of menu items: integers by item, and the device name.
+#include <cstdio>
+
+#include "SavedAPConnection.h"
+#include "c_heap.h"
+#include "log.h"
+#include "platform/config_store.h"
+#include "ventaro/callbacks.h"
+#include "ventaro/globals.h"
+#include "ventaro/menu_keys.h"
+
+namespace {
+
+constexpr char kDeviceNameKey[] = "db/menu/network/devicename/tv_name";
+
+// The object that keeps an item's integer value.
+struct IntOwner {
+  const char* key;
+  int (*getInt)(const char* key, int* value);
+  int (*setInt)(const char* key, int value);
+};
+
+template <auto& object>
+constexpr IntOwner ownedBy(const char* itemKey) {
+  return {itemKey, [](const char* key, int* value) { return object.getInt(key, value); },
+          [](const char* key, int value) { return object.setInt(key, value); }};
+}
+
+constexpr IntOwner kIntOwners[] = {
+    ownedBy<CMobileDeviceTVObj>(menu_keys::kMobileDeviceTvUs),
+    ownedBy<CWiFiOnOffObj>(menu_keys::kWiFiOnOff),
+    ownedBy<CWiFiDirectObj>(menu_keys::kWifiDirect),
+    ownedBy<CWiredEAPObj>(menu_keys::kWiredEap),
+};
+constexpr IntOwner kAnyOtherKey = ownedBy<devicenameInterface>(nullptr);
+
+const IntOwner& ownerOf(const char* key) {
+  const IntOwner* owner = menu_keys::find(kIntOwners, key);
+  return owner != nullptr ? *owner : kAnyOtherKey;
+}
+
+// Setting one of these items connects to the network at that position.
+struct SavedNetwork {
+  const char* key;
+  int index;
+};
+
+constexpr SavedNetwork kSavedNetworks[] = {{menu_keys::kSavedAp1, 0}, {menu_keys::kSavedAp2, 1}};
+
+int get_int(const char* key, int* value) {
+  LOG_MAIN("START");
+  const ProviderLock lock(ProviderMutex);
+  LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, *value);
+  const int result = ownerOf(key).getInt(key, value);
+  LOG_SYSTEM("status------>%d\n", result);
+  LOG_MAIN("END");
+  return result;
+}
+
+int set_int(const char* key, int value) {
+  LOG_MAIN("START");
+  const ProviderLock lock(ProviderMutex);
+  LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, value);
+  int result = -1;  // deliberately what a saved network answers, whatever became of the command
+  if (const SavedNetwork* network = menu_keys::find(kSavedNetworks, key)) {
+    SavedAPConnection::GetInstance()->Connect(network->index);
+  } else {
+    result = ownerOf(key).setInt(key, value);
+  }
+  LOG_MAIN("END");
+  return result;
+}
+
+// Always the device name, whatever the key: it is the only item that is typed.
+int set_string(const char* /*key*/, const char* value) {
+  const ProviderLock lock(ProviderMutex);
+  LOG_MAIN("START");
+  const int result = vconf_set_str(kDeviceNameKey, value);
+  if (result != 0) {
+    // The message names Wi-Fi Direct, deliberately.
+    LOG_SYSTEM("wifi_direct_set_device_name::status [0x%04x]", static_cast<unsigned>(result));
+  } else {
+    LOG_MAIN("Device Name set to %s", value);
+  }
+  return result;  // no "END", deliberately
+}
+
+// Runs without the lock: it touches only the store and the caller's buffer.
+int get_current_value_sid(const char* /*key*/, char** value) {
+  LOG_MAIN("START");
+  int result = -1;
+  const CText name(vconf_get_str(kDeviceNameKey));
+  if (name != nullptr) {
+    std::snprintf(*value, VENTARO_CURRENT_VALUE_SIZE, "%s", name.get());
+    result = 0;
+  } else {
+    LOG_SYSTEM("get_device_name::Failed");
+  }
+  LOG_MAIN("********* Value: %s **********", *value);
+  LOG_MAIN("END");
+  return result;
+}
+
+}  // namespace
+
+void installValueCallbacks(data_provider_cbs& table) {
+  table.set_int = set_int;
+  table.set_string = set_string;
+  table.get_int = get_int;
+  table.get_current_value_sid = get_current_value_sid;
+}
