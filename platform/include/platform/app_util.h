@@ -4,18 +4,20 @@
 
 #include <cstddef>
 
+#include "platform/export.h"
+
 extern "C" {
 
 /* Whether a mobile device may switch the TV on. Returns 0, or an error code with `*enabled`
  * untouched. Any thread. */
-int util_get_wakeOnMobile_mode(bool* enabled);
+PLATFORM_API int util_get_wakeOnMobile_mode(bool* enabled);
 
 /* Returns 0, or an error code when the mode could not be changed. Any thread. */
-int util_set_wakeOnMobile_mode(bool enable);
+PLATFORM_API int util_set_wakeOnMobile_mode(bool enable);
 
 }  // extern "C"
 
-class CStringUtil {
+class PLATFORM_API CStringUtil {
  public:
   /* Writes `text` into `buffer`, with each "<<A>>" replaced by `first`, "<<B>>" by `second`,
    * "<<C>>" by `third` and "<<D>>" by `fourth`. What is filled in is not searched again. A null

@@ -9,6 +9,8 @@
 
 #include <stdbool.h>
 
+#include "platform/export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -20,24 +22,24 @@ typedef void* connection_profile_h;
 typedef void* connection_profile_iterator_h;
 
 /* Gives the caller a connection, to be returned through connection_destroy(). */
-int connection_create(connection_h* connection);
-int connection_destroy(connection_h connection);
+PLATFORM_API int connection_create(connection_h* connection);
+PLATFORM_API int connection_destroy(connection_h connection);
 
 /* An iterator over the profiles; `iterator_type` 0 is the registered ones. Fails for other types.
  */
-int connection_get_profile_iterator(connection_h connection, int iterator_type,
-                                    connection_profile_iterator_h* iterator);
+PLATFORM_API int connection_get_profile_iterator(connection_h connection, int iterator_type,
+                                                 connection_profile_iterator_h* iterator);
 
 /* False at the end, and for a null iterator. */
-bool connection_profile_iterator_has_next(connection_profile_iterator_h iterator);
-int connection_profile_iterator_next(connection_profile_iterator_h iterator,
-                                     connection_profile_h* profile);
+PLATFORM_API bool connection_profile_iterator_has_next(connection_profile_iterator_h iterator);
+PLATFORM_API int connection_profile_iterator_next(connection_profile_iterator_h iterator,
+                                                  connection_profile_h* profile);
 
 /* The kind of network: 1 Wi-Fi, 2 Ethernet. */
-int connection_profile_get_type(connection_profile_h profile, int* type);
+PLATFORM_API int connection_profile_get_type(connection_profile_h profile, int* type);
 
 /* Switches 802.1X on an Ethernet profile. Fails for a profile of another type. */
-int connection_profile_enable_ethernet_eap(connection_profile_h profile, bool enable);
+PLATFORM_API int connection_profile_enable_ethernet_eap(connection_profile_h profile, bool enable);
 
 #ifdef __cplusplus
 }

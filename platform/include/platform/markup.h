@@ -2,6 +2,8 @@
 #ifndef PLATFORM_MARKUP_H
 #define PLATFORM_MARKUP_H
 
+#include "platform/export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -9,7 +11,7 @@ extern "C" {
 /* Escapes UTF-8 text for a text widget: "&" "<" ">" as entities, a line feed as "<br/>", a tab as
  * "<tab/>". `object` is the widget whose fonts apply; null is any. Returns a block that the caller
  * frees with free(), or null for a null text. Any thread. */
-char* evas_textblock_text_utf8_to_markup(const void* object, const char* utf8);
+PLATFORM_API char* evas_textblock_text_utf8_to_markup(const void* object, const char* utf8);
 
 #ifdef __cplusplus
 }

@@ -2,6 +2,8 @@
 #ifndef PLATFORM_PATH_H
 #define PLATFORM_PATH_H
 
+#include "platform/export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -11,7 +13,7 @@ enum { PLATFORM_ROOT_RESOURCES = 44 };
 
 /* Joins `relative` to one of the well-known roots. The string is the platform's, and valid until
  * the next call on the same thread. Null for a root that does not exist or a null path. */
-const char* platform_mkpath(int root, const char* relative);
+PLATFORM_API const char* platform_mkpath(int root, const char* relative);
 
 #ifdef __cplusplus
 }

@@ -2,6 +2,8 @@
 #ifndef PLATFORM_STRUCTURED_LOG_H
 #define PLATFORM_STRUCTURED_LOG_H
 
+#include "platform/export.h"
+
 namespace ht {
 
 /* Where a log statement stands. The strings live as long as the code that they name. */
@@ -12,7 +14,7 @@ struct TSCodeLocation {
 };
 
 /* Whether and where records are kept. */
-class TCLogger {
+class PLATFORM_API TCLogger {
  public:
   static TCLogger& Instance();
   bool IsStorageEnabled() const;
@@ -21,7 +23,7 @@ class TCLogger {
   TCLogger() = default;
 };
 
-class TSLoggerHelper {
+class PLATFORM_API TSLoggerHelper {
  public:
   /* Records the message while TCLogger's storage is enabled; copies all that it keeps. Any thread.
    */

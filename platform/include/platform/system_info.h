@@ -9,15 +9,17 @@
 
 #include <stdbool.h>
 
+#include "platform/export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-int system_info_get_custom_bool(const char* key, bool* value);
-int system_info_get_custom_int(const char* key, int* value);
+PLATFORM_API int system_info_get_custom_bool(const char* key, bool* value);
+PLATFORM_API int system_info_get_custom_int(const char* key, int* value);
 
 /* `*value` becomes a block that the caller may free with free(). */
-int system_info_get_custom_string(const char* key, char** value);
+PLATFORM_API int system_info_get_custom_string(const char* key, char** value);
 
 #ifdef __cplusplus
 }

@@ -6,6 +6,8 @@
 #ifndef PLATFORM_WIFI_H
 #define PLATFORM_WIFI_H
 
+#include "platform/export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -14,23 +16,23 @@ extern "C" {
 typedef void* wifi_ap_h;
 
 /* Opens the service for this process. May be called any number of times. */
-int wifi_initialize(void);
+PLATFORM_API int wifi_initialize(void);
 
 /* Gives the caller a handle, to be returned through wifi_ap_destroy(). Fails when the radio is off
  * or not connected. */
-int wifi_get_connected_ap(wifi_ap_h* ap);
+PLATFORM_API int wifi_get_connected_ap(wifi_ap_h* ap);
 
 /* The access point's channel in MHz. Fails for a null handle. */
-int wifi_ap_get_frequency(wifi_ap_h ap, int* mhz);
+PLATFORM_API int wifi_ap_get_frequency(wifi_ap_h ap, int* mhz);
 
 /* Takes the handle back. Fails for a null handle. */
-int wifi_ap_destroy(wifi_ap_h ap);
+PLATFORM_API int wifi_ap_destroy(wifi_ap_h ap);
 
 /* The radio: 0 off, 1 on. */
-int wifi_get_enable_qx(int* state);
+PLATFORM_API int wifi_get_enable_qx(int* state);
 
 /* Switches the radio on (non-zero) or off (0). Switching it off drops the connection. */
-int wifi_set_enable_qx(int enable);
+PLATFORM_API int wifi_set_enable_qx(int enable);
 
 #ifdef __cplusplus
 }

@@ -1,0 +1,167 @@
+#include "platform/host/config_store.h"
+
+#include <string_view>
+
+#include "database.h"
+#include "folders.h"
+#include "notifier.h"
+
+namespace platform::host {
+
+namespace {
+
+constexpr std::string_view kPersistent = "db/";
+constexpr std::string_view kVolatile = "memory/";
+constexpr std::size_t kMaxKeySize = 511;  // bytes, what LMDB can hold
+
+// What a TV has when it leaves the factory.
+const std::map<std::string, StoreValue> kFactorySettings = {
+    {"db/menu_widget/language", "en_US"},
+    {"db/menu/network/devicename/default_tv_name", "Living Room TV"},
+    {"db/menu/network/devicename/tv_name", "Living Room TV"},
+    {"db/menu/network/wifidirect", 0},
+    {"db/menu/network/wiredeap", 0},
+    {"db/menu/system/accessibility/highcontrast", 0},
+    {"db/host/wake_on_mobile", false},
+    {"memory/ephotel/hotelmenu/hotelfactorymode", false},
+};
+
+// A database and those who want to know of its changes.
+struct Area {
+  Area(const std::filesystem::path& folder, Durability durability)
+      : database(folder, durability), notifier(database) {}
+  Database database;
+  Notifier notifier;
+};
+
+std::string quoted(const std::string& key) {
+  return "\"" + key + "\"";
+}
+
+void checkKey(const std::string& key) {
+  const auto fail = [&](const char* reason) {
+    throw StoreError(StoreCode::kBadKey, "bad key " + quoted(key) + ": " + reason);
+  };
+  if (key.empty()) fail("it is empty");
+  if (key.size() > kMaxKeySize) fail("it is longer than 511 bytes");
+  const bool inArea = (key.starts_with(kPersistent) && key.size() > kPersistent.size()) ||
+                      (key.starts_with(kVolatile) && key.size() > kVolatile.size());
+  if (!inArea) fail("it begins neither with \"db/\" nor with \"memory/\"");
+}
+
+void checkValue(const std::string& key, const StoreValue& value) {
+  const auto* text = std::get_if<std::string>(&value);
+  if (text == nullptr || text->size() <= kMaxValueSize) return;
+  throw StoreError(StoreCode::kValueTooLong,
+                   "the value for " + quoted(key) + " has " + std::to_string(text->size()) +
+                       " bytes, more than " + std::to_string(kMaxValueSize));
+}
+
+}  // namespace
+
+const char* typeName(const StoreValue& value) {
+  constexpr const char* kNames[] = {"int", "bool", "string"};
+  return kNames[value.index()];
+}
+
+struct ConfigStore::Impl {
+  // Opened at their first use; tried again when that failed.
+  std::mutex mutex;
+  std::unique_ptr<Area> persistent;
+  std::unique_ptr<Area> transient;
+
+  static void seed(Area& area, std::string_view prefix) {
+    std::map<std::string, StoreValue> missing;
+    for (const auto& [key, value] : kFactorySettings) {
+      if (key.starts_with(prefix) && !area.database.get(key)) missing.emplace(key, value);
+    }
+    try {
+      area.database.put(missing, Overwrite::kNo);
+    } catch (const StoreError&) {
+      // A store that can only be read shows what it holds.
+    }
+  }
+
+  Area& open(std::unique_ptr<Area>& area, std::string_view prefix, Durability durability) {
+    const std::lock_guard lock(mutex);
+    if (area == nullptr) {
+      const auto folder = durability == Durability::kSynced ? stateFolder() : runtimeFolder();
+      try {
+        auto opened = std::make_unique<Area>(folder, durability);
+        seed(*opened, prefix);
+        area = std::move(opened);
+      } catch (const StoreError& error) {
+        throw StoreError(error.code(), "the store in " + folder.string() + ": " + error.what());
+      }
+    }
+    return *area;
+  }
+
+  Area& areaOf(std::string_view key) {
+    return key.starts_with(kPersistent) ? open(persistent, kPersistent, Durability::kSynced)
+                                        : open(transient, kVolatile, Durability::kInMemory);
+  }
+
+  void put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
+    std::map<std::string, StoreValue> split[2];
+    for (const auto& [key, value] : values) {
+      checkKey(key);
+      checkValue(key, value);
+      split[key.starts_with(kPersistent) ? 0 : 1].emplace(key, value);
+    }
+    for (const auto& part : split) {
+      if (part.empty()) continue;
+      try {
+        areaOf(part.begin()->first).database.put(part, overwrite);
+      } catch (const StoreError& error) {
+        throw StoreError(error.code(), quoted(part.begin()->first) + ": " + error.what());
+      }
+    }
+  }
+};
+
+ConfigStore::ConfigStore() : impl_(std::make_unique<Impl>()) {}
+ConfigStore::~ConfigStore() = default;
+
+ConfigStore& ConfigStore::instance() {
+  // Never destroyed: a library that is unloaded at exit may still ask.
+  static auto* const store = new ConfigStore;
+  return *store;
+}
+
+std::optional<StoreValue> ConfigStore::get(const std::string& key) const {
+  checkKey(key);
+  return impl_->areaOf(key).database.get(key);
+}
+
+void ConfigStore::set(const std::string& key, const StoreValue& value) {
+  impl_->put({{key, value}}, Overwrite::kYes);
+}
+
+void ConfigStore::set(const std::map<std::string, StoreValue>& values) {
+  impl_->put(values, Overwrite::kYes);
+}
+
+void ConfigStore::setAbsent(const std::map<std::string, StoreValue>& values) {
+  impl_->put(values, Overwrite::kNo);
+}
+
+std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) const {
+  std::map<std::string, StoreValue> found;
+  for (const std::string_view area : {kPersistent, kVolatile}) {
+    const bool reaches = area.starts_with(prefix) || prefix.starts_with(area);
+    if (reaches) found.merge(impl_->areaOf(area).database.list(prefix));
+  }
+  return found;
+}
+
+Subscription ConfigStore::subscribe(const std::string& prefix,
+                                    std::function<void(const std::string&)> changed) {
+  if (!prefix.starts_with(kPersistent) && !prefix.starts_with(kVolatile)) checkKey(prefix);
+  Notifier& notifier = impl_->areaOf(prefix).notifier;
+  const int number = notifier.add(
+      [prefix](const std::string& key) { return key.starts_with(prefix); }, std::move(changed));
+  return Subscription([&notifier, number] { notifier.remove(number); });
+}
+
+}  // namespace platform::host

@@ -1,0 +1,283 @@
+#include "database.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <system_error>
+
+#include "platform/host/config_store.h"
+
+namespace platform {
+
+using host::StoreCode;
+using host::StoreError;
+using host::StoreValue;
+
+namespace {
+
+constexpr std::size_t kMapSize = std::size_t{64} << 20;  // bytes; the file grows as it is used
+constexpr unsigned kMaxReaders = 512;
+constexpr unsigned kTables = 2;
+constexpr mdb_mode_t kFileMode = 0600;
+constexpr std::uint64_t kJournalLength = 4096;  // changes
+
+bool isReadOnlyError(int error) {
+  return error == EACCES || error == EROFS || error == EPERM;
+}
+
+StoreCode codeOf(int error) {
+  if (isReadOnlyError(error)) return StoreCode::kReadOnly;
+  switch (error) {
+    case MDB_MAP_FULL:
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      return StoreCode::kNoSpace;
+    default:
+      return StoreCode::kUnavailable;
+  }
+}
+
+void check(int error, const char* action) {
+  if (error == MDB_SUCCESS) return;
+  throw StoreError(codeOf(error), std::string(action) + ": " + mdb_strerror(error));
+}
+
+enum class Access { kRead, kWrite };
+
+// Rolls back unless it was committed.
+class Transaction {
+ public:
+  Transaction(MDB_env* environment, Access access) {
+    const unsigned flags = access == Access::kRead ? MDB_RDONLY : 0;
+    check(mdb_txn_begin(environment, nullptr, flags, &transaction_), "cannot begin");
+  }
+  ~Transaction() {
+    if (transaction_ != nullptr) mdb_txn_abort(transaction_);
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+  void commit() { check(mdb_txn_commit(std::exchange(transaction_, nullptr)), "cannot commit"); }
+  MDB_txn* get() const { return transaction_; }
+
+ private:
+  MDB_txn* transaction_ = nullptr;
+};
+
+class Cursor {
+ public:
+  Cursor(const Transaction& transaction, MDB_dbi table) {
+    check(mdb_cursor_open(transaction.get(), table, &cursor_), "cannot read");
+  }
+  ~Cursor() { mdb_cursor_close(cursor_); }
+  Cursor(const Cursor&) = delete;
+  Cursor& operator=(const Cursor&) = delete;
+
+  // False at the end.
+  bool move(MDB_val& key, MDB_val& data, MDB_cursor_op operation) {
+    const int error = mdb_cursor_get(cursor_, &key, &data, operation);
+    if (error != MDB_NOTFOUND) check(error, "cannot read");
+    return error == MDB_SUCCESS;
+  }
+
+ private:
+  MDB_cursor* cursor_ = nullptr;
+};
+
+MDB_val asVal(std::string_view bytes) {
+  return {bytes.size(), const_cast<char*>(bytes.data())};
+}
+
+std::string_view asView(const MDB_val& val) {
+  return {static_cast<const char*>(val.mv_data), val.mv_size};
+}
+
+// A value is stored as a letter for its type and its text.
+std::string encode(const StoreValue& value) {
+  if (const int* number = std::get_if<int>(&value)) return "i" + std::to_string(*number);
+  if (const bool* flag = std::get_if<bool>(&value)) return *flag ? "b1" : "b0";
+  return "s" + std::get<std::string>(value);
+}
+
+StoreValue decode(std::string_view bytes) {
+  if (bytes.empty()) throw StoreError(StoreCode::kUnavailable, "a stored value is damaged");
+  const std::string text(bytes.substr(1));
+  switch (bytes.front()) {
+    case 'i':
+      return std::atoi(text.c_str());
+    case 'b':
+      return text == "1";
+    case 's':
+      return text;
+    default:
+      throw StoreError(StoreCode::kUnavailable, "a stored value is of an unknown type");
+  }
+}
+
+// Journal keys sort by their bytes, so the number goes in with its highest byte first.
+using JournalKey = std::array<char, sizeof(std::uint64_t)>;
+
+JournalKey encodeNumber(std::uint64_t number) {
+  JournalKey key{};
+  for (auto byte = key.rbegin(); byte != key.rend(); ++byte, number >>= 8U) {
+    *byte = static_cast<char>(number & 0xFFU);
+  }
+  return key;
+}
+
+std::uint64_t decodeNumber(const MDB_val& key) {
+  std::uint64_t number = 0;
+  for (const char byte : asView(key)) number = (number << 8U) | static_cast<unsigned char>(byte);
+  return number;
+}
+
+std::uint64_t lastNumber(const Transaction& transaction, MDB_dbi journal) {
+  MDB_val key{};
+  MDB_val data{};
+  return Cursor(transaction, journal).move(key, data, MDB_LAST) ? decodeNumber(key) : 0;
+}
+
+void appendChange(const Transaction& transaction, MDB_dbi journal, std::string_view changedKey) {
+  const std::uint64_t number = lastNumber(transaction, journal) + 1;
+  const JournalKey numberBytes = encodeNumber(number);
+  MDB_val key = asVal({numberBytes.data(), numberBytes.size()});
+  MDB_val data = asVal(changedKey);
+  check(mdb_put(transaction.get(), journal, &key, &data, MDB_APPEND), "cannot write");
+  if (number <= kJournalLength) return;
+  const JournalKey oldestBytes = encodeNumber(number - kJournalLength);
+  MDB_val oldest = asVal({oldestBytes.data(), oldestBytes.size()});
+  const int error = mdb_del(transaction.get(), journal, &oldest, nullptr);
+  if (error != MDB_NOTFOUND) check(error, "cannot write");
+}
+
+void makeFolder(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) throw StoreError(codeOf(error.value()), "cannot make the folder: " + error.message());
+}
+
+}  // namespace
+
+Database::Database(const std::filesystem::path& folder, Durability durability)
+    : noticeFile_(folder / "changed") {
+  makeFolder(folder);
+  const unsigned flags = MDB_NOTLS | (durability == Durability::kInMemory ? MDB_NOSYNC : 0U);
+  try {
+    openEnvironment(folder, flags);
+  } catch (const StoreError& error) {
+    if (error.code() != StoreCode::kReadOnly) throw;
+    // Without a lock file of our own: who may not write the folder cannot take part in its locking.
+    readOnly_ = true;
+    openEnvironment(folder, flags | MDB_RDONLY | MDB_NOLOCK);
+  }
+  openTables();
+}
+
+void Database::openEnvironment(const std::filesystem::path& folder, unsigned flags) {
+  MDB_env* environment = nullptr;
+  check(mdb_env_create(&environment), "cannot open");
+  environment_.reset(environment);
+  check(mdb_env_set_mapsize(environment, kMapSize), "cannot open");
+  check(mdb_env_set_maxdbs(environment, kTables), "cannot open");
+  check(mdb_env_set_maxreaders(environment, kMaxReaders), "cannot open");
+  check(mdb_env_open(environment, folder.c_str(), flags, kFileMode), "cannot open");
+  // Gives the places of processes that were killed while they read back.
+  int dead = 0;
+  if ((flags & MDB_NOLOCK) == 0) mdb_reader_check(environment, &dead);
+}
+
+void Database::openTables() {
+  Transaction transaction(environment_.get(), readOnly_ ? Access::kRead : Access::kWrite);
+  const unsigned flags = readOnly_ ? 0 : MDB_CREATE;
+  for (const auto& [table, name] : {std::pair{&values_, "values"}, {&journal_, "journal"}}) {
+    const int error = mdb_dbi_open(transaction.get(), name, flags, table);
+    if (error == MDB_NOTFOUND) empty_ = true;
+    if (error != MDB_NOTFOUND) check(error, "cannot open");
+  }
+  transaction.commit();
+}
+
+std::optional<StoreValue> Database::get(const std::string& key) const {
+  if (empty_) return std::nullopt;
+  const Transaction transaction(environment_.get(), Access::kRead);
+  MDB_val name = asVal(key);
+  MDB_val data{};
+  const int error = mdb_get(transaction.get(), values_, &name, &data);
+  if (error == MDB_NOTFOUND) return std::nullopt;
+  check(error, "cannot read");
+  return decode(asView(data));
+}
+
+std::map<std::string, StoreValue> Database::list(const std::string& prefix) const {
+  std::map<std::string, StoreValue> found;
+  if (empty_) return found;
+  const Transaction transaction(environment_.get(), Access::kRead);
+  Cursor cursor(transaction, values_);
+  MDB_val key = asVal(prefix);
+  MDB_val data{};
+  for (bool more = cursor.move(key, data, MDB_SET_RANGE); more && asView(key).starts_with(prefix);
+       more = cursor.move(key, data, MDB_NEXT)) {
+    found.emplace(asView(key), decode(asView(data)));
+  }
+  return found;
+}
+
+void Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
+  if (values.empty()) return;
+  if (readOnly_) throw StoreError(StoreCode::kReadOnly, "the folder cannot be written");
+  Transaction transaction(environment_.get(), Access::kWrite);
+  bool changed = false;
+  for (const auto& [name, value] : values) {
+    const std::string bytes = encode(value);
+    MDB_val key = asVal(name);
+    MDB_val data = asVal(bytes);
+    const unsigned flags = overwrite == Overwrite::kNo ? MDB_NOOVERWRITE : 0;
+    const int error = mdb_put(transaction.get(), values_, &key, &data, flags);
+    if (error == MDB_KEYEXIST) continue;
+    check(error, "cannot write");
+    appendChange(transaction, journal_, name);
+    changed = true;
+  }
+  if (!changed) return;
+  transaction.commit();
+  wakeSubscribers();
+}
+
+std::uint64_t Database::lastChange() const {
+  if (empty_) return 0;
+  return lastNumber(Transaction(environment_.get(), Access::kRead), journal_);
+}
+
+Database::Changes Database::changesAfter(std::uint64_t number) const {
+  Changes result;
+  if (empty_) return result;
+  const Transaction transaction(environment_.get(), Access::kRead);
+  Cursor cursor(transaction, journal_);
+  const JournalKey start = encodeNumber(number + 1);
+  MDB_val key = asVal({start.data(), start.size()});
+  MDB_val data{};
+  for (bool more = cursor.move(key, data, MDB_SET_RANGE); more;
+       more = cursor.move(key, data, MDB_NEXT)) {
+    result.changes.push_back({decodeNumber(key), std::string(asView(data))});
+  }
+  result.complete = result.changes.empty() || result.changes.front().number == number + 1;
+  return result;
+}
+
+void Database::wakeSubscribers() const {
+  // What is written does not matter, the watchers look at the journal. The values are stored
+  // already: a failure here delays the news until the next change, and is no failure of the set.
+  const int file = open(noticeFile_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kFileMode);
+  if (file < 0) return;
+  [[maybe_unused]] const ssize_t written = pwrite(file, "!", 1, 0);
+  close(file);
+}
+
+}  // namespace platform

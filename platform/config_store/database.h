@@ -1,0 +1,78 @@
+// One LMDB environment: values by key, and the journal of what changed, which is how processes tell
+// each other. Both are written in one transaction, so there is no change without its entry.
+#ifndef PLATFORM_CONFIG_STORE_DATABASE_H
+#define PLATFORM_CONFIG_STORE_DATABASE_H
+
+#include <lmdb.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/host/config_store.h"
+
+namespace platform {
+
+enum class Durability {
+  kSynced,    // a commit has reached the disk when it returns
+  kInMemory,  // commits survive the process, not the machine
+};
+
+enum class Overwrite { kYes, kNo };
+
+class Database {
+ public:
+  // Opens the folder, which is made when it is missing; one that cannot be written is opened for
+  // reading. Raises StoreError.
+  Database(const std::filesystem::path& folder, Durability durability);
+
+  // All functions may be called from any thread and raise StoreError.
+  std::optional<host::StoreValue> get(const std::string& key) const;
+  std::map<std::string, host::StoreValue> list(const std::string& prefix) const;
+
+  // Writes the values in one transaction, each with its journal entry, and wakes the subscribers.
+  void put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
+
+  // The number of the last change; 0 when there was none.
+  std::uint64_t lastChange() const;
+
+  struct Change {
+    std::uint64_t number;
+    std::string key;
+  };
+
+  // The changes after that number, in order. The journal is finite: of one who is too far behind,
+  // `complete` is false, and the changes are those that are left.
+  struct Changes {
+    std::vector<Change> changes;
+    bool complete = true;
+  };
+  Changes changesAfter(std::uint64_t number) const;
+
+  // A file that is written after every put(), by any process: what a subscriber watches.
+  const std::filesystem::path& noticeFile() const { return noticeFile_; }
+
+ private:
+  struct CloseEnvironment {
+    void operator()(MDB_env* environment) const { mdb_env_close(environment); }
+  };
+
+  void openEnvironment(const std::filesystem::path& folder, unsigned flags);
+  void openTables();
+  void wakeSubscribers() const;
+
+  std::unique_ptr<MDB_env, CloseEnvironment> environment_;
+  MDB_dbi values_ = 0;
+  MDB_dbi journal_ = 0;
+  bool readOnly_ = false;
+  bool empty_ = false;  // opened for reading before anybody wrote
+  std::filesystem::path noticeFile_;
+};
+
+}  // namespace platform
+
+#endif  // PLATFORM_CONFIG_STORE_DATABASE_H

@@ -1,0 +1,118 @@
+#include "notifier.h"
+
+#include <fcntl.h>
+#include <glib-unix.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <set>
+
+namespace platform {
+
+using host::StoreCode;
+using host::StoreError;
+
+namespace {
+
+[[noreturn]] void failToWatch(const char* action) {
+  throw StoreError(StoreCode::kUnavailable, std::string("cannot watch for changes: ") + action +
+                                                ": " + std::strerror(errno));
+}
+
+// The events carry nothing that the journal does not say better.
+void drain(int file) {
+  std::array<char, 4096> events{};
+  while (read(file, events.data(), events.size()) > 0) {
+  }
+}
+
+}  // namespace
+
+Notifier::Notifier(const Database& database) : database_(database) {}
+
+Notifier::~Notifier() {
+  if (source_ != 0) g_source_remove(source_);
+  if (inotify_ >= 0) close(inotify_);
+}
+
+int Notifier::add(std::function<bool(const std::string&)> wants, Callback changed) {
+  const std::lock_guard lock(mutex_);
+  watch();
+  const std::uint64_t last = database_.lastChange();
+  if (subscribers_.empty()) delivered_ = last;
+  const int number = nextNumber_++;
+  subscribers_.emplace(
+      number, std::make_shared<Subscriber>(Subscriber{std::move(wants), std::move(changed), last}));
+  return number;
+}
+
+void Notifier::remove(int number) {
+  const std::lock_guard lock(mutex_);
+  subscribers_.erase(number);
+}
+
+// Requires the mutex. Watches before the journal is first read, so that no change falls between.
+void Notifier::watch() {
+  if (source_ != 0) return;
+  // The file may not be there before the first change.
+  const int file = open(database_.noticeFile().c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  if (file >= 0) close(file);
+  if (inotify_ < 0) inotify_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+  if (inotify_ < 0) failToWatch("inotify_init1");
+  if (inotify_add_watch(inotify_, database_.noticeFile().c_str(), IN_MODIFY) < 0) {
+    failToWatch(database_.noticeFile().c_str());
+  }
+  source_ = g_unix_fd_add(
+      inotify_, G_IO_IN,
+      [](int, GIOCondition, void* self) {
+        static_cast<Notifier*>(self)->dispatch();
+        return gboolean{G_SOURCE_CONTINUE};
+      },
+      this);
+}
+
+void Notifier::dispatch() {
+  drain(inotify_);
+  Database::Changes changes;
+  {
+    const std::lock_guard lock(mutex_);
+    changes = database_.changesAfter(delivered_);
+    if (!changes.changes.empty()) delivered_ = changes.changes.back().number;
+  }
+  if (changes.complete) {
+    for (const Database::Change& change : changes.changes) deliver(change);
+    return;
+  }
+  // Too far behind to know what changed: every key may have.
+  std::set<std::string> keys;
+  for (const auto& [key, value] : database_.list("")) keys.insert(key);
+  for (const std::string& key : keys) deliver({changes.changes.back().number, key});
+}
+
+// Without the mutex while a subscriber runs: it may subscribe or end a subscription itself.
+void Notifier::deliver(const Database::Change& change) {
+  std::vector<int> numbers;
+  {
+    const std::lock_guard lock(mutex_);
+    for (const auto& [number, subscriber] : subscribers_) {
+      if (change.number > subscriber->since && subscriber->wants(change.key)) {
+        numbers.push_back(number);
+      }
+    }
+  }
+  for (const int number : numbers) {
+    std::shared_ptr<Subscriber> subscriber;
+    {
+      const std::lock_guard lock(mutex_);
+      const auto found = subscribers_.find(number);
+      if (found == subscribers_.end()) continue;  // ended by a subscriber before it
+      subscriber = found->second;
+    }
+    subscriber->changed(change.key);
+  }
+}
+
+}  // namespace platform

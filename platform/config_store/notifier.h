@@ -1,0 +1,55 @@
+// Tells this process's subscribers of changes to a database, by whichever process made them.
+#ifndef PLATFORM_CONFIG_STORE_NOTIFIER_H
+#define PLATFORM_CONFIG_STORE_NOTIFIER_H
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "database.h"
+
+namespace platform {
+
+// Watches the database's notice file from the default GLib main context; nothing polls. The
+// functions may be called from any thread.
+class Notifier {
+ public:
+  using Callback = std::function<void(const std::string& key)>;
+
+  explicit Notifier(const Database& database);
+  ~Notifier();
+  Notifier(const Notifier&) = delete;
+  Notifier& operator=(const Notifier&) = delete;
+
+  // From the next change on, calls `changed` for every change of a key that `wants` accepts.
+  // Returns a number for remove(). Raises StoreError when the notice file cannot be watched.
+  int add(std::function<bool(const std::string& key)> wants, Callback changed);
+  void remove(int number);
+
+ private:
+  struct Subscriber {
+    std::function<bool(const std::string& key)> wants;
+    Callback changed;
+    std::uint64_t since;  // the last change before the subscription
+  };
+
+  void watch();
+  void dispatch();
+  void deliver(const Database::Change& change);
+
+  const Database& database_;
+  std::mutex mutex_;
+  std::map<int, std::shared_ptr<Subscriber>> subscribers_;
+  int nextNumber_ = 1;
+  std::uint64_t delivered_ = 0;  // the last change that the subscribers were told of
+  int inotify_ = -1;
+  unsigned source_ = 0;
+};
+
+}  // namespace platform
+
+#endif  // PLATFORM_CONFIG_STORE_NOTIFIER_H

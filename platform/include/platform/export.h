@@ -1,0 +1,11 @@
+/* Marks what a platform library offers to other binaries. */
+#ifndef PLATFORM_EXPORT_H
+#define PLATFORM_EXPORT_H
+
+#if defined(__GNUC__)
+#define PLATFORM_API __attribute__((visibility("default")))
+#else
+#define PLATFORM_API
+#endif
+
+#endif /* PLATFORM_EXPORT_H */

@@ -1,0 +1,117 @@
+// The host platform's configuration store, beyond what platform/config_store.h offers: values of
+// any type, sets of several values at once, listing, and subscriptions that end.
+//
+// "db/..." keys are kept in $VENTARO_STATE_DIR (default $XDG_STATE_HOME/ventaro, else
+// ~/.local/state/ventaro), and a set has reached the disk when it returns. "memory/..." keys are
+// kept in $VENTARO_RUNTIME_DIR (default $XDG_RUNTIME_DIR/ventaro, else a folder of this user under
+// /tmp). Several processes may use one store at once. All functions may be called from any thread.
+#ifndef PLATFORM_HOST_CONFIG_STORE_H
+#define PLATFORM_HOST_CONFIG_STORE_H
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "platform/config_store.h"
+#include "platform/export.h"
+
+namespace platform::host {
+
+// What the store's C functions return, and what a StoreError carries.
+enum class StoreCode : int {
+  kOk = 0,
+  kNullArgument = -1,
+  kBadKey = -2,  // empty, too long, or neither in "db/" nor in "memory/"
+  kNoSuchKey = -3,
+  kWrongType = -4,     // the key holds a value of another type
+  kValueTooLong = -5,  // more than kMaxValueSize bytes
+  kReadOnly = -6,      // the folder cannot be written
+  kNoSpace = -7,       // the disk or the store is full
+  kUnavailable = -8,   // anything else that the store's files do
+};
+
+inline constexpr std::size_t kMaxValueSize = std::size_t{4} << 20;  // bytes
+
+class PLATFORM_API StoreError : public std::runtime_error {
+ public:
+  StoreError(StoreCode code, const std::string& message)
+      : std::runtime_error(message), code_(code) {}
+  StoreCode code() const { return code_; }
+
+ private:
+  StoreCode code_;
+};
+
+using StoreValue = std::variant<int, bool, std::string>;
+
+// The word for a value's type: "int", "bool" or "string".
+PLATFORM_API const char* typeName(const StoreValue& value);
+
+// Ends its subscription when it goes. To be ended on the thread that iterates the main context.
+class PLATFORM_API Subscription {
+ public:
+  Subscription() = default;
+  explicit Subscription(std::function<void()> end) : end_(std::move(end)) {}
+  Subscription(Subscription&& other) noexcept : end_(std::exchange(other.end_, nullptr)) {}
+  Subscription& operator=(Subscription&& other) noexcept {
+    std::swap(end_, other.end_);
+    return *this;
+  }
+  ~Subscription() {
+    if (end_) end_();
+  }
+
+ private:
+  std::function<void()> end_;
+};
+
+class PLATFORM_API ConfigStore {
+ public:
+  // The store of this process's environment, opened at the first use.
+  static ConfigStore& instance();
+
+  // All functions raise StoreError.
+
+  // The value, or nothing when there is no such key.
+  std::optional<StoreValue> get(const std::string& key) const;
+
+  void set(const std::string& key, const StoreValue& value);
+
+  // Sets several values. Those of "db/", and those of "memory/", become visible together.
+  void set(const std::map<std::string, StoreValue>& values);
+
+  // As set(), but leaves the keys alone that have a value.
+  void setAbsent(const std::map<std::string, StoreValue>& values);
+
+  // All values whose keys begin with `prefix`, in the order of their keys.
+  std::map<std::string, StoreValue> list(const std::string& prefix) const;
+
+  // Calls `changed` with the key after every set of a key that begins with `prefix`, by any
+  // process, also of an equal value. The calls come from the default GLib main context. A process
+  // that falls thousands of changes behind is told of each of its keys once.
+  [[nodiscard]] Subscription subscribe(const std::string& prefix,
+                                       std::function<void(const std::string& key)> changed);
+
+  ConfigStore(const ConfigStore&) = delete;
+  ConfigStore& operator=(const ConfigStore&) = delete;
+
+ private:
+  ConfigStore();
+  ~ConfigStore();
+
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+// The key that a notification of platform/config_store.h is about; valid as long as the node.
+PLATFORM_API const char* keyOf(const keynode_t* node);
+
+}  // namespace platform::host
+
+#endif  // PLATFORM_HOST_CONFIG_STORE_H

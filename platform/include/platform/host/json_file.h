@@ -1,0 +1,48 @@
+// A JSON file that a person writes (a product, a scenario, the menu tree), read so that every
+// mistake in it is named with its file, line and member.
+#ifndef PLATFORM_HOST_JSON_FILE_H
+#define PLATFORM_HOST_JSON_FILE_H
+
+#include <json/value.h>
+
+#include <filesystem>
+#include <string>
+
+#include "platform/export.h"
+
+namespace platform::host {
+
+// All functions raise ConfigurationError, with a message as
+// "scenarios/home.json:7: member \"signal_dbm\": expected an integer, found \"strong\"".
+class PLATFORM_API JsonFile {
+ public:
+  // Reads the file, whose root must be an object.
+  explicit JsonFile(std::filesystem::path path);
+
+  const std::filesystem::path& path() const { return path_; }
+  const Json::Value& root() const { return root_; }
+
+  // A member of `object`, which is the root or lies below it. One that is missing is an error too.
+  std::string text(const Json::Value& object, const char* member) const;
+  int integer(const Json::Value& object, const char* member) const;
+  bool flag(const Json::Value& object, const char* member) const;
+  const Json::Value& array(const Json::Value& object, const char* member) const;
+  const Json::Value& dictionary(const Json::Value& object, const char* member) const;
+
+  // Raises the error that `value`, at that member, should be something else.
+  [[noreturn]] void expected(const char* what, const std::string& member,
+                             const Json::Value& value) const;
+
+ private:
+  const Json::Value& get(const Json::Value& object, const std::string& member,
+                         const char* what) const;
+  std::string at(const Json::Value& value) const;
+
+  std::filesystem::path path_;
+  std::string content_;
+  Json::Value root_;
+};
+
+}  // namespace platform::host
+
+#endif  // PLATFORM_HOST_JSON_FILE_H

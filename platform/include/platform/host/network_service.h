@@ -1,0 +1,45 @@
+// The network service of the simulated network: publishes the saved networks and connects on
+// command.
+#ifndef PLATFORM_HOST_NETWORK_SERVICE_H
+#define PLATFORM_HOST_NETWORK_SERVICE_H
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/export.h"
+
+namespace platform::host {
+
+// Brings the network of this process's environment up, which loads the scenario where none is
+// loaded. Raises ConfigurationError or StoreError.
+PLATFORM_API void openNetwork();
+
+// Loads a scenario by its name or path over whatever the simulated network holds. Raises
+// ConfigurationError or StoreError.
+PLATFORM_API void loadScenario(const std::string& nameOrPath);
+
+// Runs while the object lives, from the default GLib main context. On a command it drops the
+// previous network, is Connecting for the scenario's time, and then Connected; when the radio goes
+// off it drops the connection, when it comes on it connects to the first saved network. Each change
+// is published.
+class PLATFORM_API NetworkService {
+ public:
+  // Nothing when another process of the same runtime folder runs the service already. Raises
+  // ConfigurationError or StoreError.
+  static std::unique_ptr<NetworkService> start();
+
+  // Completes a connection under way: nobody else would.
+  ~NetworkService();
+  NetworkService(const NetworkService&) = delete;
+  NetworkService& operator=(const NetworkService&) = delete;
+
+ private:
+  NetworkService();
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace platform::host
+
+#endif  // PLATFORM_HOST_NETWORK_SERVICE_H

@@ -1,0 +1,30 @@
+// The products whose feature flags the host platform can take on.
+#ifndef PLATFORM_HOST_PRODUCT_H
+#define PLATFORM_HOST_PRODUCT_H
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+#include "platform/export.h"
+#include "platform/host/config_store.h"
+
+namespace platform::host {
+
+struct Product {
+  std::filesystem::path file;
+  std::string description;
+  // By name, without the "com.norvane/featureconf/" before it.
+  std::map<std::string, StoreValue> flags;
+};
+
+// Reads the product that $VENTARO_PRODUCT names (a name or a path; default "tv"). Raises
+// ConfigurationError, also when a flag that the TV's software reads is of another type.
+PLATFORM_API Product loadProduct();
+
+// Reads the product of that name or path.
+PLATFORM_API Product loadProduct(const std::string& nameOrPath);
+
+}  // namespace platform::host
+
+#endif  // PLATFORM_HOST_PRODUCT_H

@@ -1,0 +1,118 @@
+#include "platform/host/json_file.h"
+
+#include <json/reader.h>
+#include <json/writer.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "platform/host/errors.h"
+
+namespace platform::host {
+
+namespace {
+
+constexpr std::size_t kLongestQuote = 60;  // bytes of a wrong value that an error shows
+
+std::string readAll(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  std::string content{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  if (!stream || std::filesystem::is_directory(path)) {
+    throw ConfigurationError(path.string() + ": cannot be read: " + std::strerror(errno));
+  }
+  return content;
+}
+
+// The reader's report, "* Line 3, Column 5\n  Syntax error: ...\n", as "3: Syntax error: ...".
+std::string firstError(const std::string& report) {
+  constexpr std::string_view kLine = "Line ";
+  const auto number = report.find(kLine);
+  const auto comma = report.find(',', number);
+  const auto newline = report.find('\n', comma);
+  if (newline == std::string::npos) return report;
+  const std::string message = report.substr(newline + 1);
+  const auto begin = message.find_first_not_of(' ');
+  return report.substr(number + kLine.size(), comma - number - kLine.size()) + ": " +
+         message.substr(begin, message.find('\n', begin) - begin);
+}
+
+std::string shown(const Json::Value& value) {
+  if (value.isNull()) return "nothing";
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  const std::string text = Json::writeString(writer, value);
+  return text.size() <= kLongestQuote ? text : text.substr(0, kLongestQuote) + "...";
+}
+
+}  // namespace
+
+JsonFile::JsonFile(std::filesystem::path path) : path_(std::move(path)), content_(readAll(path_)) {
+  Json::CharReaderBuilder builder;
+  Json::CharReaderBuilder::strictMode(&builder.settings_);
+  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+  std::string report;
+  try {
+    if (reader->parse(content_.data(), content_.data() + content_.size(), &root_, &report)) {
+      if (!root_.isObject()) throw ConfigurationError(path_.string() + ":1: expected an object");
+      return;
+    }
+  } catch (const Json::Exception& error) {
+    report = error.what();
+  }
+  throw ConfigurationError(path_.string() + ":" + firstError(report));
+}
+
+std::string JsonFile::text(const Json::Value& object, const char* member) const {
+  const Json::Value& value = get(object, member, "a string");
+  if (!value.isString()) expected("a string", member, value);
+  return value.asString();
+}
+
+int JsonFile::integer(const Json::Value& object, const char* member) const {
+  const Json::Value& value = get(object, member, "an integer");
+  if (!value.isInt()) expected("an integer", member, value);
+  return value.asInt();
+}
+
+bool JsonFile::flag(const Json::Value& object, const char* member) const {
+  const Json::Value& value = get(object, member, "true or false");
+  if (!value.isBool()) expected("true or false", member, value);
+  return value.asBool();
+}
+
+const Json::Value& JsonFile::array(const Json::Value& object, const char* member) const {
+  const Json::Value& value = get(object, member, "an array");
+  if (!value.isArray()) expected("an array", member, value);
+  return value;
+}
+
+const Json::Value& JsonFile::dictionary(const Json::Value& object, const char* member) const {
+  const Json::Value& value = get(object, member, "an object");
+  if (!value.isObject()) expected("an object", member, value);
+  return value;
+}
+
+void JsonFile::expected(const char* what, const std::string& member,
+                        const Json::Value& value) const {
+  throw ConfigurationError(at(value) + ": member \"" + member + "\": expected " + what +
+                           ", found " + shown(value));
+}
+
+const Json::Value& JsonFile::get(const Json::Value& object, const std::string& member,
+                                 const char* what) const {
+  if (!object.isObject()) expected("an object", member, object);
+  if (object.isMember(member)) return object[member];
+  throw ConfigurationError(at(object) + ": member \"" + member + "\" is missing: expected " + what);
+}
+
+std::string JsonFile::at(const Json::Value& value) const {
+  const auto end =
+      content_.begin() + std::min<std::ptrdiff_t>(value.getOffsetStart(), std::ssize(content_));
+  return path_.string() + ":" + std::to_string(1 + std::count(content_.begin(), end, '\n'));
+}
+
+}  // namespace platform::host

@@ -1,0 +1,45 @@
+#include "log_files.h"
+
+#include <spdlog/sinks/null_sink.h>
+#include <spdlog/sinks/rotating_file_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+
+#include <cstdlib>
+#include <string_view>
+
+#include "../config_store/folders.h"
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t kFileSize = std::size_t{1} << 20;  // bytes
+constexpr std::size_t kOldFiles = 3;
+
+spdlog::sink_ptr makeSink(const std::string& file) {
+  const char* destination = std::getenv("VENTARO_LOG");
+  if (destination != nullptr && std::string_view(destination) == "stderr") {
+    return std::make_shared<spdlog::sinks::stderr_sink_mt>();
+  }
+  try {
+    const auto path = stateFolder() / "log" / file;
+    return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(path.string(), kFileSize,
+                                                                  kOldFiles);
+  } catch (const spdlog::spdlog_ex&) {
+    return std::make_shared<spdlog::sinks::null_sink_mt>();
+  }
+}
+
+}  // namespace
+
+std::shared_ptr<spdlog::logger> makeLogger(const std::string& name, const std::string& file,
+                                           const std::string& pattern) {
+  auto logger = std::make_shared<spdlog::logger>(name, makeSink(file));
+  logger->set_pattern(pattern);
+  logger->flush_on(spdlog::level::info);
+  // The log must not fail its callers, a full disk included.
+  logger->set_error_handler([](const std::string& /*message*/) {});
+  return logger;
+}
+
+}  // namespace platform

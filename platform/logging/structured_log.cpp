@@ -1,0 +1,77 @@
+// The structured logger: records as JSON lines, kept only while storage is enabled.
+#include "platform/structured_log.h"
+
+#include <json/value.h>
+#include <json/writer.h>
+#include <spdlog/fmt/chrono.h>
+#include <spdlog/spdlog.h>
+
+#include <chrono>
+#include <cstdarg>
+#include <memory>
+#include <string>
+
+#include "log_files.h"
+#include "message.h"
+#include "platform/host/config_store.h"
+
+namespace {
+
+// A person switches storage on and off here while the product runs.
+constexpr char kStorageKey[] = "memory/host/structured_log";
+
+spdlog::logger& logger() {
+  static auto* const shared = new std::shared_ptr<spdlog::logger>(  // never destroyed
+      platform::makeLogger("structured", "structured.jsonl", "%v"));
+  return **shared;
+}
+
+std::string timeNow() {
+  const auto now = std::chrono::system_clock::now();
+  const auto milliseconds =
+      std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
+  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}Z",
+                     fmt::gmtime(std::chrono::system_clock::to_time_t(now)), milliseconds);
+}
+
+std::string textOf(const char* text) {
+  return text != nullptr ? text : "";
+}
+
+}  // namespace
+
+namespace ht {
+
+TCLogger& TCLogger::Instance() {
+  static TCLogger instance;
+  return instance;
+}
+
+bool TCLogger::IsStorageEnabled() const {
+  using namespace platform::host;
+  try {
+    const auto value = ConfigStore::instance().get(kStorageKey);
+    return value == StoreValue(true);
+  } catch (const StoreError&) {
+    return false;
+  }
+}
+
+void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...) {
+  if (format == nullptr || !TCLogger::Instance().IsStorageEnabled()) return;
+  std::va_list arguments;
+  va_start(arguments, format);
+  Json::Value record;
+  record["message"] = platform::formatMessage(format, arguments);
+  va_end(arguments);
+  record["time"] = timeNow();
+  record["path"] = textOf(location.path);
+  record["line"] = location.line;
+  record["function"] = textOf(location.signature);
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  writer["emitUTF8"] = true;
+  logger().info("{}", Json::writeString(writer, record));
+}
+
+}  // namespace ht

@@ -1,0 +1,40 @@
+#include "saved_networks.h"
+
+#include <json/value.h>
+#include <json/writer.h>
+
+#include "platform/host/config_store.h"
+
+namespace platform {
+
+namespace {
+
+const char* statusOf(const std::string& ssid, const std::string& connected,
+                     const std::string& connecting) {
+  if (ssid == connected) return "Connected";
+  if (ssid == connecting) return "Connecting";
+  return "Disconnected";
+}
+
+}  // namespace
+
+void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::string& connected,
+                          const std::string& connecting) {
+  Json::Value document(Json::objectValue);
+  Json::Value& values = document["values"] = Json::arrayValue;
+  for (const AccessPoint& point : points) {
+    if (!point.saved) continue;
+    Json::Value& entry = values.append(Json::objectValue);
+    entry["SSID"] = point.ssid;
+    entry["SIGNAL_STRENGTH"] = point.signalDbm;
+    entry["STATUS"] = statusOf(point.ssid, connected, connecting);
+  }
+  document["count"] = static_cast<int>(values.size());
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  writer["emitUTF8"] = true;
+  host::ConfigStore::instance().set("db/menu/network/TopSavedAP",
+                                    Json::writeString(writer, document));
+}
+
+}  // namespace platform

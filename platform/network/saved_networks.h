@@ -1,0 +1,19 @@
+// The document with which the network service tells the menu of the saved networks.
+#ifndef PLATFORM_NETWORK_SAVED_NETWORKS_H
+#define PLATFORM_NETWORK_SAVED_NETWORKS_H
+
+#include <string>
+#include <vector>
+
+#include "network.h"
+
+namespace platform {
+
+// Publishes the saved ones of the access points as "db/menu/network/TopSavedAP". Each is Connected,
+// Connecting or Disconnected.
+void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::string& connected,
+                          const std::string& connecting);
+
+}  // namespace platform
+
+#endif  // PLATFORM_NETWORK_SAVED_NETWORKS_H

@@ -1,0 +1,174 @@
+#include "simulated_network.h"
+
+#include <json/reader.h>
+#include <json/value.h>
+#include <json/writer.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+#include "platform/host/config_store.h"
+#include "platform/host/errors.h"
+#include "platform/host/resources.h"
+#include "saved_networks.h"
+
+namespace platform {
+
+namespace {
+
+using host::ConfigStore;
+using host::StoreCode;
+using host::StoreError;
+using host::StoreValue;
+
+constexpr char kDefaultScenario[] = "home";
+const std::string kPrefix = "memory/host/network/";
+
+// A value that somebody made another type of counts as not there.
+template <typename T>
+T valueOf(const std::string& name, T otherwise) {
+  const auto value = ConfigStore::instance().get(kPrefix + name);
+  const T* typed = value ? std::get_if<T>(&*value) : nullptr;
+  return typed != nullptr ? *typed : otherwise;
+}
+
+std::string toText(const Json::Value& value) {
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  writer["emitUTF8"] = true;
+  return Json::writeString(writer, value);
+}
+
+// The array that a person may have changed; anything that is none counts as empty.
+Json::Value toArray(const std::string& text) {
+  Json::Value root;
+  std::string errors;
+  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
+  try {
+    if (reader->parse(text.data(), text.data() + text.size(), &root, &errors) && root.isArray()) {
+      return root;
+    }
+  } catch (const Json::Exception&) {
+    // Nested too deep.
+  }
+  return Json::arrayValue;
+}
+
+std::string textMember(const Json::Value& entry, const char* name) {
+  return entry.isObject() && entry[name].isString() ? entry[name].asString() : "";
+}
+
+int intMember(const Json::Value& entry, const char* name) {
+  return entry.isObject() && entry[name].isInt() ? entry[name].asInt() : 0;
+}
+
+Json::Value toJson(const std::vector<AccessPoint>& points) {
+  Json::Value array(Json::arrayValue);
+  for (const AccessPoint& point : points) {
+    Json::Value& entry = array.append(Json::objectValue);
+    entry["ssid"] = point.ssid;
+    entry["frequency_mhz"] = point.frequencyMhz;
+    entry["signal_dbm"] = point.signalDbm;
+    entry["saved"] = point.saved;
+  }
+  return array;
+}
+
+Json::Value toJson(const std::vector<Profile>& profiles) {
+  Json::Value array(Json::arrayValue);
+  for (const Profile& profile : profiles) {
+    Json::Value& entry = array.append(Json::objectValue);
+    entry["name"] = profile.name;
+    entry["type"] = profile.type == ProfileType::kEthernet ? "ethernet" : "wifi";
+  }
+  return array;
+}
+
+}  // namespace
+
+SimulatedNetwork::SimulatedNetwork() {
+  const char* variable = std::getenv("VENTARO_SCENARIO");
+  const std::string wanted = variable != nullptr ? variable : "";
+  const std::string held = valueOf<std::string>("scenario", "");
+  if (!held.empty() && (wanted.empty() || wanted == held)) return;
+  const std::string name = wanted.empty() ? kDefaultScenario : wanted;
+  load(readScenario(host::findResource("scenarios", name)), name);
+}
+
+void SimulatedNetwork::load(const Scenario& scenario, const std::string& name) {
+  ConfigStore::instance().set({
+      {kPrefix + "radio", scenario.radioOn},
+      {kPrefix + "connected", scenario.radioOn ? scenario.connected : ""},
+      {kPrefix + "connecting", ""},
+      {kPrefix + "connect_milliseconds", static_cast<int>(scenario.connectTime.count())},
+      {kPrefix + "access_points", toText(toJson(scenario.accessPoints))},
+      {kPrefix + "profiles", toText(toJson(scenario.profiles))},
+      {kPrefix + "scenario", name},
+  });
+  publishSavedNetworks(scenario.accessPoints, scenario.radioOn ? scenario.connected : "", "");
+}
+
+bool SimulatedNetwork::isRadioOn() {
+  return valueOf("radio", false);
+}
+
+void SimulatedNetwork::setRadio(bool on) {
+  std::map<std::string, StoreValue> state = {{kPrefix + "radio", on}};
+  if (!on) {
+    state.emplace(kPrefix + "connected", "");
+    state.emplace(kPrefix + "connecting", "");
+  }
+  ConfigStore::instance().set(state);
+}
+
+std::optional<AccessPoint> SimulatedNetwork::connectedAccessPoint() {
+  const std::string ssid = connected();
+  if (!isRadioOn() || ssid.empty()) return std::nullopt;
+  const std::vector<AccessPoint> points = accessPoints();
+  const auto point = std::ranges::find(points, ssid, &AccessPoint::ssid);
+  return point != points.end() ? std::optional(*point) : std::nullopt;
+}
+
+std::vector<Profile> SimulatedNetwork::profiles() {
+  std::vector<Profile> profiles;
+  for (const Json::Value& entry : toArray(valueOf<std::string>("profiles", ""))) {
+    const bool ethernet = textMember(entry, "type") == "ethernet";
+    profiles.push_back(
+        {textMember(entry, "name"), ethernet ? ProfileType::kEthernet : ProfileType::kWifi});
+  }
+  return profiles;
+}
+
+void SimulatedNetwork::setEthernetEap(const Profile& profile, bool on) {
+  ConfigStore::instance().set(kPrefix + "eap/" + profile.name, on);
+}
+
+std::vector<AccessPoint> SimulatedNetwork::accessPoints() const {
+  std::vector<AccessPoint> points;
+  for (const Json::Value& entry : toArray(valueOf<std::string>("access_points", ""))) {
+    const bool saved = entry.isObject() && entry["saved"].isBool() && entry["saved"].asBool();
+    points.push_back({textMember(entry, "ssid"), intMember(entry, "frequency_mhz"),
+                      intMember(entry, "signal_dbm"), saved});
+  }
+  return points;
+}
+
+std::string SimulatedNetwork::connected() const {
+  return valueOf<std::string>("connected", "");
+}
+
+std::string SimulatedNetwork::connecting() const {
+  return valueOf<std::string>("connecting", "");
+}
+
+std::chrono::milliseconds SimulatedNetwork::connectTime() const {
+  return std::chrono::milliseconds(std::max(valueOf("connect_milliseconds", 0), 0));
+}
+
+void SimulatedNetwork::setConnection(const std::string& connected, const std::string& connecting) {
+  ConfigStore::instance().set(
+      {{kPrefix + "connected", connected}, {kPrefix + "connecting", connecting}});
+}
+
+}  // namespace platform

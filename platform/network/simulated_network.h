@@ -1,0 +1,48 @@
+// A network that exists in the configuration store only, below "memory/host/network/", so that
+// every process sees the same radio and a person can change it while the menu runs:
+//
+//   scenario              string  the file that the state was loaded from
+//   radio                 bool    whether Wi-Fi is on
+//   connected             string  the SSID of the connected access point, or empty
+//   connecting            string  the SSID that the network service is connecting to, or empty
+//   connect_milliseconds  int     how long connecting takes
+//   access_points         string  JSON, as in the scenario
+//   profiles              string  JSON, as in the scenario
+//   eap/<profile>         bool    802.1X on that Ethernet profile
+#ifndef PLATFORM_NETWORK_SIMULATED_NETWORK_H
+#define PLATFORM_NETWORK_SIMULATED_NETWORK_H
+
+#include <chrono>
+#include <string>
+
+#include "network.h"
+#include "scenario.h"
+
+namespace platform {
+
+class SimulatedNetwork : public Network {
+ public:
+  // Loads the scenario that $VENTARO_SCENARIO names (a name or a path; default "home"), unless the
+  // store holds one already and the variable does not ask for another.
+  SimulatedNetwork();
+
+  bool isRadioOn() override;
+  void setRadio(bool on) override;
+  std::optional<AccessPoint> connectedAccessPoint() override;
+  std::vector<Profile> profiles() override;
+  void setEthernetEap(const Profile& profile, bool on) override;
+
+  // For the network service, which connects.
+  std::vector<AccessPoint> accessPoints() const;
+  std::string connected() const;
+  std::string connecting() const;
+  std::chrono::milliseconds connectTime() const;
+  void setConnection(const std::string& connected, const std::string& connecting);
+
+  // Makes the store's state that of the scenario, and publishes it.
+  static void load(const Scenario& scenario, const std::string& name);
+};
+
+}  // namespace platform
+
+#endif  // PLATFORM_NETWORK_SIMULATED_NETWORK_H
