@@ -114,10 +114,11 @@ void SavedAPConnection::Connect(int index) {
   WriteConnectToVconf(index == 0 ? GetFirstItemName() : GetSecondItemName());
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the operation takes its own copy.
 void SavedAPConnection::WriteConnectToVconf(std::string ssid) {
   Json::Value command(Json::objectValue);
   command["COMMAND"] = kConnectCommand;
-  command["SSID"] = std::move(ssid);
+  command["SSID"] = ssid;
   const std::string text = Json::writeString(Json::StreamWriterBuilder(), command);
   vconf_set_str(kCommandKey, text.c_str());
 }

@@ -57,8 +57,8 @@ class SavedAPConnection {
 
   // Told by the store, on a thread of its choice and without the lock, that the document changed.
   // Asks the menu to refresh; touches no member.
-  static void _VconfSavedAPCommandChnage(keynode_t* node,
-                                         void* data);  // NOLINT(bugprone-reserved-identifier)
+  // NOLINTNEXTLINE(bugprone-reserved-identifier): the handler is known by this name.
+  static void _VconfSavedAPCommandChnage(keynode_t* node, void* data);
 
  private:
   SavedAPConnection();

@@ -1,8 +1,6 @@
 #include "on_off_list.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 #include "CMobileDeviceTV.h"
 #include "translation.h"
@@ -17,7 +15,7 @@ const char** copyListTexts(const std::vector<std::string>& texts, int* count) {
   auto** copies = static_cast<char**>(std::calloc(texts.size(), sizeof(char*)));
   for (std::size_t i = 0; i < texts.size(); ++i) {
     copies[i] = static_cast<char*>(std::calloc(1, kListTextSize));
-    std::memcpy(copies[i], texts[i].data(), std::min(texts[i].size(), kListTextSize));
+    texts[i].copy(copies[i], kListTextSize);
   }
   *count = static_cast<int>(texts.size());
   return const_cast<const char**>(copies);

@@ -10,15 +10,14 @@
  *     It must not be null. A key that a callback does not know is answered by that callback's
  *     fallback, never as an error, unless the callback says so.
  *  2. Text. All text is UTF-8 and NUL-terminated, except where a size is stated without a NUL.
- *  3. Ownership. A string handed out through a `char**` is a block of the C heap that belongs to
- * the caller, who returns it through release_string(); get_current_value_sid() and
+ *  3. Ownership. A string handed out through a `char**` is a block of the C heap. It belongs to
+ *     the caller, who returns it through release_string(). get_current_value_sid() and
  *     get_messagebox_info() write into the caller's own buffers instead; the text from
  *     get_list_item_display_value() stays part of its list. Lists return through free_list_items(),
  *     the table through delete_provider(). No pointer that a caller passes in is kept.
  *  4. Outputs. An output pointer must not be null. Where a function says that it leaves an output
  *     untouched, the caller sees what it had put there before the call.
- *  5. Results. The meaning of an int result differs from function to function and is stated at
- * each.
+ *  5. Results. What an int result means differs from function to function; each states it.
  *  6. Locks. Every function carries a tag:
  *       [locked]     holds the provider's one process-wide, non-recursive lock for its whole run.
  *                    Such functions may be called from any thread, and wait for each other.
@@ -68,8 +67,7 @@ typedef struct data_provider_cbs {
   /* [locked] Sets the item's value: the chosen position of a two-choice list or of the device-name
    * list. Returns what the setting reports: the Wi-Fi switch 1 or -1, Wi-Fi Direct and the wired
    * switch 0 or the store's error, power-on-with-mobile the new mode (1, 0) or -1, the device name
-   * 0 or -1. The saved-network keys connect to that network, ignore `value` and always return -1.
-   */
+   * 0 or -1. The saved-network keys connect to that network, ignore `value`, and return -1. */
   int (*set_int)(const char* key, int value); /* 0 */
   data_provider_reserved reserved_1;
   data_provider_reserved reserved_2;
@@ -96,8 +94,7 @@ typedef struct data_provider_cbs {
   int (*release_string)(char* str); /* 12 */
   /* [locked] The item's name, translated. A key that is a leading part of a known key gets that
    * key's name. Gives the caller a block of 2048 bytes, the text cut to 2047; empty when the key is
-   * unknown. Returns 0. Raises Json::Exception when the saved-network document has a wrong shape.
-   */
+   * unknown. Returns 0. Raises Json::Exception when the saved-network document is misshapen. */
   int (*get_display_name)(const char* key, char** value); /* 13 */
   /* [locked] The item's help text, translated. A key that is a leading part of a known key gets
    * that key's text. Gives the caller a block of 2048 bytes, the text cut to 2047; empty when the
@@ -141,8 +138,7 @@ typedef struct data_provider_cbs {
   int (*get_current_value_sid)(const char* key, char** value); /* 38 */
   /* [locked] The confirmation box, the same for every key. Appends to the caller's terminated
    * buffers: at most 1023 bytes to `text` (VENTARO_MESSAGE_TEXT_SIZE), at most 511 each to `first`
-   * and `second` (VENTARO_MESSAGE_BUTTON_SIZE); each then gets a NUL. `*type` becomes 2. Returns 0.
-   */
+   * and `second` (VENTARO_MESSAGE_BUTTON_SIZE), and a NUL to each. `*type` becomes 2. Returns 0. */
   int (*get_messagebox_info)(const char* key, char* text, char* first, char* second,
                              int* type); /* 39 */
   data_provider_reserved reserved_40;

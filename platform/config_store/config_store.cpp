@@ -34,13 +34,13 @@ struct Area {
   Notifier notifier;
 };
 
-std::string quoted(const std::string& key) {
+std::string inQuotes(const std::string& key) {
   return "\"" + key + "\"";
 }
 
 void checkKey(const std::string& key) {
   const auto fail = [&](const char* reason) {
-    throw StoreError(StoreCode::kBadKey, "bad key " + quoted(key) + ": " + reason);
+    throw StoreError(StoreCode::kBadKey, "bad key " + inQuotes(key) + ": " + reason);
   };
   if (key.empty()) fail("it is empty");
   if (key.size() > kMaxKeySize) fail("it is longer than 511 bytes");
@@ -53,7 +53,7 @@ void checkValue(const std::string& key, const StoreValue& value) {
   const auto* text = std::get_if<std::string>(&value);
   if (text == nullptr || text->size() <= kMaxValueSize) return;
   throw StoreError(StoreCode::kValueTooLong,
-                   "the value for " + quoted(key) + " has " + std::to_string(text->size()) +
+                   "the value for " + inQuotes(key) + " has " + std::to_string(text->size()) +
                        " bytes, more than " + std::to_string(kMaxValueSize));
 }
 
@@ -114,7 +114,7 @@ struct ConfigStore::Impl {
       try {
         areaOf(part.begin()->first).database.put(part, overwrite);
       } catch (const StoreError& error) {
-        throw StoreError(error.code(), quoted(part.begin()->first) + ": " + error.what());
+        throw StoreError(error.code(), inQuotes(part.begin()->first) + ": " + error.what());
       }
     }
   }

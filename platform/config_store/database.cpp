@@ -51,12 +51,24 @@ void check(int error, const char* action) {
 
 enum class Access { kRead, kWrite };
 
+// Gives the places of processes that were killed while they read back, and with them the space that
+// what they read takes. Whether there were any.
+bool dropDeadReaders(MDB_env* environment) {
+  int dead = 0;
+  check(mdb_reader_check(environment, &dead), "cannot look for dead readers");
+  return dead > 0;
+}
+
 // Rolls back unless it was committed.
 class Transaction {
  public:
   Transaction(MDB_env* environment, Access access) {
     const unsigned flags = access == Access::kRead ? MDB_RDONLY : 0;
-    check(mdb_txn_begin(environment, nullptr, flags, &transaction_), "cannot begin");
+    int error = mdb_txn_begin(environment, nullptr, flags, &transaction_);
+    if (error == MDB_READERS_FULL && dropDeadReaders(environment)) {
+      error = mdb_txn_begin(environment, nullptr, flags, &transaction_);
+    }
+    check(error, "cannot begin");
   }
   ~Transaction() {
     if (transaction_ != nullptr) mdb_txn_abort(transaction_);
@@ -64,7 +76,14 @@ class Transaction {
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
 
-  void commit() { check(mdb_txn_commit(std::exchange(transaction_, nullptr)), "cannot commit"); }
+  void commit() {
+    const int error = mdb_txn_commit(std::exchange(transaction_, nullptr));
+    // What LMDB calls a write that the disk took a part of only.
+    if (error == EIO) {
+      throw StoreError(StoreCode::kNoSpace, "cannot commit: the disk did not take all of it");
+    }
+    check(error, "cannot commit");
+  }
   MDB_txn* get() const { return transaction_; }
 
  private:
@@ -157,6 +176,31 @@ void appendChange(const Transaction& transaction, MDB_dbi journal, std::string_v
   if (error != MDB_NOTFOUND) check(error, "cannot write");
 }
 
+struct Tables {
+  MDB_dbi values;
+  MDB_dbi journal;
+};
+
+// Whether any of the values was written.
+bool write(MDB_env* environment, Tables tables, const std::map<std::string, StoreValue>& values,
+           Overwrite overwrite) {
+  Transaction transaction(environment, Access::kWrite);
+  bool changed = false;
+  for (const auto& [name, value] : values) {
+    const std::string bytes = encode(value);
+    MDB_val key = asVal(name);
+    MDB_val data = asVal(bytes);
+    const unsigned flags = overwrite == Overwrite::kNo ? MDB_NOOVERWRITE : 0;
+    const int error = mdb_put(transaction.get(), tables.values, &key, &data, flags);
+    if (error == MDB_KEYEXIST) continue;
+    check(error, "cannot write");
+    appendChange(transaction, tables.journal, name);
+    changed = true;
+  }
+  if (changed) transaction.commit();
+  return changed;
+}
+
 void makeFolder(const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
@@ -175,6 +219,11 @@ Database::Database(const std::filesystem::path& folder, Durability durability)
     if (error.code() != StoreCode::kReadOnly) throw;
     // Without a lock file of our own: who may not write the folder cannot take part in its locking.
     readOnly_ = true;
+    std::error_code failure;
+    if (!std::filesystem::exists(folder / "data.mdb", failure) && !failure) {
+      empty_ = true;
+      return;
+    }
     openEnvironment(folder, flags | MDB_RDONLY | MDB_NOLOCK);
   }
   openTables();
@@ -188,9 +237,7 @@ void Database::openEnvironment(const std::filesystem::path& folder, unsigned fla
   check(mdb_env_set_maxdbs(environment, kTables), "cannot open");
   check(mdb_env_set_maxreaders(environment, kMaxReaders), "cannot open");
   check(mdb_env_open(environment, folder.c_str(), flags, kFileMode), "cannot open");
-  // Gives the places of processes that were killed while they read back.
-  int dead = 0;
-  if ((flags & MDB_NOLOCK) == 0) mdb_reader_check(environment, &dead);
+  if ((flags & MDB_NOLOCK) == 0) dropDeadReaders(environment);
 }
 
 void Database::openTables() {
@@ -222,7 +269,9 @@ std::map<std::string, StoreValue> Database::list(const std::string& prefix) cons
   Cursor cursor(transaction, values_);
   MDB_val key = asVal(prefix);
   MDB_val data{};
-  for (bool more = cursor.move(key, data, MDB_SET_RANGE); more && asView(key).starts_with(prefix);
+  // LMDB has no empty keys, not even to search for.
+  const MDB_cursor_op start = prefix.empty() ? MDB_FIRST : MDB_SET_RANGE;
+  for (bool more = cursor.move(key, data, start); more && asView(key).starts_with(prefix);
        more = cursor.move(key, data, MDB_NEXT)) {
     found.emplace(asView(key), decode(asView(data)));
   }
@@ -232,22 +281,14 @@ std::map<std::string, StoreValue> Database::list(const std::string& prefix) cons
 void Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
   if (values.empty()) return;
   if (readOnly_) throw StoreError(StoreCode::kReadOnly, "the folder cannot be written");
-  Transaction transaction(environment_.get(), Access::kWrite);
   bool changed = false;
-  for (const auto& [name, value] : values) {
-    const std::string bytes = encode(value);
-    MDB_val key = asVal(name);
-    MDB_val data = asVal(bytes);
-    const unsigned flags = overwrite == Overwrite::kNo ? MDB_NOOVERWRITE : 0;
-    const int error = mdb_put(transaction.get(), values_, &key, &data, flags);
-    if (error == MDB_KEYEXIST) continue;
-    check(error, "cannot write");
-    appendChange(transaction, journal_, name);
-    changed = true;
+  try {
+    changed = write(environment_.get(), {values_, journal_}, values, overwrite);
+  } catch (const StoreError& error) {
+    if (error.code() != StoreCode::kNoSpace || !dropDeadReaders(environment_.get())) throw;
+    changed = write(environment_.get(), {values_, journal_}, values, overwrite);
   }
-  if (!changed) return;
-  transaction.commit();
-  wakeSubscribers();
+  if (changed) wakeSubscribers();
 }
 
 std::uint64_t Database::lastChange() const {

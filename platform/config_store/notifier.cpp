@@ -8,7 +8,8 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <set>
+
+#include "platform/log.h"
 
 namespace platform {
 
@@ -27,6 +28,20 @@ void drain(int file) {
   std::array<char, 4096> events{};
   while (read(file, events.data(), events.size()) > 0) {
   }
+}
+
+// The changes after number `delivered`, which becomes that of the last of them.
+std::vector<Database::Change> takeChanges(const Database& database, std::uint64_t& delivered) {
+  Database::Changes news = database.changesAfter(delivered);
+  if (news.changes.empty()) return {};
+  const std::uint64_t last = news.changes.back().number;
+  if (!news.complete) {
+    // Too far behind to know what changed: every key may have.
+    news.changes.clear();
+    for (const auto& [key, value] : database.list("")) news.changes.push_back({last, key});
+  }
+  delivered = last;
+  return news.changes;
 }
 
 }  // namespace
@@ -76,20 +91,16 @@ void Notifier::watch() {
 
 void Notifier::dispatch() {
   drain(inotify_);
-  Database::Changes changes;
-  {
+  std::vector<Database::Change> changes;
+  try {
     const std::lock_guard lock(mutex_);
-    changes = database_.changesAfter(delivered_);
-    if (!changes.changes.empty()) delivered_ = changes.changes.back().number;
+    changes = takeChanges(database_, delivered_);
+  } catch (const StoreError& error) {
+    // The main loop has nobody to tell. They will be read after the next change.
+    __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
+                 "cannot read what changed: %s", error.what());
   }
-  if (changes.complete) {
-    for (const Database::Change& change : changes.changes) deliver(change);
-    return;
-  }
-  // Too far behind to know what changed: every key may have.
-  std::set<std::string> keys;
-  for (const auto& [key, value] : database_.list("")) keys.insert(key);
-  for (const std::string& key : keys) deliver({changes.changes.back().number, key});
+  for (const Database::Change& change : changes) deliver(change);
 }
 
 // Without the mutex while a subscriber runs: it may subscribe or end a subscription itself.

@@ -160,6 +160,7 @@ int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* 
   return guarded("vconf_notify_key_changed", [&] {
     requireArgument(key, "the key");
     requireArgument(reinterpret_cast<const void*>(callback), "the callback");
+    ConfigStore::instance().get(key);  // raises for a key that cannot be
     keepSubscribed(key, callback, user_data);
   });
 }

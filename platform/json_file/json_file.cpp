@@ -20,8 +20,13 @@ constexpr std::size_t kLongestQuote = 60;  // bytes of a wrong value that an err
 
 std::string readAll(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
-  std::string content{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-  if (!stream || std::filesystem::is_directory(path)) {
+  std::string content;
+  try {
+    content.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+  } catch (const std::ios_base::failure&) {  // a folder opens, but cannot be read
+    stream.setstate(std::ios::badbit);
+  }
+  if (!stream) {
     throw ConfigurationError(path.string() + ": cannot be read: " + std::strerror(errno));
   }
   return content;
@@ -60,8 +65,8 @@ JsonFile::JsonFile(std::filesystem::path path) : path_(std::move(path)), content
       if (!root_.isObject()) throw ConfigurationError(path_.string() + ":1: expected an object");
       return;
     }
-  } catch (const Json::Exception& error) {
-    report = error.what();
+  } catch (const Json::Exception&) {
+    throw ConfigurationError(path_.string() + ": nested too deep");
   }
   throw ConfigurationError(path_.string() + ":" + firstError(report));
 }

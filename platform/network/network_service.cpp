@@ -134,9 +134,9 @@ struct NetworkService::Impl {
   void connect(const std::string& ssid) {
     SimulatedNetwork& network = simulatedNetwork();
     const std::vector<AccessPoint> points = network.accessPoints();
-    if (!network.isRadioOn()) return logLine("cannot connect to \"" + ssid + "\": Wi-Fi is off");
+    if (!network.isRadioOn()) return refuse(ssid, "Wi-Fi is off");
     if (std::ranges::find(points, ssid, &AccessPoint::ssid) == points.end()) {
-      return logLine("cannot connect to \"" + ssid + "\": there is no such network");
+      return refuse(ssid, "there is no such network");
     }
     stopTimer();
     setAndPublish("", ssid);
@@ -150,6 +150,13 @@ struct NetworkService::Impl {
           return gboolean{G_SOURCE_REMOVE};
         },
         this);
+  }
+
+  // The state is published all the same: whoever asked waits for an answer.
+  void refuse(const std::string& ssid, const char* reason) {
+    logLine("cannot connect to \"" + ssid + "\": " + reason);
+    const SimulatedNetwork& network = simulatedNetwork();
+    publishSavedNetworks(network.accessPoints(), network.connected(), network.connecting());
   }
 
   void complete() { setAndPublish(simulatedNetwork().connecting(), ""); }
@@ -197,7 +204,8 @@ void openNetwork() {
 
 void loadScenario(const std::string& nameOrPath) {
   simulatedNetwork();
-  SimulatedNetwork::load(readScenario(findResource("scenarios", nameOrPath)), nameOrPath);
+  SimulatedNetwork::load(readScenario(findResource("scenarios", nameOrPath)), nameOrPath,
+                         SimulatedNetwork::Publish::kAlways);
 }
 
 }  // namespace platform::host

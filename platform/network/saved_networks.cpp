@@ -9,6 +9,12 @@ namespace platform {
 
 namespace {
 
+using host::ConfigStore;
+
+constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
+// What was last published, to tell it from a document that a person put there.
+constexpr char kPublishedKey[] = "db/host/published_networks";
+
 const char* statusOf(const std::string& ssid, const std::string& connected,
                      const std::string& connecting) {
   if (ssid == connected) return "Connected";
@@ -33,8 +39,13 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "";
   writer["emitUTF8"] = true;
-  host::ConfigStore::instance().set("db/menu/network/TopSavedAP",
-                                    Json::writeString(writer, document));
+  const std::string text = Json::writeString(writer, document);
+  ConfigStore::instance().set({{kDocumentKey, text}, {kPublishedKey, text}});
+}
+
+bool isDocumentOfSomebodyElse() {
+  const auto document = ConfigStore::instance().get(kDocumentKey);
+  return document && document != ConfigStore::instance().get(kPublishedKey);
 }
 
 }  // namespace platform

@@ -10,9 +10,12 @@
 namespace platform {
 
 // Publishes the saved ones of the access points as "db/menu/network/TopSavedAP". Each is Connected,
-// Connecting or Disconnected.
+// Connecting or Disconnected. Raises StoreError, as does the function below.
 void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::string& connected,
                           const std::string& connecting);
+
+// Whether somebody else than publishSavedNetworks() wrote the document that is in the store.
+bool isDocumentOfSomebodyElse();
 
 }  // namespace platform
 

@@ -18,8 +18,6 @@ namespace platform {
 namespace {
 
 using host::ConfigStore;
-using host::StoreCode;
-using host::StoreError;
 using host::StoreValue;
 
 constexpr char kDefaultScenario[] = "home";
@@ -90,23 +88,25 @@ Json::Value toJson(const std::vector<Profile>& profiles) {
 SimulatedNetwork::SimulatedNetwork() {
   const char* variable = std::getenv("VENTARO_SCENARIO");
   const std::string wanted = variable != nullptr ? variable : "";
-  const std::string held = valueOf<std::string>("scenario", "");
+  const auto held = valueOf<std::string>("scenario", "");
   if (!held.empty() && (wanted.empty() || wanted == held)) return;
   const std::string name = wanted.empty() ? kDefaultScenario : wanted;
-  load(readScenario(host::findResource("scenarios", name)), name);
+  load(readScenario(host::findResource("scenarios", name)), name, Publish::kUnlessReplaced);
 }
 
-void SimulatedNetwork::load(const Scenario& scenario, const std::string& name) {
+void SimulatedNetwork::load(const Scenario& scenario, const std::string& name, Publish publish) {
+  const std::string connected = scenario.radioOn ? scenario.connected : "";
   ConfigStore::instance().set({
       {kPrefix + "radio", scenario.radioOn},
-      {kPrefix + "connected", scenario.radioOn ? scenario.connected : ""},
+      {kPrefix + "connected", connected},
       {kPrefix + "connecting", ""},
       {kPrefix + "connect_milliseconds", static_cast<int>(scenario.connectTime.count())},
       {kPrefix + "access_points", toText(toJson(scenario.accessPoints))},
       {kPrefix + "profiles", toText(toJson(scenario.profiles))},
       {kPrefix + "scenario", name},
   });
-  publishSavedNetworks(scenario.accessPoints, scenario.radioOn ? scenario.connected : "", "");
+  if (publish == Publish::kUnlessReplaced && isDocumentOfSomebodyElse()) return;
+  publishSavedNetworks(scenario.accessPoints, connected, "");
 }
 
 bool SimulatedNetwork::isRadioOn() {

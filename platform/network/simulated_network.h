@@ -39,8 +39,11 @@ class SimulatedNetwork : public Network {
   std::chrono::milliseconds connectTime() const;
   void setConnection(const std::string& connected, const std::string& connecting);
 
-  // Makes the store's state that of the scenario, and publishes it.
-  static void load(const Scenario& scenario, const std::string& name);
+  enum class Publish { kAlways, kUnlessReplaced };
+
+  // Makes the store's state that of the scenario, and publishes it; kUnlessReplaced leaves a
+  // document of saved networks alone that somebody else wrote.
+  static void load(const Scenario& scenario, const std::string& name, Publish publish);
 };
 
 }  // namespace platform

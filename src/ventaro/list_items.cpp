@@ -25,8 +25,8 @@ constexpr int kRecordCount = 2;
 struct ListSource {
   const char* key;
   const char** (*texts)(const char* key, int* count);
-  ITEM_FOLLOWING_ACTION_TYPE firstAction;
   ITEM_FOLLOWING_ACTION_TYPE (*secondAction)();
+  ITEM_FOLLOWING_ACTION_TYPE firstAction;
   bool logsTexts;
 };
 
@@ -47,21 +47,21 @@ ITEM_FOLLOWING_ACTION_TYPE askUnderRegulation() {
 }
 
 constexpr ListSource kListSources[] = {
-    {menu_keys::kMobileDeviceTvUs, textsOf<CMobileDeviceTVObj>, ITEM_FOLLOWING_ACTION_NONE,
-     always<ITEM_FOLLOWING_ACTION_MESSAGE_BOX>, false},
-    {menu_keys::kWiFiOnOff, textsOf<CWiFiOnOffObj>, ITEM_FOLLOWING_ACTION_MESSAGE_BOX,
-     askUnderRegulation, false},
-    {menu_keys::kWifiDirect, textsOf<CWiFiDirectObj>, ITEM_FOLLOWING_ACTION_REFRESH,
-     always<ITEM_FOLLOWING_ACTION_REFRESH>, false},
-    {menu_keys::kWiredEap, textsOf<CWiredEAPObj>, ITEM_FOLLOWING_ACTION_REFRESH,
-     always<ITEM_FOLLOWING_ACTION_REFRESH>, true},
+    {menu_keys::kMobileDeviceTvUs, textsOf<CMobileDeviceTVObj>,
+     always<ITEM_FOLLOWING_ACTION_MESSAGE_BOX>, ITEM_FOLLOWING_ACTION_NONE, false},
+    {menu_keys::kWiFiOnOff, textsOf<CWiFiOnOffObj>, askUnderRegulation,
+     ITEM_FOLLOWING_ACTION_MESSAGE_BOX, false},
+    {menu_keys::kWifiDirect, textsOf<CWiFiDirectObj>, always<ITEM_FOLLOWING_ACTION_REFRESH>,
+     ITEM_FOLLOWING_ACTION_REFRESH, false},
+    {menu_keys::kWiredEap, textsOf<CWiredEAPObj>, always<ITEM_FOLLOWING_ACTION_REFRESH>,
+     ITEM_FOLLOWING_ACTION_REFRESH, true},
 };
 constexpr ListSource kAnyOtherKey = {nullptr, textsOf<devicenameInterface>,
-                                     ITEM_FOLLOWING_ACTION_NONE,
-                                     always<ITEM_FOLLOWING_ACTION_REFRESH>, false};
+                                     always<ITEM_FOLLOWING_ACTION_REFRESH>,
+                                     ITEM_FOLLOWING_ACTION_NONE, false};
 
 ListItem** newRecords(int count) {
-  return static_cast<ListItem**>(std::calloc(static_cast<std::size_t>(count), sizeof(ListItem*)));
+  return static_cast<ListItem**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
 }
 
 ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {

@@ -16,8 +16,7 @@ extern "C" {
 #endif
 
 typedef void* connection_h;
-/* Profiles and iterators belong to their connection and end with it; there is no way to return one.
- */
+/* Profiles and iterators belong to their connection and end with it; none is ever returned. */
 typedef void* connection_profile_h;
 typedef void* connection_profile_iterator_h;
 
@@ -25,8 +24,7 @@ typedef void* connection_profile_iterator_h;
 PLATFORM_API int connection_create(connection_h* connection);
 PLATFORM_API int connection_destroy(connection_h connection);
 
-/* An iterator over the profiles; `iterator_type` 0 is the registered ones. Fails for other types.
- */
+/* An iterator over the profiles. `iterator_type` 0: the registered ones; fails for other types. */
 PLATFORM_API int connection_get_profile_iterator(connection_h connection, int iterator_type,
                                                  connection_profile_iterator_h* iterator);
 

@@ -15,6 +15,7 @@ enum { PLATFORM_LOG_MAIN = 0, PLATFORM_LOG_SYSTEM = 2 };
 enum { PLATFORM_LOG_INFO = 4 };
 
 /* Logs one line. Returns a negative number when it could not be logged. Any thread. */
+/* NOLINTNEXTLINE(bugprone-reserved-identifier): the platform's name for it. */
 PLATFORM_API int __dlog_print(int log_id, int priority, const char* tag, const char* format, ...)
     __attribute__((format(printf, 4, 5)));
 

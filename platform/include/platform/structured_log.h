@@ -25,8 +25,7 @@ class PLATFORM_API TCLogger {
 
 class PLATFORM_API TSLoggerHelper {
  public:
-  /* Records the message while TCLogger's storage is enabled; copies all that it keeps. Any thread.
-   */
+  /* Records the message while TCLogger's storage is enabled; copies what it keeps. Any thread. */
   static void Log(const TSCodeLocation& location, const char* format, ...)
       __attribute__((format(printf, 2, 3)));
 };
