@@ -1,0 +1,40 @@
+#include "session.h"
+
+#include <cstdlib>
+
+#include "../host/language.h"
+#include "platform/host/errors.h"
+#include "platform/host/product.h"
+#include "platform/host/resources.h"
+
+namespace cli {
+
+namespace {
+
+// Some items have a variant for each region; a TV shows one.
+std::string region() {
+  const char* variable = std::getenv("VENTARO_REGION");
+  const std::string region = variable != nullptr && *variable != '\0' ? variable : "us";
+  if (region == "us" || region == "other") return region;
+  throw platform::host::ConfigurationError("VENTARO_REGION is \"" + region +
+                                           "\"; there are: us, other");
+}
+
+}  // namespace
+
+menu::MenuModel& Session::menu() {
+  if (menu_ != nullptr) return *menu_;
+  auto tree = menu::readMenuTree(platform::host::resourceRoot() / "menu.json", region());
+  platform::host::loadProduct();
+  platform::host::openNetwork();
+  menu::chooseLanguage();
+  provider_ = std::make_unique<menu::Provider>(providerFile_);
+  menu_ = std::make_unique<menu::MenuModel>(*provider_, std::move(tree));
+  return *menu_;
+}
+
+void Session::serveNetwork() {
+  if (service_ == nullptr) service_ = platform::host::NetworkService::start();
+}
+
+}  // namespace cli

@@ -1,0 +1,39 @@
+// What the subcommands share: one provider, one menu, and the network service, each started when it
+// is first needed.
+#ifndef MENU_CLI_SESSION_H
+#define MENU_CLI_SESSION_H
+
+#include <memory>
+#include <string>
+
+#include "../host/menu_model.h"
+#include "../host/provider.h"
+#include "platform/host/network_service.h"
+
+namespace cli {
+
+class Session {
+ public:
+  // The provider's library, searched as dlopen() does.
+  explicit Session(std::string providerFile) : providerFile_(std::move(providerFile)) {}
+
+  // Checks the product and the network that the environment names, loads the provider and reads the
+  // menu tree, at the first call.
+  menu::MenuModel& menu();
+
+  // Runs the network service in this process, unless another one does already, until stopNetwork()
+  // or the end of the session.
+  void serveNetwork();
+  void stopNetwork() { service_.reset(); }
+  bool servesNetwork() const { return service_ != nullptr; }
+
+ private:
+  std::string providerFile_;
+  std::unique_ptr<menu::Provider> provider_;
+  std::unique_ptr<menu::MenuModel> menu_;
+  std::unique_ptr<platform::host::NetworkService> service_;
+};
+
+}  // namespace cli
+
+#endif  // MENU_CLI_SESSION_H

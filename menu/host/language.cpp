@@ -1,0 +1,34 @@
+#include "language.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <string>
+
+#include "platform/host/config_store.h"
+
+namespace menu {
+
+namespace {
+
+std::string tvLanguage() {
+  using namespace platform::host;
+  try {
+    const auto value = ConfigStore::instance().get("db/menu_widget/language");
+    const auto* language = value ? std::get_if<std::string>(&*value) : nullptr;
+    return language != nullptr ? *language : "";
+  } catch (const StoreError&) {
+    return "";  // whoever needs the store will say what is wrong with it
+  }
+}
+
+}  // namespace
+
+void chooseLanguage() {
+  // gettext heeds LANGUAGE in every locale but "C"; this one every machine has.
+  std::setlocale(LC_ALL, "C.UTF-8");
+  const char* wanted = std::getenv("LANGUAGE");
+  const std::string language = wanted != nullptr && *wanted != '\0' ? wanted : tvLanguage();
+  setenv("LANGUAGE", (language + ":en").c_str(), 1);
+}
+
+}  // namespace menu

@@ -1,0 +1,174 @@
+#include "menu_model.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "display_text.h"
+
+namespace menu {
+
+namespace {
+
+constexpr char kBusyAnimation[] = "loading";
+constexpr char kDeviceNameKey[] = "menu/network/devicename";
+constexpr const char* kSavedNetworkKeys[] = {"menu/network/SavedAP1", "menu/network/SavedAP2"};
+
+NetworkState stateOf(const std::string& icon) {
+  if (icon.empty()) return NetworkState::kNone;
+  return icon == kBusyAnimation ? NetworkState::kConnecting : NetworkState::kConnected;
+}
+
+bool hasValue(ItemKind kind) {
+  return kind == ItemKind::kChoice || kind == ItemKind::kDeviceName;
+}
+
+std::string inQuotes(const std::string& text) {
+  return "\"" + text + "\"";
+}
+
+std::string listed(const std::vector<Provider::ListEntry>& entries) {
+  std::string text;
+  for (const Provider::ListEntry& entry : entries) {
+    text += (text.empty() ? "" : ", ") + std::to_string(entry.value) + " (" + entry.text + ")";
+  }
+  return text;
+}
+
+}  // namespace
+
+MenuModel::MenuModel(Provider& provider, std::vector<MenuNode> tree)
+    : provider_(provider), tree_(std::move(tree)) {}
+
+std::vector<Item> MenuModel::readAll() {
+  const std::function<std::vector<Item>(const std::vector<MenuNode>&)> readNodes =
+      [&](const std::vector<MenuNode>& nodes) {
+        std::vector<Item> items;
+        for (const MenuNode& node : nodes) {
+          items.push_back(readItem(node));
+          items.back().items = readNodes(node.items);
+        }
+        return items;
+      };
+  return readNodes(tree_);
+}
+
+Item MenuModel::read(const std::string& key) {
+  return readItem(find(key));
+}
+
+const MenuNode& MenuModel::find(const std::string& key) const {
+  const std::vector<const MenuNode*> nodes = flatten(tree_);
+  const auto found = std::ranges::find(nodes, key, &MenuNode::key);
+  if (found != nodes.end()) return **found;
+  std::string keys;
+  for (const MenuNode* node : nodes) keys += "\n  " + node->key;
+  throw UnknownError("the menu has no item " + inQuotes(key) + "; it has:" + keys);
+}
+
+Item MenuModel::readItem(const MenuNode& node) {
+  Item item;
+  item.key = node.key;
+  item.kind = node.kind;
+  readParts(node, item);
+  return item;
+}
+
+// Each part for itself, so that one callback that fails costs only its own.
+void MenuModel::readParts(const MenuNode& node, Item& item) {
+  const auto part = [&item](const auto& readPart) {
+    try {
+      readPart();
+    } catch (const CallbackError& error) {
+      item.problems.emplace_back(error.what());
+    }
+  };
+  part([&] { item.visible = provider_.isVisible(node.key); });
+  part([&] { item.enabled = provider_.isEnabled(node.key); });
+  part([&] { item.name = provider_.displayName(node.key); });
+  if (hasValue(node.kind)) {
+    part([&] { item.value = provider_.stringValue(node.key); });
+    part([&] { item.position = provider_.intValue(node.key).value; });
+  }
+  if (node.kind == ItemKind::kSavedNetwork) {
+    shownNetworks_[node.key] = item.name;
+    part([&] { item.state = stateOf(provider_.statusIcon(node.key)); });
+  }
+}
+
+void MenuModel::set(const std::string& key, const std::string& choice) {
+  const MenuNode& node = find(key);
+  if (!hasValue(node.kind)) {
+    std::string keys;
+    for (const MenuNode* other : flatten(tree_)) {
+      if (hasValue(other->kind)) keys += "\n  " + other->key;
+    }
+    throw UnknownError(inQuotes(key) + " has no value to set; these have one:" + keys);
+  }
+  const int value = entryValue(node, choice);
+  requireEnabled(key);
+  const int result = provider_.setInt(key, value);
+  if (result < 0) {
+    throw RefusedError("the TV did not set " + inQuotes(key) + ": set_int gave " +
+                       std::to_string(result));
+  }
+}
+
+// As a person does: the list is asked for first, and one of its entries chosen.
+int MenuModel::entryValue(const MenuNode& node, const std::string& choice) const {
+  const std::vector<Provider::ListEntry> entries = provider_.list(node.key);
+  const auto found = std::ranges::find_if(entries, [&](const Provider::ListEntry& entry) {
+    return choice == std::to_string(entry.value) || choice == entry.text;
+  });
+  if (found == entries.end()) {
+    throw UnknownError(inQuotes(node.key) + " has no choice " + inQuotes(choice) + "; it has " +
+                       listed(entries));
+  }
+  if (node.kind == ItemKind::kDeviceName && found == entries.end() - 1) {
+    throw UnknownError("choice " + std::to_string(found->value) +
+                       " is the name that a person types; use: name TEXT");
+  }
+  return found->value;
+}
+
+void MenuModel::requireEnabled(const std::string& key) const {
+  if (!provider_.isEnabled(key)) throw RefusedError(inQuotes(key) + " is disabled at the moment");
+}
+
+void MenuModel::rename(const std::string& name) {
+  if (name.empty()) throw UnknownError("the name is empty; a name has at least one character");
+  if (!isPlainText(name)) {
+    throw UnknownError("the name is not UTF-8 text without control characters");
+  }
+  requireEnabled(kDeviceNameKey);
+  const int result = provider_.setString(kDeviceNameKey, name);
+  if (result != 0) {
+    throw RefusedError("the TV did not store the name: set_string gave " + std::to_string(result));
+  }
+}
+
+Item MenuModel::connect(int position) {
+  if (position < 1 || position > static_cast<int>(std::size(kSavedNetworkKeys))) {
+    throw UnknownError("there is no saved network " + std::to_string(position) +
+                       "; there are 1, 2");
+  }
+  const std::string key = kSavedNetworkKeys[position - 1];
+  if (!provider_.isEnabled(key)) {
+    throw RefusedError("there is no saved network at position " + std::to_string(position));
+  }
+  const std::string name = provider_.displayName(key);
+  const auto shown = shownNetworks_.find(key);
+  if (shown != shownNetworks_.end() && shown->second != name) {
+    throw RefusedError("the saved networks changed: position " + std::to_string(position) +
+                       " was " + inQuotes(shown->second) + " and is now " + inQuotes(name) +
+                       "; look at the menu again");
+  }
+  // Its result says nothing: the network service answers through the network's state.
+  provider_.setInt(key, 1);
+  Item asked;
+  asked.key = key;
+  asked.kind = ItemKind::kSavedNetwork;
+  asked.name = name;
+  return asked;
+}
+
+}  // namespace menu

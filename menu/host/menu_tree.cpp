@@ -1,0 +1,76 @@
+#include "menu_tree.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "platform/host/json_file.h"
+
+namespace menu {
+
+namespace {
+
+using platform::host::JsonFile;
+
+struct KindName {
+  ItemKind kind;
+  std::string_view name;
+};
+
+constexpr KindName kKindNames[] = {
+    {ItemKind::kPage, "page"},
+    {ItemKind::kAction, "action"},
+    {ItemKind::kChoice, "choice"},
+    {ItemKind::kDeviceName, "device-name"},
+    {ItemKind::kSavedNetwork, "saved-network"},
+};
+
+ItemKind readKind(const JsonFile& file, const Json::Value& entry) {
+  const std::string name = file.text(entry, "kind");
+  const auto* const found = std::ranges::find(kKindNames, name, &KindName::name);
+  if (found == std::end(kKindNames)) {
+    file.expected("\"page\", \"action\", \"choice\", \"device-name\" or \"saved-network\"", "kind",
+                  entry["kind"]);
+  }
+  return found->kind;
+}
+
+bool isOfRegion(const JsonFile& file, const Json::Value& entry, const std::string& region) {
+  return !entry.isMember("region") || file.text(entry, "region") == region;
+}
+
+std::vector<MenuNode> readItems(const JsonFile& file, const Json::Value& parent,
+                                const std::string& region) {
+  std::vector<MenuNode> nodes;
+  for (const Json::Value& entry : file.array(parent, "items")) {
+    MenuNode node{file.text(entry, "key"), readKind(file, entry), {}};
+    if (node.kind == ItemKind::kPage) node.items = readItems(file, entry, region);
+    if (isOfRegion(file, entry, region)) nodes.push_back(std::move(node));
+  }
+  return nodes;
+}
+
+void collect(const std::vector<MenuNode>& nodes, std::vector<const MenuNode*>& all) {
+  for (const MenuNode& node : nodes) {
+    all.push_back(&node);
+    collect(node.items, all);
+  }
+}
+
+}  // namespace
+
+const char* kindName(ItemKind kind) {
+  return std::ranges::find(kKindNames, kind, &KindName::kind)->name.data();
+}
+
+std::vector<MenuNode> readMenuTree(const std::filesystem::path& path, const std::string& region) {
+  const JsonFile file(path);
+  return readItems(file, file.root(), region);
+}
+
+std::vector<const MenuNode*> flatten(const std::vector<MenuNode>& nodes) {
+  std::vector<const MenuNode*> all;
+  collect(nodes, all);
+  return all;
+}
+
+}  // namespace menu

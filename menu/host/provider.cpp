@@ -1,0 +1,138 @@
+#include "provider.h"
+
+#include <dlfcn.h>
+
+#include <cstring>
+#include <vector>
+
+#include "display_text.h"
+
+namespace menu {
+
+namespace {
+
+// A list text fills at most this many bytes, and has no NUL when it fills them all.
+constexpr std::size_t kListTextSize = 256;
+
+// What tells an output that a callback left untouched from one that it wrote.
+constexpr int kUntouched = -0x5EED;
+
+// Runs a callback; what it raises is told with its name.
+template <typename Call>
+auto guarded(const char* callback, const Call& call) {
+  try {
+    return call();
+  } catch (const std::exception& error) {
+    throw CallbackError(std::string(callback) + " raised an exception: " + error.what());
+  }
+}
+
+}  // namespace
+
+void Provider::CloseLibrary::operator()(void* library) const {
+  dlclose(library);
+}
+
+Provider::Provider(const std::string& file) : file_(file) {
+  library_.reset(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL));
+  if (library_ == nullptr) throw LoadError("cannot load the provider: " + std::string(dlerror()));
+  exports_ = {symbol<decltype(exports_.create)>("create_provider"),
+              symbol<decltype(exports_.destroy)>("delete_provider"),
+              symbol<decltype(exports_.isVisible)>("check_visibility_int"),
+              symbol<decltype(exports_.isEnabled)>("check_enable_int")};
+  guarded("create_provider", [this] { return exports_.create(&table_); });
+  if (table_ == nullptr) throw LoadError(file + ": create_provider gave no table");
+}
+
+Provider::~Provider() {
+  exports_.destroy(&table_);
+}
+
+template <typename Function>
+Function Provider::symbol(const char* name) const {
+  void* found = dlsym(library_.get(), name);
+  if (found == nullptr) throw LoadError(file_ + " is no data provider: it has no " + name);
+  return reinterpret_cast<Function>(found);
+}
+
+std::string Provider::takeText(char* text) const {
+  if (text == nullptr) return {};
+  std::string copy = displayText(text);
+  table_->release_string(text);
+  return copy;
+}
+
+std::string Provider::text(const char* callback, int (*function)(const char*, char**),
+                           const std::string& key) const {
+  char* value = nullptr;
+  guarded(callback, [&] { return function(key.c_str(), &value); });
+  return takeText(value);
+}
+
+std::string Provider::displayName(const std::string& key) const {
+  return text("get_display_name", table_->get_display_name, key);
+}
+
+std::optional<std::string> Provider::stringValue(const std::string& key) const {
+  char* value = nullptr;
+  guarded("get_string", [&] { return table_->get_string(key.c_str(), &value); });
+  if (value == nullptr) return std::nullopt;
+  return takeText(value);
+}
+
+Provider::IntValue Provider::intValue(const std::string& key) const {
+  int value = kUntouched;
+  const int result = guarded("get_int", [&] { return table_->get_int(key.c_str(), &value); });
+  return {result, value == kUntouched ? std::nullopt : std::optional(value)};
+}
+
+int Provider::setInt(const std::string& key, int value) const {
+  return guarded("set_int", [&] { return table_->set_int(key.c_str(), value); });
+}
+
+int Provider::setString(const std::string& key, const std::string& value) const {
+  return guarded("set_string", [&] { return table_->set_string(key.c_str(), value.c_str()); });
+}
+
+std::string Provider::statusIcon(const std::string& key) const {
+  return text("get_second_icon_path", table_->get_second_icon_path, key);
+}
+
+Provider::ListEntry Provider::entry(void* item) const {
+  char* text = nullptr;
+  ListEntry entry{};
+  guarded("get_list_item_display_value",
+          [&] { return table_->get_list_item_display_value(item, &text); });
+  guarded("get_list_item_int_value",
+          [&] { return table_->get_list_item_int_value(item, &entry.value); });
+  guarded("get_list_item_following_action_type",
+          [&] { return table_->get_list_item_following_action_type(item, &entry.action); });
+  // The text stays the list's.
+  const std::string_view bytes(text != nullptr ? text : "",
+                               text != nullptr ? strnlen(text, kListTextSize) : 0);
+  entry.text = displayText(markupToText(bytes));
+  return entry;
+}
+
+std::vector<Provider::ListEntry> Provider::list(const std::string& key) const {
+  int count = 0;
+  auto** items = const_cast<void**>(
+      guarded("get_list_items", [&] { return table_->get_list_items(key.c_str(), &count); }));
+  if (items == nullptr) return {};
+  const auto giveBack = [&](void** list) { table_->free_list_items(list, count); };
+  const std::unique_ptr<void*, decltype(giveBack)> owned(items, giveBack);
+  std::vector<ListEntry> entries;
+  entries.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) entries.push_back(entry(items[i]));
+  return entries;
+}
+
+bool Provider::isVisible(const std::string& key) const {
+  return guarded("check_visibility_int", [&] { return exports_.isVisible(key.c_str(), 0); });
+}
+
+bool Provider::isEnabled(const std::string& key) const {
+  return guarded("check_enable_int", [&] { return exports_.isEnabled(key.c_str(), 0); });
+}
+
+}  // namespace menu

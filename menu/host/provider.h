@@ -1,0 +1,91 @@
+// A data provider in this process: its library, its table, and its callbacks as C++ functions.
+#ifndef MENU_HOST_PROVIDER_H
+#define MENU_HOST_PROVIDER_H
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "ventaro/data_provider.h"
+
+namespace menu {
+
+// The library could not be loaded or is no data provider. The message says which file and why.
+class LoadError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// An exception left a callback. The message names the callback.
+class CallbackError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Texts come back as display text. All functions but the constructor raise CallbackError.
+class Provider {
+ public:
+  // Loads the library and creates the provider. The file is searched as dlopen() does. Raises
+  // LoadError.
+  explicit Provider(const std::string& file);
+  ~Provider();
+  Provider(const Provider&) = delete;
+  Provider& operator=(const Provider&) = delete;
+
+  std::string displayName(const std::string& key) const;
+
+  // The value as text; nothing when the provider has none.
+  std::optional<std::string> stringValue(const std::string& key) const;
+
+  struct IntValue {
+    int result;                // as get_int returns it
+    std::optional<int> value;  // nothing when it was left untouched
+  };
+  IntValue intValue(const std::string& key) const;
+
+  // Return what the callbacks return.
+  int setInt(const std::string& key, int value) const;
+  int setString(const std::string& key, const std::string& value) const;
+
+  // An image path, "loading", or empty.
+  std::string statusIcon(const std::string& key) const;
+
+  struct ListEntry {
+    std::string text;
+    int value;
+    ITEM_FOLLOWING_ACTION_TYPE action;
+  };
+  std::vector<ListEntry> list(const std::string& key) const;
+
+  bool isVisible(const std::string& key) const;
+  bool isEnabled(const std::string& key) const;
+
+ private:
+  struct CloseLibrary {
+    void operator()(void* library) const;
+  };
+  struct Exports {
+    decltype(&create_provider) create;
+    decltype(&delete_provider) destroy;
+    decltype(&check_visibility_int) isVisible;
+    decltype(&check_enable_int) isEnabled;
+  };
+
+  template <typename Function>
+  Function symbol(const char* name) const;
+  std::string takeText(char* text) const;
+  std::string text(const char* callback, int (*function)(const char*, char**),
+                   const std::string& key) const;
+  ListEntry entry(void* item) const;
+
+  std::string file_;
+  std::unique_ptr<void, CloseLibrary> library_;
+  Exports exports_{};
+  data_provider_cbs* table_ = nullptr;
+};
+
+}  // namespace menu
+
+#endif  // MENU_HOST_PROVIDER_H
