@@ -1,0 +1,178 @@
+#include "fake_platform.h"
+
+#include <dlfcn.h>
+#include <glib.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "platform/app_util.h"
+#include "platform/config_store.h"
+#include "platform/log.h"
+#include "platform/structured_log.h"
+#include "platform/system_info.h"
+
+namespace fake_platform {
+namespace {
+
+class FakePlatform : public testing::Test {
+ protected:
+  void SetUp() override { reset(); }
+};
+
+// The library that a symbol comes from, for a library that this process loads.
+std::string libraryOf(const char* symbol) {
+  Dl_info info;
+  if (dladdr(dlsym(RTLD_DEFAULT, symbol), &info) == 0) return "none";
+  const std::string path = info.dli_fname;
+  return path.substr(path.rfind('/') + 1);
+}
+
+TEST_F(FakePlatform, StandsInForGLibsTimersAndForTheMutexOfLibc) {
+  EXPECT_EQ(libraryOf("g_timeout_add_seconds"), "libfake_platform.so");
+  EXPECT_EQ(libraryOf("g_source_remove"), "libfake_platform.so");
+  EXPECT_EQ(libraryOf("pthread_mutex_lock"), "fake_platform_tests");
+  EXPECT_EQ(libraryOf("pthread_mutex_unlock"), "fake_platform_tests");
+}
+
+TEST_F(FakePlatform, AFailingCallLeavesItsOutputUntouchedUnlessToldOtherwise) {
+  store().set("db/key", 5);
+  int value = 7;
+  failWith("vconf_get_int", -3);
+  EXPECT_EQ(vconf_get_int("db/key", &value), -3);
+  EXPECT_EQ(value, 7);
+  failWith("vconf_get_int", -3, Effect::kAsSuccess);
+  EXPECT_EQ(vconf_get_int("db/key", &value), -3);
+  EXPECT_EQ(value, 5);
+}
+
+TEST_F(FakePlatform, AFailureCanBeForOneKeyOrForOneCall) {
+  failWith("vconf_set_int", "db/bad", -7);
+  EXPECT_EQ(vconf_set_int("db/bad", 1), -7);
+  EXPECT_EQ(vconf_set_int("db/good", 1), 0);
+  failCall("vconf_set_int", 2, -8);
+  EXPECT_EQ(vconf_set_int("db/good", 2), 0);
+  EXPECT_EQ(vconf_set_int("db/good", 3), -8);
+  EXPECT_EQ(vconf_set_int("db/good", 4), 0);
+  EXPECT_EQ(store().intAt("db/bad"), std::nullopt);
+  EXPECT_EQ(store().intAt("db/good"), 4);
+}
+
+TEST_F(FakePlatform, AFlagsNameStandsForItsWholeKey) {
+  flags().setBool("product.b2b_option_support", true);
+  bool value = false;
+  EXPECT_EQ(
+      system_info_get_custom_bool("com.norvane/featureconf/product.b2b_option_support", &value), 0);
+  EXPECT_TRUE(value);
+  failWith("system_info_get_custom_bool", "product.b2b_option_support", -5);
+  EXPECT_EQ(
+      system_info_get_custom_bool("com.norvane/featureconf/product.b2b_option_support", &value),
+      -5);
+}
+
+TEST_F(FakePlatform, AWrongFunctionNameIsRefused) {
+  EXPECT_THROW(failWith("vconf_get_integer", -1), std::invalid_argument);
+  EXPECT_THROW(onCall("vconf_get_integer", nullptr), std::invalid_argument);
+}
+
+int countFiring(void* count) {
+  ++*static_cast<int*>(count);
+  return G_SOURCE_CONTINUE;
+}
+
+TEST_F(FakePlatform, TimersFireWhenTheirPeriodHasPassedAndNotOnceRemoved) {
+  int often = 0;
+  int seldom = 0;
+  const unsigned first = g_timeout_add_seconds(2, countFiring, &often);
+  g_timeout_add_seconds(4, countFiring, &seldom);
+  advanceTimers(3);
+  EXPECT_EQ(often, 3);
+  EXPECT_EQ(seldom, 1);
+  g_source_remove(first);
+  advanceTimers();
+  EXPECT_EQ(often, 3);
+  EXPECT_EQ(seldom, 2);
+  EXPECT_EQ(runningTimers(), 1);
+  g_source_remove(first);
+  EXPECT_EQ(wrongRemovals(), std::vector<unsigned>{first});
+}
+
+TEST_F(FakePlatform, ATimersIdIsNeverGivenAgain) {
+  int count = 0;
+  const unsigned first = g_timeout_add_seconds(2, countFiring, &count);
+  g_source_remove(first);
+  EXPECT_NE(g_timeout_add_seconds(2, countFiring, &count), first);
+}
+
+TEST_F(FakePlatform, ATimerThatSaysSoEndsAfterItsFiring) {
+  g_timeout_add_seconds(
+      2, [](void*) { return G_SOURCE_REMOVE; }, nullptr);
+  advanceTimers();
+  EXPECT_EQ(runningTimers(), 0);
+}
+
+TEST_F(FakePlatform, OnlyTheKeysOwnSubscribersAreNotified) {
+  int told = 0;
+  const auto tell = [](keynode_t*, void* count) { ++*static_cast<int*>(count); };
+  vconf_notify_key_changed("db/key", tell, &told);
+  store().notify("db/other");
+  EXPECT_EQ(told, 0);
+  store().notify("db/key");
+  EXPECT_EQ(told, 1);
+}
+
+TEST_F(FakePlatform, AHookRunsInsideTheCallBeforeItTakesEffect) {
+  std::optional<int> seen = 0;
+  onCall("vconf_set_int", [&] { seen = store().intAt("db/key"); });
+  vconf_set_int("db/key", 1);
+  EXPECT_EQ(seen, std::nullopt);
+  EXPECT_EQ(store().intAt("db/key"), 1);
+}
+
+TEST_F(FakePlatform, PlaceholdersAreFilledOnceAndTheResultIsCut) {
+  char text[8] = "";
+  CStringUtil::CombinateStrings(text, sizeof(text), "<<A>>|<<B>>|<<C>>|<<E>>", "<<B>>", nullptr,
+                                "c", "d");
+  EXPECT_STREQ(text, "<<B>>||");
+}
+
+const ht::TSCodeLocation kPlace = {"src/file.cpp", 12, "int function(int)"};
+
+TEST_F(FakePlatform, AProperLogStatementIsNoMistake) {
+  __dlog_print(0, 4, "VENTARO", "%s: %s(%d) > %s", "file.cpp", "function", 12, "text (1) > 0");
+  ht::TSLoggerHelper::Log(kPlace, "text (1) > %d", 0);
+  EXPECT_EQ(journal(), Journal{mainLog("text (1) > 0")});
+  EXPECT_EQ(logMistakes(), std::vector<std::string>());
+}
+
+TEST_F(FakePlatform, EveryDifferenceBetweenTheLogChannelsIsAMistake) {
+  struct Case {
+    const char* what;
+    int priority;
+    const char* tag;
+    const char* line;
+    const char* record;
+  };
+  const Case cases[] = {
+      {"priority", 3, "VENTARO", "file.cpp: function(12) > text", "text"},
+      {"tag", 4, "OTHER", "file.cpp: function(12) > text", "text"},
+      {"no prefix", 4, "VENTARO", "text", "text"},
+      {"no line number", 4, "VENTARO", "file.cpp: function(x) > text", "text"},
+      {"text", 4, "VENTARO", "file.cpp: function(12) > text", "other"},
+      {"file", 4, "VENTARO", "other.cpp: function(12) > text", "text"},
+      {"function", 4, "VENTARO", "file.cpp: other(12) > text", "text"},
+      {"line", 4, "VENTARO", "file.cpp: function(13) > text", "text"},
+      {"no record", 4, "VENTARO", "file.cpp: function(12) > text", nullptr},
+      {"no line", 4, "VENTARO", nullptr, "text"},
+  };
+  for (const Case& each : cases) {
+    reset();
+    if (each.line != nullptr) __dlog_print(0, each.priority, each.tag, "%s", each.line);
+    if (each.record != nullptr) ht::TSLoggerHelper::Log(kPlace, "%s", each.record);
+    EXPECT_FALSE(logMistakes().empty()) << each.what;
+  }
+}
+
+}  // namespace
+}  // namespace fake_platform

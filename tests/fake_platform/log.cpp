@@ -1,0 +1,178 @@
+#include "platform/log.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdarg>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+#include "call.h"
+#include "platform/structured_log.h"
+
+namespace fake_platform {
+namespace {
+
+struct State {
+  std::vector<LogStatement> statements;
+  std::vector<std::string> mistakes;
+};
+
+State& state() {
+  static State& instance = *new State;
+  return instance;
+}
+
+// The platform log's line of this thread that waits for its record.
+thread_local std::optional<LogStatement> openStatement;
+
+std::string formatted(const char* format, va_list arguments) {
+  va_list again;
+  va_copy(again, arguments);
+  const int size = std::vsnprintf(nullptr, 0, format, arguments);
+  std::string text(static_cast<std::size_t>(size) + 1, '\0');
+  std::vsnprintf(text.data(), text.size(), format, again);
+  va_end(again);
+  text.pop_back();
+  return text;
+}
+
+void mistake(const std::string& what) {
+  const StateLock lock(stateMutex());
+  state().mistakes.push_back(what);
+}
+
+bool isNumber(std::string_view text) {
+  return !text.empty() && text.size() < 8 &&
+         std::ranges::all_of(text, [](unsigned char c) { return std::isdigit(c) != 0; });
+}
+
+// Takes "FILE: FUNCTION(LINE) > MESSAGE" apart; false when the text has another form.
+bool takeApart(const std::string& text, LogStatement& statement) {
+  const std::size_t colon = text.find(": ");
+  const std::size_t end = text.find(") > ");
+  if (colon == std::string::npos || end == std::string::npos) return false;
+  const std::size_t parenthesis = text.rfind('(', end);
+  if (parenthesis == std::string::npos || parenthesis <= colon + 2) return false;
+  const std::string number = text.substr(parenthesis + 1, end - parenthesis - 1);
+  if (colon == 0 || !isNumber(number)) return false;
+  statement.file = text.substr(0, colon);
+  statement.function = text.substr(colon + 2, parenthesis - colon - 2);
+  statement.line = std::stoi(number);
+  statement.message = text.substr(end + 4);
+  return true;
+}
+
+std::string bufferName(int buffer) {
+  if (buffer == PLATFORM_LOG_MAIN) return "main";
+  if (buffer == PLATFORM_LOG_SYSTEM) return "system";
+  return std::to_string(buffer);
+}
+
+std::string baseName(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
+void checkLine(const LogStatement& statement) {
+  if (statement.priority != PLATFORM_LOG_INFO) mistake("priority of \"" + statement.message + "\"");
+  if (statement.tag != "VENTARO") mistake("tag of \"" + statement.message + "\"");
+}
+
+// Both channels must tell the same of the same place.
+void checkRecord(const LogStatement& statement) {
+  if (statement.message != statement.recordedMessage) {
+    mistake("the log says \"" + statement.message + "\", its record \"" +
+            statement.recordedMessage + "\"");
+  }
+  // A signature spells a lambda differently.
+  const bool sameFunction = statement.function == "operator()" ||
+                            statement.signature.find(statement.function) != std::string::npos;
+  if (statement.file != baseName(statement.path) || statement.line != statement.recordedLine ||
+      !sameFunction) {
+    mistake("the places of \"" + statement.message + "\" differ");
+  }
+}
+
+// A line that got no record is a mistake of the statement before.
+void demandNoOpenStatement() {
+  if (!openStatement) return;
+  mistake("no record of \"" + openStatement->message + "\"");
+  openStatement.reset();
+}
+
+}  // namespace
+
+void resetLog() {
+  state() = State();
+  openStatement.reset();
+}
+
+void clearLogStatements() {
+  state().statements.clear();
+}
+
+std::vector<LogStatement> logStatements() {
+  const StateLock lock(stateMutex());
+  return state().statements;
+}
+
+std::vector<std::string> logMistakes() {
+  demandNoOpenStatement();
+  const StateLock lock(stateMutex());
+  return state().mistakes;
+}
+
+}  // namespace fake_platform
+
+using namespace fake_platform;
+
+int __dlog_print(int log_id, int priority, const char* tag, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = formatted(format, arguments);
+  va_end(arguments);
+  demandNoOpenStatement();
+  LogStatement statement{};
+  statement.buffer = log_id;
+  statement.priority = priority;
+  statement.tag = tag;
+  if (!takeApart(text, statement)) {
+    statement.message = text;
+    mistake("no prefix at \"" + text + "\"");
+  }
+  checkLine(statement);
+  enter(Kind::kLog, "log " + bufferName(log_id) + ": " + statement.message);
+  openStatement = statement;
+  return 0;
+}
+
+namespace ht {
+
+TCLogger& TCLogger::Instance() {
+  static TCLogger instance;
+  return instance;
+}
+
+bool TCLogger::IsStorageEnabled() const {
+  return true;
+}
+
+void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string message = formatted(format, arguments);
+  va_end(arguments);
+  enter(Kind::kLog, "record: " + message);
+  if (!openStatement) return mistake("a record without a line: \"" + message + "\"");
+  LogStatement statement = *std::exchange(openStatement, std::nullopt);
+  statement.location = &location;
+  statement.path = location.path;
+  statement.recordedLine = location.line;
+  statement.signature = location.signature;
+  statement.recordedMessage = message;
+  checkRecord(statement);
+  const StateLock lock(stateMutex());
+  state().statements.push_back(statement);
+}
+
+}  // namespace ht

@@ -1,0 +1,108 @@
+#include "platform/system_info.h"
+
+#include <cstring>
+#include <map>
+#include <variant>
+
+#include "call.h"
+
+namespace fake_platform {
+namespace {
+
+struct NullText {};
+using Value = std::variant<bool, int, std::string, NullText>;
+
+struct State {
+  std::map<std::string, Value> values;
+  std::vector<char*> handedOut;
+};
+
+State& state() {
+  static State& instance = *new State;
+  return instance;
+}
+
+template <typename Type>
+const Type* find(const std::string& key) {
+  const auto found = state().values.find(key);
+  return found != state().values.end() ? std::get_if<Type>(&found->second) : nullptr;
+}
+
+void put(const std::string& name, Value value) {
+  const StateLock lock(stateMutex());
+  state().values.insert_or_assign(flagKey(name), std::move(value));
+}
+
+template <typename Type>
+int read(const char* function, const char* key, Type* value) {
+  return Call(function, key).answer([&] {
+    const Type* found = find<Type>(key);
+    if (found == nullptr) return kError;
+    *value = *found;
+    return 0;
+  });
+}
+
+}  // namespace
+
+std::string flagKey(const std::string& name) {
+  const bool isFull = name.find('/') != std::string::npos;
+  return isFull ? name : "com.norvane/featureconf/" + name;
+}
+
+// The provider never frees these texts; one that did would end here, at the second free.
+void resetFlags() {
+  for (char* text : state().handedOut) std::free(text);
+  state() = State();
+}
+
+Flags flags() {
+  return {};
+}
+
+void Flags::setBool(const std::string& name, bool value) {
+  put(name, value);
+}
+
+void Flags::set(const std::string& name, int value) {
+  put(name, value);
+}
+
+void Flags::set(const std::string& name, const std::string& text) {
+  put(name, text);
+}
+
+void Flags::setNullText(const std::string& name) {
+  put(name, NullText());
+}
+
+void Flags::erase(const std::string& name) {
+  const StateLock lock(stateMutex());
+  state().values.erase(flagKey(name));
+}
+
+}  // namespace fake_platform
+
+using namespace fake_platform;
+
+int system_info_get_custom_bool(const char* key, bool* value) {
+  return read("system_info_get_custom_bool", key, value);
+}
+
+int system_info_get_custom_int(const char* key, int* value) {
+  return read("system_info_get_custom_int", key, value);
+}
+
+int system_info_get_custom_string(const char* key, char** value) {
+  return Call("system_info_get_custom_string", key).answer([&] {
+    if (find<NullText>(key) != nullptr) {
+      *value = nullptr;
+      return 0;
+    }
+    const std::string* found = find<std::string>(key);
+    if (found == nullptr) return kError;
+    *value = strdup(found->c_str());
+    state().handedOut.push_back(*value);
+    return 0;
+  });
+}

@@ -1,0 +1,88 @@
+"""Wrong input: what was wrong, what there is, and an exit code."""
+
+import json
+import os
+import pathlib
+
+import pytest
+
+SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
+COMMANDS = "show, get, set, connect, name, store, network, shell"
+
+
+def test_an_unknown_command_names_those_there_are(tv):
+    assert tv.error(2, "shwo") == f'ventaro: there is no command "shwo"; there are: {COMMANDS}\n'
+    assert tv.error(2, "store", "put") == (
+        'ventaro: there is no command "put"; there are: get, list, set, watch\n')
+
+
+def test_a_missing_command_of_a_group_names_those_there_are(tv):
+    assert tv.error(2, "network") == "ventaro: a command is missing; there are: serve, load\n"
+
+
+def test_a_missing_or_superfluous_word_shows_the_usage(tv):
+    for words in (["get"], ["show", "more"], ["set", "menu/network/WiFiOnOff"]):
+        message = tv.error(2, *words)
+        assert message.startswith(f"ventaro {words[0]}: ")
+        assert f"Usage: ventaro {words[0]}" in message
+
+
+def test_help_is_no_error(tv):
+    assert "Usage: ventaro" in tv.out("--help")
+    assert "Usage: ventaro store get" in tv.out("store", "get", "--help")
+
+
+@pytest.mark.parametrize("text, message", [
+    ("{", "Missing '}' or object member name"),
+    ("[]", "expected an object"),
+    ('{"radio": "on"}', 'scenario.json:1: member "radio": expected true or false, found "on"'),
+    ('{\n"radio": true,\n"connected": 5}',
+     'scenario.json:3: member "connected": expected a string, found 5'),
+    ('{"radio": true}', 'scenario.json:1: member "connected" is missing: expected a string'),
+])
+def test_a_wrong_scenario_names_file_line_member_and_what_was_expected(tv, text, message):
+    tv.use_scenario(text)
+    assert message in tv.error(1, "show")
+
+
+def test_a_missing_scenario_is_named(tv):
+    assert "/nowhere.json: cannot be read: No such file" in tv.error(
+        1, "show", VENTARO_SCENARIO="/nowhere.json")
+    assert 'there is no "hme" in' in tv.error(1, "show", VENTARO_SCENARIO="hme")
+
+
+def test_a_wrong_product_names_file_line_member_and_what_was_expected(tv):
+    product = json.loads((SHARE / "products/tv.json").read_text())
+    product["flags"]["network.network_support"] = "yes"
+    path = tv.folder / "product.json"
+    path.write_text(json.dumps(product, indent=2))
+    line = 1 + path.read_text()[:path.read_text().index('"yes"')].count("\n")
+    assert (f'product.json:{line}: member "network.network_support": expected an integer, '
+            'found "yes"') in tv.error(1, "show", VENTARO_PRODUCT=str(path))
+
+
+def test_a_missing_product_names_those_there_are(tv):
+    message = tv.error(1, "show", VENTARO_PRODUCT="toaster")
+    assert 'there is no "toaster"' in message and "there are: " in message and "tv" in message
+
+
+def test_a_network_that_there_is_not_is_named(tv):
+    assert 'VENTARO_NETWORK is "carrier-pigeon"; there is: simulated' in tv.error(
+        1, "show", VENTARO_NETWORK="carrier-pigeon")
+
+
+def test_a_provider_that_cannot_be_loaded_is_named(tv):
+    assert "cannot load the provider: /nowhere.so" in tv.error(1, "--provider", "/nowhere.so",
+                                                               "show")
+    assert "--provider wants" in tv.error(2, "--provider")
+
+
+def test_a_library_that_is_no_provider_says_what_it_lacks(tv):
+    assert "is no data provider: it has no create_provider" in tv.error(
+        1, "show", VENTARO_PROVIDER="libc.so.6")
+
+
+def test_a_state_folder_that_cannot_be_is_named(tv):
+    (tv.folder / "file").write_text("")
+    message = tv.error(1, "show", VENTARO_STATE_DIR=str(tv.folder / "file/state"))
+    assert f"the store in {tv.folder}/file/state: " in message

@@ -1,0 +1,146 @@
+"""What the menu shows."""
+
+import json
+
+MENU = """\
+Network
+  Network Status
+  Network Settings
+  Attic 6E                        Connected
+  Garden Shed
+  Wi-Fi                           On
+  Power On with Mobile            Off
+  Device Name                     Living Room TV
+  Expert Settings
+    Wi-Fi Direct                  On
+    Easy Connection
+    Wired 802.1X Connection       Off
+    Install Certificate
+    Network Certificate
+    Network Certificate Manager
+  Reset Network
+"""
+
+WIFI = "menu/network/WiFiOnOff"
+SAVED_1 = "menu/network/SavedAP1"
+SAVED_2 = "menu/network/SavedAP2"
+
+
+def items_of(menu):
+    for item in menu:
+        yield item
+        yield from items_of(item.get("items", []))
+
+
+def test_shows_translated_names_current_values_and_saved_networks(tv):
+    assert tv.out("show") == MENU
+
+
+def test_shows_the_menu_when_no_command_is_given(tv):
+    assert tv.out() == MENU
+
+
+def test_shows_the_language_that_the_environment_names(tv):
+    shown = tv.out("show", LANGUAGE="ko")
+    assert shown.startswith("네트워크\n  네트워크 상태\n")
+    assert "켜기" in shown and "Attic 6E" in shown
+
+
+def test_shows_the_tvs_own_language_when_the_environment_names_none(tv):
+    tv.set("db/menu_widget/language", "de_DE", "string")
+    assert tv.out("show", LANGUAGE="").startswith("Netzwerk\n")
+
+
+def test_shows_english_in_a_language_that_it_does_not_have(tv):
+    assert tv.out("show", LANGUAGE="tlh") == MENU
+
+
+def test_shows_names_in_any_locale_of_the_user(tv):
+    assert tv.out("show", LANGUAGE="ko", LC_ALL="C").startswith("네트워크\n")
+
+
+def test_aligns_values_behind_wide_characters(tv):
+    lines = tv.out("show", LANGUAGE="ko").splitlines()
+    wide = lambda text: sum(2 if "\uac00" <= c <= "\ud7a3" else 1 for c in text)
+    ends = {wide(line[:line.rindex("   ") + 3]) for line in lines if "   " in line.strip()}
+    assert len(ends) == 1
+
+
+def test_json_tells_every_item_with_its_key_kind_and_value(tv):
+    menu = tv.json("show")
+    by_key = {item["key"]: item for item in items_of(menu)}
+    assert by_key[WIFI] == {"key": WIFI, "kind": "choice", "name": "Wi-Fi", "value": "On",
+                            "position": 1, "visible": True, "enabled": True}
+    assert by_key[SAVED_1]["state"] == "connected"
+    assert by_key[SAVED_2]["state"] == "none"
+    assert [child["key"] for child in by_key["menu/network/expertsettings"]["items"]] == [
+        "menu/network/expertsettings/wifidirect", "menu/network/expertsettings/easyconnect",
+        "menu/network/WiredEAP", "menu/network/InstallCertificate",
+        "menu/network/CertificateList", "menu/network/CertificateManager"]
+
+
+def test_shows_the_document_that_is_in_the_store(tv):
+    tv.out("show")
+    tv.publish(("Boat", -40, "Connecting"), ("Barn", -90, "Connected"))
+    shown = tv.out("show")
+    assert "  Boat                            Connecting\n" in shown
+    assert "  Barn                            Connected\n" in shown
+
+
+def test_marks_saved_networks_that_there_are_not_as_disabled(tv):
+    tv.publish()
+    assert tv.item(SAVED_1)["enabled"] is False
+    assert "(no saved network)" in tv.out("show")
+    assert "(disabled)" in tv.out("show")
+
+
+def test_shows_one_region_of_an_item_with_regional_variants(tv):
+    keys = {item["key"] for item in items_of(tv.json("show", VENTARO_REGION="other"))}
+    assert "menu/network/MobileDeviceTV_NOT_US" in keys
+    assert "menu/network/MobileDeviceTV_US" not in keys
+
+
+def test_an_unknown_region_is_an_error_that_names_those_there_are(tv):
+    assert 'VENTARO_REGION is "moon"; there are: us, other' in tv.error(
+        1, "show", VENTARO_REGION="moon")
+
+
+def test_a_wrong_document_costs_the_items_that_need_it_and_names_the_callback(tv):
+    tv.set("db/menu/network/TopSavedAP", '{"values": [{}]}', "string")
+    done = tv.run("show")
+    assert done.returncode == 1
+    assert "Wi-Fi                           On" in done.stdout
+    assert (f"ventaro: {SAVED_1}: get_display_name raised an exception: "
+            "Value is not convertible to Int.") in done.stderr
+
+
+def test_control_characters_of_a_network_name_do_not_reach_the_terminal(tv):
+    tv.publish(("\x1b[31mred\u0007", -50, ""))
+    assert tv.item(SAVED_1)["name"] == "\ufffd[31mred\ufffd"
+
+
+def test_a_name_cut_inside_a_character_ends_in_a_replacement_character(tv):
+    tv.publish(("x" * 2046 + "é", -50, ""))
+    assert tv.item(SAVED_1)["name"] == "x" * 2046 + "\ufffd"
+
+
+def test_quotes_and_right_to_left_text_of_a_network_name_are_shown_as_they_are(tv):
+    for name in ('"quoted" \\ name', "مقهى الزاوية", "😀 guests"):
+        tv.publish((name, -50, ""))
+        assert tv.item(SAVED_1)["name"] == name
+
+
+def test_a_setting_that_cannot_be_read_has_no_value(tv):
+    tv.set("memory/host/fault/wifi_get_enable_qx", "-9", "int")
+    item = tv.item(WIFI)
+    assert "value" not in item and "position" not in item
+
+
+def test_get_shows_one_item(tv):
+    assert tv.out("get", WIFI) == "Wi-Fi   On\n"
+
+
+def test_get_of_an_unknown_key_names_the_keys_there_are(tv):
+    message = tv.error(2, "get", "menu/network/Wifi")
+    assert message.startswith('ventaro: the menu has no item "menu/network/Wifi"; it has:\n')
+    assert f"\n  {WIFI}\n" in message

@@ -1,0 +1,279 @@
+// Loading, creating, deleting, unloading; the lock; the callbacks that concern the provider itself.
+#include <cerrno>
+#include <cstring>
+#include <latch>
+#include <set>
+#include <system_error>
+#include <thread>
+
+#include "provider_test.h"
+
+namespace {
+
+constexpr char kDefaultNameKey[] = "db/menu/network/devicename/default_tv_name";
+constexpr char kWifiDirectKey[] = "db/menu/network/wifidirect";
+constexpr std::size_t kSlots = sizeof(data_provider_cbs) / sizeof(void (*)());
+const std::set<std::size_t> kFilledSlots = {0,  6,  8,  11, 12, 13, 14, 16, 17,
+                                            20, 23, 24, 38, 39, 44, 49, 50};
+
+class ProviderLifecycle : public ProviderTest {
+ protected:
+  // What the construction of the Wi-Fi Direct object does without an access point.
+  static Journal wifiDirectStatus() {
+    return {call("wifi_initialize"),
+            mainLog("Wifi init succeeded\n"),
+            call("wifi_get_connected_ap"),
+            mainLog("Fail to get connected AP "),
+            call("wifi_ap_get_frequency", "null"),
+            call("wifi_ap_destroy", "null"),
+            call("vconf_get_int", kWifiDirectKey)};
+  }
+};
+
+// ---- Loading and unloading ----
+
+TEST_F(ProviderLifecycle, LoadingConstructsTheObjectsInTheirOrder) {
+  setProfiles({kWifiProfile, kEthernetProfile});
+  load();
+  EXPECT_EQ(journal(), (Journal{
+                           call("connection_create"),  // power on with mobile
+                           call("connection_create"),  // Wi-Fi power
+                           wifiDirectStatus(),
+                           call("vconf_get_int", kWifiDirectKey),
+                           call("connection_create"),  // wired 802.1X
+                           call("connection_get_profile_iterator", "connection 3", 0),
+                           call("connection_profile_iterator_has_next", "iterator"),
+                           call("connection_profile_iterator_next", "iterator"),
+                           call("connection_profile_get_type", "profile 1"),
+                           call("connection_profile_iterator_has_next", "iterator"),
+                           call("connection_profile_iterator_next", "iterator"),
+                           call("connection_profile_get_type", "profile 2"),
+                           mainLog("profile type ethernet"),
+                       }));
+}
+
+TEST_F(ProviderLifecycle, UnloadingDestroysTheObjectsInReverseOrder) {
+  create();
+  setInt("menu/network/WiFiOnOff", 1);
+  clearJournal();
+  unload();
+  EXPECT_EQ(journal(), (Journal{locks(), mainLog("START"), mainLog("END"), unlocks(),
+                                call("connection_destroy", "connection 3"),
+                                mainLog("[connection_destroy success]"),
+                                call("g_source_remove", 1),  // Wi-Fi power
+                                call("connection_destroy", "connection 2"),
+                                call("connection_destroy", "connection 1")}));
+  EXPECT_EQ(openConnections(), 0);
+}
+
+TEST_F(ProviderLifecycle, ALibraryLoadedAgainStartsAnew) {
+  store().set(kDefaultNameKey, "TV One");
+  create();
+  unload();
+  store().set(kDefaultNameKey, "TV Two");
+  create();
+  EXPECT_EQ(listItems("menu/network/devicename").text(0), "&#x202d;TV Two");
+}
+
+// ---- create_provider and delete_provider ----
+
+TEST_F(ProviderLifecycle, CreatingBindsTheTextsAndBuildsTheDeviceNamesUnderTheLock) {
+  store().set(kDefaultNameKey, "TV One");
+  load();
+  clearJournal();
+  data_provider_cbs* cbs = nullptr;
+  EXPECT_EQ(entries().create_provider(&cbs), 0);
+  EXPECT_EQ(journal(),
+            (Journal{locks(), mainLog("START"), call("platform_mkpath", 44, "res/locale"),
+                     call("vconf_get_str", kDefaultNameKey), mainLog("dName==TV One\n"),
+                     mainLog("END"), unlocks()}));
+  entries().delete_provider(&cbs);
+}
+
+TEST_F(ProviderLifecycle, DeletingFreesTheTableUnderTheLock) {
+  create();
+  data_provider_cbs* cbs = nullptr;
+  entries().create_provider(&cbs);
+  clearJournal();
+  EXPECT_EQ(entries().delete_provider(&cbs), 0);
+  EXPECT_EQ(journal(), (Journal{locks(), mainLog("START"), mainLog("END"), unlocks()}));
+}
+
+TEST_F(ProviderLifecycle, DeletingLeavesTheCallersPointerAlone) {
+  create();
+  data_provider_cbs* cbs = nullptr;
+  entries().create_provider(&cbs);
+  const auto before = reinterpret_cast<std::uintptr_t>(cbs);
+  entries().delete_provider(&cbs);
+  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(cbs), before);
+}
+
+TEST_F(ProviderLifecycle, DeletingNothingReturnsOneWithoutAnEnd) {
+  load();
+  clearJournal();
+  EXPECT_EQ(entries().delete_provider(nullptr), 1);
+  EXPECT_EQ(journal(), (Journal{locks(), mainLog("START"), unlocks()}));
+}
+
+TEST_F(ProviderLifecycle, DeletingANullTableSucceeds) {
+  load();
+  data_provider_cbs* cbs = nullptr;
+  EXPECT_EQ(entries().delete_provider(&cbs), 0);
+}
+
+TEST_F(ProviderLifecycle, TheTableIsABlockOfSixtyPointers) {
+  create();
+  EXPECT_EQ(kSlots, 60U);
+  EXPECT_EQ(requestedSize(&table()), 60 * sizeof(void*));
+}
+
+TEST_F(ProviderLifecycle, SeventeenSlotsHoldTheirCallbacksAndAllOthersAreNull) {
+  create();
+  void (*slots[kSlots])();
+  std::memcpy(&slots, &table(), sizeof(slots));
+  std::set<std::size_t> filled;
+  for (std::size_t i = 0; i < kSlots; ++i) {
+    if (slots[i] != nullptr) filled.insert(i);
+  }
+  EXPECT_EQ(filled, kFilledSlots);
+}
+
+TEST_F(ProviderLifecycle, ASecondProviderIsAnotherTableOverTheSameDeviceNames) {
+  store().set(kDefaultNameKey, "TV One");
+  create();
+  data_provider_cbs* second = nullptr;
+  EXPECT_EQ(entries().create_provider(&second), 0);
+  EXPECT_NE(second, &table());
+  EXPECT_EQ(std::memcmp(second, &table(), sizeof(table())), 0);
+  EXPECT_EQ(listItems("menu/network/devicename").count(), 2);
+  entries().delete_provider(&second);
+}
+
+TEST_F(ProviderLifecycle, ASecondProviderDoesNotReadTheDefaultNameAgain) {
+  create();
+  data_provider_cbs* second = nullptr;
+  entries().create_provider(&second);
+  EXPECT_EQ(calls(), (Journal{call("platform_mkpath", 44, "res/locale")}));
+  entries().delete_provider(&second);
+}
+
+TEST_F(ProviderLifecycle, AProviderCanBeCreatedAgainAfterItWasDeleted) {
+  load();
+  data_provider_cbs* cbs = nullptr;
+  entries().create_provider(&cbs);
+  entries().delete_provider(&cbs);
+  create();
+  EXPECT_EQ(displayName("menu/general/network"), "Network");
+}
+
+TEST_F(ProviderLifecycle, TextsComeFromTheResourceRootsCatalogues) {
+  useLanguage("ko");
+  create();
+  EXPECT_EQ(displayName("menu/general/network"), tr("COM_SID_NETWORK"));
+  EXPECT_NE(tr("COM_SID_NETWORK"), "COM_SID_NETWORK");
+}
+
+TEST_F(ProviderLifecycle, ASecondProviderBindsTheTextsAnew) {
+  create();
+  EXPECT_EQ(displayName("menu/general/network"), "Network");
+  useLongTexts(256);
+  data_provider_cbs* second = nullptr;
+  entries().create_provider(&second);
+  EXPECT_EQ(stringValue("menu/network/WiredEAP").length(), 256U);
+  EXPECT_EQ(displayName("menu/general/network").length(), 2047U);
+  entries().delete_provider(&second);
+}
+
+// ---- get_module_info ----
+
+TEST_F(ProviderLifecycle, ModuleInfoAnswersThreeKeysUnderTheLockWithoutALog) {
+  create();
+  EXPECT_EQ(moduleInfo("provider/main-component"), "TP_ConnectivityApp");
+  EXPECT_EQ(journal(), (Journal{locks(), unlocks()}));
+  EXPECT_EQ(moduleInfo("provider/sub-component"), "TP_NetworkSettings");
+  EXPECT_EQ(moduleInfo("provider/owner"), "ventarodevs");
+}
+
+TEST_F(ProviderLifecycle, ModuleInfoComesInAZeroFilledBlockOf255Bytes) {
+  create();
+  const OwnedText info = moduleInfo("provider/main-component");
+  ASSERT_EQ(info.blockSize(), 255U);
+  for (std::size_t i = info.length(); i < 255; ++i) EXPECT_EQ(info.get()[i], '\0') << i;
+}
+
+TEST_F(ProviderLifecycle, ModuleInfoLeavesTheOutputOfAnUnknownKeyUntouched) {
+  create();
+  char preset[] = "preset";
+  for (const char* key : {"", "provider/", "provider/owner2", "provider/owne", "Provider/owner"}) {
+    char* value = preset;
+    EXPECT_EQ(table().get_module_info(key, &value), 0) << key;
+    EXPECT_EQ(value, preset) << key;
+  }
+}
+
+// ---- release_string ----
+
+TEST_F(ProviderLifecycle, ReleasingAStringLogsItWithoutTheLockAndReturnsZero) {
+  create();
+  OwnedText name = displayName("menu/general/network");
+  clearJournal();
+  EXPECT_EQ(table().release_string(name.release()), 0);
+  EXPECT_EQ(journal(),
+            (Journal{mainLog("START"), mainLog("******* Value[Network]"), mainLog("END")}));
+}
+
+TEST_F(ProviderLifecycle, ReleasingNullReturnsOneAndFreesNothing) {
+  create();
+  EXPECT_EQ(table().release_string(nullptr), 1);
+  EXPECT_EQ(journal(), (Journal{mainLog("START"), mainLog("END")}));
+}
+
+// ---- The lock ----
+
+TEST_F(ProviderLifecycle, ReleasingDoesNotWaitForACallbackThatHoldsTheLock) {
+  create();
+  std::latch inside(1);
+  std::latch released(1);
+  onCall("vconf_set_str", [&] {
+    inside.count_down();
+    released.wait();
+  });
+  std::thread setter([&] { table().set_string("any", "TV Two"); });
+  inside.wait();
+  EXPECT_EQ(lockActions(), Journal{locks()});
+  EXPECT_EQ(table().release_string(nullptr), 1);
+  released.count_down();
+  setter.join();
+  EXPECT_EQ(lockActions(), (Journal{locks(), unlocks()}));
+}
+
+TEST_F(ProviderLifecycle, ALockThatCannotBeTakenRaisesItsErrorAndChangesNothing) {
+  create();
+  failNextLock(EDEADLK);
+  try {
+    table().set_string("any", "TV Two");
+    ADD_FAILURE() << "nothing was raised";
+  } catch (const std::system_error& error) {
+    EXPECT_EQ(error.code(), std::error_code(EDEADLK, std::generic_category()));
+  }
+  EXPECT_EQ(journal(), Journal{lockFails(EDEADLK)});
+}
+
+TEST_F(ProviderLifecycle, TheLockCanBeTakenAgainAfterItFailed) {
+  create();
+  failNextLock(EINVAL);
+  EXPECT_THROW(moduleInfo("provider/owner"), std::system_error);
+  EXPECT_EQ(moduleInfo("provider/owner"), "ventarodevs");
+}
+
+TEST_F(ProviderLifecycle, CreatingAndDeletingRaiseTheLocksError) {
+  load();
+  data_provider_cbs* cbs = nullptr;
+  failNextLock(EAGAIN);
+  EXPECT_THROW(entries().create_provider(&cbs), std::system_error);
+  EXPECT_EQ(cbs, nullptr);
+  failNextLock(EAGAIN);
+  EXPECT_THROW(entries().delete_provider(nullptr), std::system_error);
+}
+
+}  // namespace
