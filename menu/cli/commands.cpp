@@ -16,7 +16,8 @@ namespace cli {
 namespace {
 
 constexpr char kEnvironmentHelp[] =
-    "With --provider FILE before the command, another provider than libventaro.so.\n"
+    "Before the command: --product NAME, and --provider FILE for another provider than\n"
+    "libventaro.so.\n"
     "\n"
     "Environment:\n"
     "  LANGUAGE               the menu's language, as \"ko\"; default: the TV's own\n"

@@ -6,8 +6,9 @@ namespace cli {
 
 enum ExitCode : int {
   kDone = 0,
-  kFailed = 1,   // it was understood and could not be done
-  kUnknown = 2,  // a command, key or value that there is not
+  kFailed = 1,      // it was understood and could not be done
+  kUnknown = 2,     // a command, key or value that there is not
+  kUnanswered = 3,  // a confirmation that nobody could be asked for
 };
 
 }  // namespace cli

@@ -1,8 +1,5 @@
 #include "host_commands.h"
 
-#include <glib-unix.h>
-
-#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <limits>
@@ -13,6 +10,8 @@
 #include "output.h"
 #include "platform/host/config_store.h"
 #include "platform/host/network_service.h"
+#include "platform/host/product.h"
+#include "platform/host/resources.h"
 
 namespace cli {
 
@@ -34,19 +33,6 @@ struct Options {
 
 Format formatOf(const Options& options) {
   return options.json ? Format::kJson : Format::kText;
-}
-
-// Runs the main loop until `done`, or until the person or the system asks the program to end.
-void runUntilInterrupted(const std::function<bool()>& done) {
-  bool interrupted = false;
-  const auto note = [](void* flag) {
-    *static_cast<bool*>(flag) = true;
-    return gboolean{G_SOURCE_CONTINUE};
-  };
-  const unsigned sources[] = {g_unix_signal_add(SIGINT, note, &interrupted),
-                              g_unix_signal_add(SIGTERM, note, &interrupted)};
-  menu::runUntil([&] { return interrupted || done(); });
-  for (const unsigned source : sources) g_source_remove(source);
 }
 
 int storeGet(Session& /*session*/, const Options& options) {
@@ -104,6 +90,7 @@ int storeSet(Session& /*session*/, const Options& options) {
 }
 
 int storeWatch(Session& /*session*/, const Options& options) {
+  const menu::Interruption interruption;
   int left = options.count;
   std::vector<Subscription> subscriptions;
   for (const std::string& wanted : options.keys) {
@@ -115,18 +102,19 @@ int storeWatch(Session& /*session*/, const Options& options) {
     }));
   }
   std::cerr << "ventaro: watching; Ctrl-C ends" << std::endl;
-  runUntilInterrupted([&left] { return left == 0; });
+  interruption.runUntil([&left] { return left == 0; });
   return kDone;
 }
 
 int networkServe(Session& session, const Options& /*options*/) {
+  const menu::Interruption interruption;
   session.serveNetwork();
   if (!session.servesNetwork()) {
     std::cerr << "ventaro: another process runs the network service already\n";
     return kFailed;
   }
   printLine("The network service runs; Ctrl-C ends it.");
-  runUntilInterrupted([] { return false; });
+  interruption.runUntil([] { return false; });
   session.stopNetwork();
   return kDone;
 }
@@ -134,6 +122,13 @@ int networkServe(Session& session, const Options& /*options*/) {
 int networkLoad(Session& /*session*/, const Options& options) {
   platform::host::loadScenario(options.value);
   printLine("Loaded the scenario " + options.value + ".");
+  return kDone;
+}
+
+int productList(Session& /*session*/, const Options& /*options*/) {
+  for (const std::string& name : platform::host::resourceNames("products")) {
+    printLine(name + ": " + platform::host::loadProduct(name).description);
+  }
   return kDone;
 }
 
@@ -203,6 +198,8 @@ void addNetworkCommands(CLI::App& app, Session& session, int& result) {
 void addHostCommands(CLI::App& app, Session& session, int& result) {
   addStoreCommands(app, session, result);
   addNetworkCommands(app, session, result);
+  CommandGroup product(app, "product", "The products whose menu can be shown", session, result);
+  product.add("list", "Show their names", productList);
 }
 
 }  // namespace cli

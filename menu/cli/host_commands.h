@@ -8,7 +8,7 @@
 
 namespace cli {
 
-// Adds store and network. A parsed command leaves its exit code in `result`.
+// Adds store, network and product. A parsed command leaves its exit code in `result`.
 void addHostCommands(CLI::App& app, Session& session, int& result);
 
 }  // namespace cli

@@ -1,4 +1,5 @@
 // ventaro: the menu host program. It loads a provider and is the menu.
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -9,9 +10,37 @@
 
 namespace {
 
-constexpr char kProviderOption[] = "--provider";
+// Options before the command, each the same as a variable of the environment.
+struct GlobalOption {
+  const char* option;
+  const char* variable;
+  const char* wants;
+};
 
-std::string defaultProvider() {
+constexpr GlobalOption kGlobalOptions[] = {
+    {"--provider", "VENTARO_PROVIDER", "the path of a provider's library"},
+    {"--product", "VENTARO_PRODUCT", "the name or file of a product"},
+};
+
+// Takes the options off the words. Returns false when one lacks its value.
+bool takeGlobalOptions(std::vector<std::string>& words) {
+  const auto find = [&words] {
+    return std::ranges::find_if(kGlobalOptions, [&words](const GlobalOption& global) {
+      return !words.empty() && words.front() == global.option;
+    });
+  };
+  for (const auto* global = find(); global != std::end(kGlobalOptions); global = find()) {
+    if (words.size() < 2) {
+      std::cerr << "ventaro: " << global->option << " wants " << global->wants << '\n';
+      return false;
+    }
+    setenv(global->variable, words[1].c_str(), 1);
+    words.erase(words.begin(), words.begin() + 2);
+  }
+  return true;
+}
+
+std::string providerFile() {
   const char* variable = std::getenv("VENTARO_PROVIDER");
   return variable != nullptr && *variable != '\0' ? variable : "libventaro.so";
 }
@@ -20,16 +49,8 @@ std::string defaultProvider() {
 
 int main(int argc, char** argv) {
   std::vector<std::string> words(argv + 1, argv + argc);
-  std::string provider = defaultProvider();
-  if (!words.empty() && words.front() == kProviderOption) {
-    if (words.size() < 2) {
-      std::cerr << "ventaro: --provider wants the path of a provider's library\n";
-      return cli::kUnknown;
-    }
-    provider = words[1];
-    words.erase(words.begin(), words.begin() + 2);
-  }
+  if (!takeGlobalOptions(words)) return cli::kUnknown;
   if (words.empty()) words = {"show"};
-  cli::Session session(provider);
+  cli::Session session(providerFile());
   return cli::runCommand(session, words);
 }

@@ -8,7 +8,8 @@
 
 namespace cli {
 
-// Adds show, get, set, connect and name. A parsed command leaves its exit code in `result`.
+// Adds show, get, watch, list, box, choose, set, connect and name. A parsed command leaves its exit
+// code in `result`.
 void addMenuCommands(CLI::App& app, Session& session, int& result);
 
 }  // namespace cli

@@ -14,6 +14,8 @@ namespace {
 using menu::Item;
 using menu::ItemKind;
 using menu::NetworkState;
+using ListEntry = menu::Provider::ListEntry;
+using MessageBox = menu::Provider::MessageBox;
 
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 3;
@@ -31,7 +33,7 @@ const char* stateName(NetworkState state) {
 }
 
 // The right-hand side of an item's line.
-std::string detail(const Item& item) {
+std::string valueColumn(const Item& item) {
   std::string text = item.value.value_or("");
   if (item.state == NetworkState::kConnecting) text = "Connecting";
   if (item.state == NetworkState::kConnected) text = "Connected";
@@ -46,15 +48,80 @@ std::string shownName(const Item& item) {
   return item.kind == ItemKind::kSavedNetwork ? "(no saved network)" : "(" + item.key + ")";
 }
 
+const char* actionName(ITEM_FOLLOWING_ACTION_TYPE action) {
+  switch (action) {
+    case ITEM_FOLLOWING_ACTION_NONE:
+      return "none";
+    case ITEM_FOLLOWING_ACTION_REFRESH:
+      return "refresh";
+    case ITEM_FOLLOWING_ACTION_MESSAGE_BOX:
+      return "message-box";
+  }
+  return "unknown";
+}
+
+std::string entryLine(const ListEntry& entry) {
+  const std::string line = std::to_string(entry.value) + " " + entry.text;
+  switch (entry.action) {
+    case ITEM_FOLLOWING_ACTION_NONE:
+      return line;
+    case ITEM_FOLLOWING_ACTION_REFRESH:
+      return line + "  (then refreshes)";
+    case ITEM_FOLLOWING_ACTION_MESSAGE_BOX:
+      return line + "  (asks first)";
+  }
+  return line;
+}
+
+std::string boxLine(const MessageBox& box) {
+  return box.text + "  [" + box.yes + "] [" + box.no + "]";
+}
+
+// A line of the menu, its right-hand side in a column of its own, and the lines that explain it.
 struct Line {
   std::string left;
   std::string right;
+  std::vector<std::string> below = {};
 };
 
-void collectLines(const std::vector<Item>& items, std::size_t depth, std::vector<Line>& lines) {
+std::string indented(std::size_t depth, const std::string& text) {
+  std::string lines = std::string(depth * kIndent, ' ');
+  for (const char c : text) {
+    lines += c;
+    if (c == '\n') lines += std::string(depth * kIndent, ' ');
+  }
+  return lines;
+}
+
+// Icons by their file names: the folders are long, and the same for all.
+std::string fileName(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
+std::vector<std::string> explanation(const Item& item) {
+  std::vector<std::string> lines;
+  const auto add = [&lines](const char* word, const std::string& text) {
+    if (!text.empty()) lines.push_back(word + text);
+  };
+  add("", item.help);
+  add("title icon:  ", fileName(item.titleIcon));
+  add("status icon: ", fileName(item.statusIcon));
+  for (const ListEntry& entry : item.list) add("choice:      ", entryLine(entry));
+  if (item.box) add("asks:        ", boxLine(*item.box));
+  return lines;
+}
+
+void collectLines(const std::vector<Item>& items, Detail detail, std::size_t depth,
+                  std::vector<Line>& lines) {
   for (const Item& item : items) {
-    lines.push_back({std::string(depth * kIndent, ' ') + shownName(item), detail(item)});
-    collectLines(item.items, depth + 1, lines);
+    Line line{indented(depth, shownName(item)), valueColumn(item)};
+    if (detail == Detail::kAll) {
+      for (const std::string& text : explanation(item)) {
+        line.below.push_back(indented(depth + 2, text));
+      }
+    }
+    lines.push_back(std::move(line));
+    collectLines(item.items, detail, depth + 1, lines);
   }
 }
 
@@ -64,7 +131,25 @@ void printAligned(const std::vector<Line>& lines) {
   for (const Line& line : lines) {
     const std::string gap(width + kGap - menu::columns(line.left), ' ');
     printLine(line.right.empty() ? line.left : line.left + gap + line.right);
+    for (const std::string& text : line.below) printLine(text);
   }
+}
+
+Json::Value toJson(const ListEntry& entry) {
+  Json::Value json(Json::objectValue);
+  json["text"] = entry.text;
+  json["value"] = entry.value;
+  json["then"] = actionName(entry.action);
+  return json;
+}
+
+Json::Value toJson(const MessageBox& box) {
+  Json::Value json(Json::objectValue);
+  json["text"] = box.text;
+  json["buttons"].append(box.yes);
+  json["buttons"].append(box.no);
+  json["type"] = box.type;
+  return json;
 }
 
 Json::Value toJson(const Item& item) {
@@ -77,6 +162,11 @@ Json::Value toJson(const Item& item) {
   if (item.value) json["value"] = *item.value;
   if (item.position) json["position"] = *item.position;
   if (item.kind == ItemKind::kSavedNetwork) json["state"] = stateName(item.state);
+  json["help"] = item.help;
+  json["titleIcon"] = item.titleIcon;
+  json["statusIcon"] = item.statusIcon;
+  for (const ListEntry& entry : item.list) json["list"].append(toJson(entry));
+  if (item.box) json["box"] = toJson(*item.box);
   for (const Item& child : item.items) json["items"].append(toJson(child));
   for (const std::string& problem : item.problems) json["problems"].append(problem);
   return json;
@@ -106,20 +196,38 @@ void printJson(const Json::Value& value) {
   printLine(Json::writeString(writer, value));
 }
 
-void printItems(const std::vector<Item>& items, Format format) {
+void printItems(const std::vector<Item>& items, Format format, Detail detail) {
   if (format == Format::kJson) {
     Json::Value json(Json::arrayValue);
     for (const Item& item : items) json.append(toJson(item));
     return printJson(json);
   }
   std::vector<Line> lines;
-  collectLines(items, 0, lines);
+  collectLines(items, detail, 0, lines);
   printAligned(lines);
 }
 
-void printItem(const Item& item, Format format) {
+void printItem(const Item& item, Format format, Detail detail) {
   if (format == Format::kJson) return printJson(toJson(item));
-  printAligned({{shownName(item), detail(item)}});
+  std::vector<Line> lines;
+  collectLines({item}, detail, 0, lines);
+  printAligned(lines);
+}
+
+void printList(const std::vector<ListEntry>& entries, Format format) {
+  if (format == Format::kText) {
+    for (const ListEntry& entry : entries) printLine(entryLine(entry));
+    return;
+  }
+  Json::Value json(Json::arrayValue);
+  for (const ListEntry& entry : entries) json.append(toJson(entry));
+  printJson(json);
+}
+
+void printBox(const MessageBox& box, Format format) {
+  if (format == Format::kJson) return printJson(toJson(box));
+  printLine(box.text);
+  printLine("[" + box.yes + "] [" + box.no + "]");
 }
 
 void printValue(const std::string& key, const platform::host::StoreValue& value, Format format) {

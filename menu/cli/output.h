@@ -14,8 +14,13 @@ namespace cli {
 
 enum class Format { kText, kJson };
 
-void printItems(const std::vector<menu::Item>& items, Format format);
-void printItem(const menu::Item& item, Format format);
+// How much a person is shown of an item; JSON always tells all.
+enum class Detail { kLine, kAll };
+
+void printItems(const std::vector<menu::Item>& items, Format format, Detail detail);
+void printItem(const menu::Item& item, Format format, Detail detail = Detail::kLine);
+void printList(const std::vector<menu::Provider::ListEntry>& entries, Format format);
+void printBox(const menu::Provider::MessageBox& box, Format format);
 
 // "key = value", or {"key": ..., "type": ..., "value": ...}.
 void printValue(const std::string& key, const platform::host::StoreValue& value, Format format);

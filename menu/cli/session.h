@@ -4,10 +4,12 @@
 #define MENU_CLI_SESSION_H
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "../host/menu_model.h"
 #include "../host/provider.h"
+#include "line_reader.h"
 #include "platform/host/network_service.h"
 
 namespace cli {
@@ -27,8 +29,12 @@ class Session {
   void stopNetwork() { service_.reset(); }
   bool servesNetwork() const { return service_ != nullptr; }
 
+  // The next line of standard input; nothing at its end. Timers and notifications run meanwhile.
+  std::optional<std::string> readLine() { return input_.next(); }
+
  private:
   std::string providerFile_;
+  LineReader input_;
   std::unique_ptr<menu::Provider> provider_;
   std::unique_ptr<menu::MenuModel> menu_;
   std::unique_ptr<platform::host::NetworkService> service_;

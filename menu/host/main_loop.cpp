@@ -1,6 +1,8 @@
 #include "main_loop.h"
 
-#include <glib.h>
+#include <glib-unix.h>
+
+#include <csignal>
 
 namespace menu {
 
@@ -32,6 +34,28 @@ bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit
 
 void runUntil(const std::function<bool()>& done) {
   while (!done()) g_main_context_iteration(nullptr, TRUE);
+}
+
+Interruption::Interruption() {
+  const auto note = [](void* asked) {
+    *static_cast<bool*>(asked) = true;
+    return gboolean{G_SOURCE_CONTINUE};
+  };
+  sources_[0] = g_unix_signal_add(SIGINT, note, &asked_);
+  sources_[1] = g_unix_signal_add(SIGTERM, note, &asked_);
+}
+
+Interruption::~Interruption() {
+  for (const unsigned source : sources_) g_source_remove(source);
+}
+
+bool Interruption::runUntil(const std::function<bool()>& done) const {
+  bool finished = done();
+  while (!finished && !asked_) {
+    g_main_context_iteration(nullptr, TRUE);
+    finished = done();
+  }
+  return finished && !asked_;
 }
 
 }  // namespace menu

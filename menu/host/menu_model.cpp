@@ -26,6 +26,10 @@ std::string inQuotes(const std::string& text) {
   return "\"" + text + "\"";
 }
 
+bool asksFirst(const Provider::ListEntry& entry) {
+  return entry.action == ITEM_FOLLOWING_ACTION_MESSAGE_BOX;
+}
+
 std::string listed(const std::vector<Provider::ListEntry>& entries) {
   std::string text;
   for (const Provider::ListEntry& entry : entries) {
@@ -60,9 +64,16 @@ const MenuNode& MenuModel::find(const std::string& key) const {
   const std::vector<const MenuNode*> nodes = flatten(tree_);
   const auto found = std::ranges::find(nodes, key, &MenuNode::key);
   if (found != nodes.end()) return **found;
+  throw UnknownError("the menu has no item " + inQuotes(key) +
+                     "; it has:" + keysOf([](const MenuNode&) { return true; }));
+}
+
+std::string MenuModel::keysOf(const std::function<bool(const MenuNode&)>& wanted) const {
   std::string keys;
-  for (const MenuNode* node : nodes) keys += "\n  " + node->key;
-  throw UnknownError("the menu has no item " + inQuotes(key) + "; it has:" + keys);
+  for (const MenuNode* node : flatten(tree_)) {
+    if (wanted(*node)) keys += "\n  " + node->key;
+  }
+  return keys;
 }
 
 Item MenuModel::readItem(const MenuNode& node) {
@@ -89,45 +100,61 @@ void MenuModel::readParts(const MenuNode& node, Item& item) {
     part([&] { item.value = provider_.stringValue(node.key); });
     part([&] { item.position = provider_.intValue(node.key).value; });
   }
+  part([&] { item.help = provider_.helpText(node.key); });
+  part([&] { item.titleIcon = provider_.titleIcon(node.key); });
+  // For any item but the first saved network this is the icon of the second: the provider's answer.
+  part([&] { item.statusIcon = provider_.statusIcon(node.key); });
   if (node.kind == ItemKind::kSavedNetwork) {
     shownNetworks_[node.key] = item.name;
-    part([&] { item.state = stateOf(provider_.statusIcon(node.key)); });
+    item.state = stateOf(item.statusIcon);
+  }
+  if (!node.listKey.empty()) part([&] { item.list = provider_.list(node.listKey); });
+  if (std::ranges::any_of(item.list, asksFirst)) {
+    part([&] { item.box = provider_.messageBox(node.key); });
   }
 }
 
-void MenuModel::set(const std::string& key, const std::string& choice) {
+std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
+  const MenuNode& node = find(key);
+  if (node.listKey.empty()) {
+    throw UnknownError(inQuotes(key) + " has no option list; these have one:" +
+                       keysOf([](const MenuNode& other) { return !other.listKey.empty(); }));
+  }
+  return provider_.list(node.listKey);
+}
+
+Provider::MessageBox MenuModel::box(const std::string& key) {
+  return provider_.messageBox(find(key).key);
+}
+
+Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {
   const MenuNode& node = find(key);
   if (!hasValue(node.kind)) {
-    std::string keys;
-    for (const MenuNode* other : flatten(tree_)) {
-      if (hasValue(other->kind)) keys += "\n  " + other->key;
-    }
-    throw UnknownError(inQuotes(key) + " has no value to set; these have one:" + keys);
+    throw UnknownError(inQuotes(key) + " has no value to set; these have one:" +
+                       keysOf([](const MenuNode& other) { return hasValue(other.kind); }));
   }
-  const int value = entryValue(node, choice);
-  requireEnabled(key);
-  const int result = provider_.setInt(key, value);
-  if (result < 0) {
-    throw RefusedError("the TV did not set " + inQuotes(key) + ": set_int gave " +
-                       std::to_string(result));
-  }
-}
-
-// As a person does: the list is asked for first, and one of its entries chosen.
-int MenuModel::entryValue(const MenuNode& node, const std::string& choice) const {
-  const std::vector<Provider::ListEntry> entries = provider_.list(node.key);
+  const std::vector<Provider::ListEntry> entries = provider_.list(node.listKey);
   const auto found = std::ranges::find_if(entries, [&](const Provider::ListEntry& entry) {
     return choice == std::to_string(entry.value) || choice == entry.text;
   });
   if (found == entries.end()) {
-    throw UnknownError(inQuotes(node.key) + " has no choice " + inQuotes(choice) + "; it has " +
+    throw UnknownError(inQuotes(key) + " has no choice " + inQuotes(choice) + "; it has " +
                        listed(entries));
   }
   if (node.kind == ItemKind::kDeviceName && found == entries.end() - 1) {
     throw UnknownError("choice " + std::to_string(found->value) +
                        " is the name that a person types; use: name TEXT");
   }
-  return found->value;
+  return *found;
+}
+
+void MenuModel::set(const std::string& key, int value) {
+  requireEnabled(key);
+  const int result = provider_.setInt(key, value);
+  if (result < 0) {
+    throw RefusedError("the TV did not set " + inQuotes(key) + ": set_int gave " +
+                       std::to_string(result));
+  }
 }
 
 void MenuModel::requireEnabled(const std::string& key) const {

@@ -2,6 +2,7 @@
 #ifndef MENU_HOST_MENU_MODEL_H
 #define MENU_HOST_MENU_MODEL_H
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <stdexcept>
@@ -35,6 +36,11 @@ struct Item {
   std::optional<std::string> value;  // as text, of items that have one
   std::optional<int> position;       // of the value in the item's option list
   NetworkState state = NetworkState::kNone;
+  std::string help;
+  std::string titleIcon;   // an image path
+  std::string statusIcon;  // an image path, "loading", or empty
+  std::vector<Provider::ListEntry> list;
+  std::optional<Provider::MessageBox> box;  // of items with an entry that asks first
   bool visible = true;
   bool enabled = true;
   std::vector<Item> items;
@@ -52,8 +58,19 @@ class MenuModel {
   // One item, without those below it. UnknownError when the menu has no such key.
   Item read(const std::string& key);
 
-  // Chooses an entry of an item's option list, by its value or its text.
-  void set(const std::string& key, const std::string& choice);
+  // The option list of an item that has one.
+  std::vector<Provider::ListEntry> list(const std::string& key);
+
+  // The confirmation box that an item would show.
+  Provider::MessageBox box(const std::string& key);
+
+  // The entry that a person means by its value or its text. UnknownError when the item has no
+  // value, or no such entry.
+  Provider::ListEntry findChoice(const std::string& key, const std::string& choice);
+
+  // Gives an item a value of its option list. Asks nobody; who chooses for a person asks first
+  // where the entry's action says so.
+  void set(const std::string& key, int value);
 
   // Gives the TV a name.
   void rename(const std::string& name);
@@ -64,9 +81,10 @@ class MenuModel {
 
  private:
   const MenuNode& find(const std::string& key) const;
+  // The keys of the nodes that `wanted` accepts, a line each.
+  std::string keysOf(const std::function<bool(const MenuNode&)>& wanted) const;
   Item readItem(const MenuNode& node);
   void readParts(const MenuNode& node, Item& item);
-  int entryValue(const MenuNode& node, const std::string& choice) const;
   void requireEnabled(const std::string& key) const;
 
   Provider& provider_;

@@ -38,11 +38,27 @@ bool isOfRegion(const JsonFile& file, const Json::Value& entry, const std::strin
   return !entry.isMember("region") || file.text(entry, "region") == region;
 }
 
+// The list of a saved network is that of its states, and has a key of its own.
+std::string readListKey(const JsonFile& file, const Json::Value& entry, const MenuNode& node) {
+  switch (node.kind) {
+    case ItemKind::kPage:
+    case ItemKind::kAction:
+      return {};
+    case ItemKind::kChoice:
+    case ItemKind::kDeviceName:
+      return node.key;
+    case ItemKind::kSavedNetwork:
+      return file.text(entry, "states");
+  }
+  return {};
+}
+
 std::vector<MenuNode> readItems(const JsonFile& file, const Json::Value& parent,
                                 const std::string& region) {
   std::vector<MenuNode> nodes;
   for (const Json::Value& entry : file.array(parent, "items")) {
-    MenuNode node{file.text(entry, "key"), readKind(file, entry), {}};
+    MenuNode node{file.text(entry, "key"), readKind(file, entry), {}, {}};
+    node.listKey = readListKey(file, entry, node);
     if (node.kind == ItemKind::kPage) node.items = readItems(file, entry, region);
     if (isOfRegion(file, entry, region)) nodes.push_back(std::move(node));
   }

@@ -22,6 +22,7 @@ const char* kindName(ItemKind kind);
 struct MenuNode {
   std::string key;
   ItemKind kind;
+  std::string listKey;  // under which its option list is asked for; empty when it has none
   std::vector<MenuNode> items;
 };
 

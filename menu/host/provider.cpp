@@ -1,9 +1,9 @@
 #include "provider.h"
 
 #include <dlfcn.h>
+#include <libintl.h>
 
 #include <cstring>
-#include <vector>
 
 #include "display_text.h"
 
@@ -16,6 +16,12 @@ constexpr std::size_t kListTextSize = 256;
 
 // What tells an output that a callback left untouched from one that it wrote.
 constexpr int kUntouched = -0x5EED;
+
+// An entry may be a string ID, which is the menu's to look up, in the provider's text domain.
+std::string translated(std::string_view text) {
+  const std::string sid(text);
+  return text.starts_with("SID_") ? dgettext("ventaro", sid.c_str()) : sid;
+}
 
 // Runs a callback; what it raises is told with its name.
 template <typename Call>
@@ -98,6 +104,24 @@ std::string Provider::statusIcon(const std::string& key) const {
   return text("get_second_icon_path", table_->get_second_icon_path, key);
 }
 
+std::string Provider::helpText(const std::string& key) const {
+  return text("get_help_text", table_->get_help_text, key);
+}
+
+std::string Provider::titleIcon(const std::string& key) const {
+  return text("get_title_icon_path", table_->get_title_icon_path, key);
+}
+
+Provider::MessageBox Provider::messageBox(const std::string& key) const {
+  char text[VENTARO_MESSAGE_TEXT_SIZE] = {};
+  char first[VENTARO_MESSAGE_BUTTON_SIZE] = {};
+  char second[VENTARO_MESSAGE_BUTTON_SIZE] = {};
+  int type = 0;
+  guarded("get_messagebox_info",
+          [&] { return table_->get_messagebox_info(key.c_str(), text, first, second, &type); });
+  return {displayText(text), displayText(first), displayText(second), type};
+}
+
 Provider::ListEntry Provider::entry(void* item) const {
   char* text = nullptr;
   ListEntry entry{};
@@ -110,7 +134,7 @@ Provider::ListEntry Provider::entry(void* item) const {
   // The text stays the list's.
   const std::string_view bytes(text != nullptr ? text : "",
                                text != nullptr ? strnlen(text, kListTextSize) : 0);
-  entry.text = displayText(markupToText(bytes));
+  entry.text = displayText(markupToText(translated(bytes)));
   return entry;
 }
 

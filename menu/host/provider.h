@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "ventaro/data_provider.h"
 
@@ -49,8 +50,21 @@ class Provider {
   int setInt(const std::string& key, int value) const;
   int setString(const std::string& key, const std::string& value) const;
 
+  std::string helpText(const std::string& key) const;
+
+  // An image path.
+  std::string titleIcon(const std::string& key) const;
+
   // An image path, "loading", or empty.
   std::string statusIcon(const std::string& key) const;
+
+  struct MessageBox {
+    std::string text;
+    std::string yes;
+    std::string no;
+    int type;
+  };
+  MessageBox messageBox(const std::string& key) const;
 
   struct ListEntry {
     std::string text;

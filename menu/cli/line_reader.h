@@ -1,0 +1,26 @@
+// Standard input, line by line.
+#ifndef MENU_CLI_LINE_READER_H
+#define MENU_CLI_LINE_READER_H
+
+#include <optional>
+#include <string>
+
+namespace cli {
+
+// Reads in the main loop, so that timers and notifications run while a line is waited for.
+class LineReader {
+ public:
+  // The next line without its line feed; nothing at the end.
+  std::optional<std::string> next();
+
+ private:
+  // Takes in what has come. Returns false at the end.
+  bool read();
+
+  std::string text_;
+  bool ended_ = false;
+};
+
+}  // namespace cli
+
+#endif  // MENU_CLI_LINE_READER_H
