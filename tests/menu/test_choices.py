@@ -18,7 +18,7 @@ REFRESH = "db/menu/refresh_menu"
 
 def test_wifi_that_is_switched_off_shows_as_off(tv):
     assert tv.out("set", WIFI, "0") == "Wi-Fi   Off\n"
-    shown = tv.out("show")
+    shown = tv.out("show", "--brief")
     assert "  Wi-Fi                           Off\n" in shown
     assert "Connected" not in shown
     assert tv.stored("memory/menu/network/wifionui_enabled") == 0

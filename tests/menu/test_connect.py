@@ -39,7 +39,8 @@ def test_tells_each_state_as_json(tv):
 def test_a_network_service_in_another_process_connects(tv):
     service = tv.start("network", "serve")
     assert service.line() == "The network service runs; Ctrl-C ends it."
-    assert tv.out("connect", "2") == "Garden Shed   Connecting\nGarden Shed   Connected\n"
+    # The state between may pass before another process looks.
+    assert tv.out("connect", "2").endswith("Garden Shed   Connected\n")
     assert service.interrupt() == 0
 
 
@@ -76,7 +77,7 @@ def test_names_the_positions_there_are(tv):
 
 def test_a_list_that_changed_under_the_cursor_never_connects_to_another_network(tv):
     shell = tv.start("shell")
-    shell.type("get menu/network/SavedAP1")
+    shell.type("get menu/network/SavedAP1 --brief")
     assert shell.line() == "Attic 6E   Connected"
     tv.publish(("Evil Twin", -30, ""), ("Attic 6E", -52, ""))
     shell.type("connect 1")

@@ -7,7 +7,8 @@ import pathlib
 import pytest
 
 SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
-COMMANDS = "show, get, set, connect, name, store, network, shell"
+COMMANDS = ("show, get, watch, list, box, choose, set, connect, name, store, network, product, "
+            "shell")
 
 
 def test_an_unknown_command_names_those_there_are(tv):

@@ -7,21 +7,21 @@ WIFI = "menu/network/WiFiOnOff"
 
 
 def test_a_script_runs_line_by_line(tv):
-    done = tv.run("shell", stdin=f"get {WIFI}\n\n# a comment\nset {WIFI} 0\nname 'Den TV'\n")
+    done = tv.run("shell", stdin=f"get {WIFI} --brief\n\n# a comment\nset {WIFI} 0\nname 'Den TV'\n")
     assert done.stdout == "Wi-Fi   On\nWi-Fi   Off\nDevice Name   Den TV\n"
     assert done.returncode == 0
 
 
 def test_a_last_line_without_a_line_feed_counts(tv):
-    assert tv.run("shell", stdin=f"get {WIFI}").stdout == "Wi-Fi   On\n"
+    assert tv.run("shell", stdin=f"get {WIFI} --brief").stdout == "Wi-Fi   On\n"
 
 
 def test_exit_ends_a_script(tv):
-    assert tv.run("shell", stdin=f"exit\nget {WIFI}\n").stdout == ""
+    assert tv.run("shell", stdin=f"exit\nget {WIFI} --brief\n").stdout == ""
 
 
 def test_a_script_goes_on_after_an_error_and_ends_with_the_first_errors_code(tv):
-    done = tv.run("shell", stdin=f"frobnicate\nconnect 9\nget 'open\nget {WIFI}\n")
+    done = tv.run("shell", stdin=f"frobnicate\nconnect 9\nget 'open\nget {WIFI} --brief\n")
     assert done.stdout == "Wi-Fi   On\n"
     assert done.returncode == 2
     assert 'there is no command "frobnicate"' in done.stderr
@@ -33,7 +33,7 @@ def test_there_is_no_shell_in_the_shell(tv):
 
 
 def test_the_provider_is_loaded_once(tv):
-    tv.run("shell", stdin=f"get {WIFI}\nget {WIFI}\nshow\n")
+    tv.run("shell", stdin=f"get {WIFI} --brief\nget {WIFI} --brief\nshow\n")
     log = (tv.folder / "state/log/platform.log").read_text()
     assert log.count("profile type ethernet") == 1
 
@@ -62,7 +62,7 @@ def test_a_person_gets_a_prompt(tv):
     program = os.environ["VENTARO_PROGRAM"]
     with subprocess.Popen([program, "shell"], stdin=follower, stdout=subprocess.PIPE, text=True,
                           env=tv.env) as person:
-        os.write(leader, f"get {WIFI}\nexit\n".encode())
+        os.write(leader, f"get {WIFI} --brief\nexit\n".encode())
         assert person.stdout.read() == "ventaro> Wi-Fi   On\nventaro> "
         assert person.wait() == 0
     os.close(leader)

@@ -21,6 +21,8 @@ Network
   Reset Network
 """
 
+ICONS = ("/usr/apps/com.norvane.tv.theme-resource/shared/res/ug-SystemSetupNetworkUG-efl/res/"
+         "systemsetup/")
 WIFI = "menu/network/WiFiOnOff"
 SAVED_1 = "menu/network/SavedAP1"
 SAVED_2 = "menu/network/SavedAP2"
@@ -33,34 +35,34 @@ def items_of(menu):
 
 
 def test_shows_translated_names_current_values_and_saved_networks(tv):
-    assert tv.out("show") == MENU
+    assert tv.out("show", "--brief") == MENU
 
 
 def test_shows_the_menu_when_no_command_is_given(tv):
-    assert tv.out() == MENU
+    assert tv.out() == tv.out("show")
 
 
 def test_shows_the_language_that_the_environment_names(tv):
-    shown = tv.out("show", LANGUAGE="ko")
+    shown = tv.out("show", "--brief", LANGUAGE="ko")
     assert shown.startswith("네트워크\n  네트워크 상태\n")
     assert "켜기" in shown and "Attic 6E" in shown
 
 
 def test_shows_the_tvs_own_language_when_the_environment_names_none(tv):
     tv.set("db/menu_widget/language", "de_DE", "string")
-    assert tv.out("show", LANGUAGE="").startswith("Netzwerk\n")
+    assert tv.out("show", "--brief", LANGUAGE="").startswith("Netzwerk\n")
 
 
 def test_shows_english_in_a_language_that_it_does_not_have(tv):
-    assert tv.out("show", LANGUAGE="tlh") == MENU
+    assert tv.out("show", "--brief", LANGUAGE="tlh") == MENU
 
 
 def test_shows_names_in_any_locale_of_the_user(tv):
-    assert tv.out("show", LANGUAGE="ko", LC_ALL="C").startswith("네트워크\n")
+    assert tv.out("show", "--brief", LANGUAGE="ko", LC_ALL="C").startswith("네트워크\n")
 
 
 def test_aligns_values_behind_wide_characters(tv):
-    lines = tv.out("show", LANGUAGE="ko").splitlines()
+    lines = tv.out("show", "--brief", LANGUAGE="ko").splitlines()
     wide = lambda text: sum(2 if "\uac00" <= c <= "\ud7a3" else 1 for c in text)
     ends = {wide(line[:line.rindex("   ") + 3]) for line in lines if "   " in line.strip()}
     assert len(ends) == 1
@@ -69,8 +71,15 @@ def test_aligns_values_behind_wide_characters(tv):
 def test_json_tells_every_item_with_its_key_kind_and_value(tv):
     menu = tv.json("show")
     by_key = {item["key"]: item for item in items_of(menu)}
-    assert by_key[WIFI] == {"key": WIFI, "kind": "choice", "name": "Wi-Fi", "value": "On",
-                            "position": 1, "visible": True, "enabled": True}
+    assert by_key[WIFI] == {
+        "key": WIFI, "kind": "choice", "name": "Wi-Fi", "value": "On", "position": 1,
+        "visible": True, "enabled": True, "help": "Turn Wi-Fi on or off.",
+        "titleIcon": ICONS + "icon_wifi/oobe_icon_n_wifi_4.png", "statusIcon": "",
+        "list": [{"text": "Off", "value": 0, "then": "message-box"},
+                 {"text": "On", "value": 1, "then": "message-box"}],
+        "box": {"text": "Some features will not be available without Wi-Fi. "
+                        "Do you want to continue?",
+                "buttons": ["Yes", "No"], "type": 2}}
     assert by_key[SAVED_1]["state"] == "connected"
     assert by_key[SAVED_2]["state"] == "none"
     assert [child["key"] for child in by_key["menu/network/expertsettings"]["items"]] == [
@@ -80,9 +89,9 @@ def test_json_tells_every_item_with_its_key_kind_and_value(tv):
 
 
 def test_shows_the_document_that_is_in_the_store(tv):
-    tv.out("show")
+    tv.out("show", "--brief")
     tv.publish(("Boat", -40, "Connecting"), ("Barn", -90, "Connected"))
-    shown = tv.out("show")
+    shown = tv.out("show", "--brief")
     assert "  Boat                            Connecting\n" in shown
     assert "  Barn                            Connected\n" in shown
 
@@ -90,8 +99,8 @@ def test_shows_the_document_that_is_in_the_store(tv):
 def test_marks_saved_networks_that_there_are_not_as_disabled(tv):
     tv.publish()
     assert tv.item(SAVED_1)["enabled"] is False
-    assert "(no saved network)" in tv.out("show")
-    assert "(disabled)" in tv.out("show")
+    assert "(no saved network)" in tv.out("show", "--brief")
+    assert "(disabled)" in tv.out("show", "--brief")
 
 
 def test_shows_one_region_of_an_item_with_regional_variants(tv):
@@ -107,7 +116,7 @@ def test_an_unknown_region_is_an_error_that_names_those_there_are(tv):
 
 def test_a_wrong_document_costs_the_items_that_need_it_and_names_the_callback(tv):
     tv.set("db/menu/network/TopSavedAP", '{"values": [{}]}', "string")
-    done = tv.run("show")
+    done = tv.run("show", "--brief")
     assert done.returncode == 1
     assert "Wi-Fi                           On" in done.stdout
     assert (f"ventaro: {SAVED_1}: get_display_name raised an exception: "
@@ -137,7 +146,7 @@ def test_a_setting_that_cannot_be_read_has_no_value(tv):
 
 
 def test_get_shows_one_item(tv):
-    assert tv.out("get", WIFI) == "Wi-Fi   On\n"
+    assert tv.out("get", WIFI, "--brief") == "Wi-Fi   On\n"
 
 
 def test_get_of_an_unknown_key_names_the_keys_there_are(tv):
