@@ -14,23 +14,24 @@ constexpr char kDefaultDeviceSid[] = "REP.DEVICE.TV";
 constexpr int kFirstGeneration = 1;
 constexpr int kSecondGeneration = 2;
 
-// Whether replacing `token` by `replacement` over and over may go on for ever. A new token can only
-// arise from a replacement that is no shorter and brings the token's first and last byte in.
-bool mayBringTokenBack(std::string_view token, std::string_view replacement) {
-  return replacement.size() >= token.size() &&
-         replacement.find(token.front()) != std::string_view::npos &&
-         replacement.find(token.back()) != std::string_view::npos;
-}
+// A replacement that brings the token in again may never end. After so many replacements, or so
+// many bytes more than at the start, it is taken for one that does not; real texts stay far below
+// both.
+constexpr int kManyReplacements = 10'000;
+constexpr std::size_t kMuchGrowth = std::size_t{1} << 20;
 
-// Replaces the first token until none is left. Where that may not end, only the first `limit` bytes
-// of the result count: the text is kept no longer than they depend on, and the work is done when
-// they hold no token, or a replacement leaves them as they are.
+// Replaces the first token until none is left. Where that does not end, only the first `limit`
+// bytes of the result count: from then on the text is kept no longer than they depend on, and the
+// work is done when they hold no token, or a replacement leaves them as they are.
 void replaceUntilGone(std::string& text, std::string_view token, std::string_view replacement,
                       std::size_t limit) {
   if (token.empty()) return;
-  const bool endless = mayBringTokenBack(token, replacement);
+  const bool mayNotEnd = replacement.size() >= token.size();  // a shorter one uses the text up
+  const std::size_t large = text.size() + kMuchGrowth;
   std::string before;
+  int replacements = 0;
   for (std::size_t at = text.find(token); at != std::string::npos; at = text.find(token)) {
+    const bool endless = mayNotEnd && (++replacements > kManyReplacements || text.size() > large);
     if (endless && (at >= limit || text == before)) return;
     if (endless) before = text;
     text.replace(at, token.size(), replacement);

@@ -8,7 +8,7 @@
 // Stateless: the feature flags are read afresh on every call. The callers hold ProviderMutex.
 class CProductUtil {
  public:
-  // The numbers are shared with other components, gaps included.
+  // The gaps stay: callers tell 0 and 1 from all the others.
   enum ProductType : int {
     PRODUCT_TYPE_SCREEN = 0,  // tunerless
     PRODUCT_TYPE_TV = 1,

@@ -90,8 +90,9 @@ int CWiFiOnOff::OnTimerTimeOut(void* data) {
 }
 
 void CWiFiOnOff::stopTimer() {
-  if (m_timerSource == 0) return;
+  // In one step: the timer, which takes no lock, may end itself meanwhile.
+  const unsigned int source = m_timerSource.exchange(0);
+  if (source == 0) return;
   m_tickCount = 0;
-  g_source_remove(m_timerSource);
-  m_timerSource = 0;
+  g_source_remove(source);
 }

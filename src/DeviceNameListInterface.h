@@ -12,8 +12,9 @@ class DeviceNameListInterface {
  public:
   virtual ~DeviceNameListInterface() = default;
 
-  // Puts the index of an item's text, as getListItems() gives it, into `*value`; any pointer to an
-  // equal text is the same item, and an unknown text is the last entry. Returns 0, or -1 for null.
+  // Puts the index of an item's text, as getListItems() gives it and terminated, into `*value`; any
+  // pointer to an equal text is the same item, and an unknown text is the last entry. Returns 0, or
+  // -1 for null.
   virtual int getListItemIntValue(void* item, int* value);
 
   // Returns the texts as display markup, each in a block of 256 bytes, and their number in

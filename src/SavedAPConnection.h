@@ -15,12 +15,13 @@ struct SavedAPData {
   int signalStrength;  // in dBm
 };
 
-// All operations but the notification run under the caller's ProviderMutex. Every operation that
-// answers from the list reads the published document first, and so raises jsoncpp's exceptions
+// All operations but the notification run under the caller's ProviderMutex. Names, states, icons
+// and Connect() read the published document first, and so raise jsoncpp's exceptions
 // (Json::Exception) when that has a wrong shape: deliberate, nothing here catches them.
 class SavedAPConnection {
  public:
-  // The one object, made at the first call and kept until the library is unloaded.
+  // The one object, made at the first call and kept until the library is unloaded; it is the
+  // library's.
   static SavedAPConnection* GetInstance();
 
   SavedAPConnection(const SavedAPConnection&) = delete;

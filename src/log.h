@@ -3,7 +3,8 @@
 // place as a static record.
 //
 //   LOG_MAIN("key = %s", key);      the main log buffer
-//   LOG_SYSTEM("status %d", status) the system log buffer: failures and some data traces
+//   LOG_SYSTEM("status %d", status) the system log buffer, for the statements that have always gone
+//                                   there: some failures, some traces of data
 //
 // The format must be a string literal; the compiler checks it against the arguments. The arguments
 // are evaluated once per channel, so they must have no side effects. The texts are read by tools

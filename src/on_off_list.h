@@ -7,8 +7,8 @@
 #include <vector>
 
 // Every text of a list stands in a block of its own of this many bytes. A longer text is cut to
-// fill the block, without a terminating NUL: deliberate, the framework reads at most this many
-// bytes.
+// fill the block, without a terminating NUL, deliberately: who reads it reads no more than the
+// block.
 inline constexpr std::size_t kListTextSize = 256;
 
 // Makes `texts` the two entries of an On/Off list in the user's language: Off, then On.

@@ -9,7 +9,8 @@
  *  1. Keys. A menu key ("menu/network/WiFiOnOff") is a NUL-terminated string that the caller owns.
  *     It must not be null. A key that a callback does not know is answered by that callback's
  *     fallback, never as an error, unless the callback says so.
- *  2. Text. All text is UTF-8 and NUL-terminated, except where a size is stated without a NUL.
+ *  2. Text. All text is UTF-8 and NUL-terminated, except where a size is stated without a NUL. Text
+ *     that is cut is cut between bytes, which may be inside a character.
  *  3. Ownership. A string handed out through a `char**` is a block of the C heap. It belongs to
  *     the caller, who returns it through release_string(). get_current_value_sid() and
  *     get_messagebox_info() write into the caller's own buffers instead; the text from
@@ -19,8 +20,8 @@
  *     untouched, the caller sees what it had put there before the call.
  *  5. Results. What an int result means differs from function to function; each states it.
  *  6. Locks. Every function carries a tag:
- *       [locked]     holds the provider's one process-wide, non-recursive lock for its whole run.
- *                    Such functions may be called from any thread, and wait for each other.
+ *       [locked]     holds the provider's one process-wide, non-recursive lock while it works. Such
+ *                    functions may be called from any thread, and wait for each other.
  *       [lock-free]  never takes that lock, so never waits for a [locked] function.
  *     No function of the provider may be called from inside another one.
  *  7. Exceptions. A [locked] function raises std::system_error when the lock cannot be taken. The
@@ -65,9 +66,15 @@ typedef void (*data_provider_reserved)(void);
  */
 typedef struct data_provider_cbs {
   /* [locked] Sets the item's value: the chosen position of a two-choice list or of the device-name
-   * list. Returns what the setting reports: the Wi-Fi switch 1 or -1, Wi-Fi Direct and the wired
-   * switch 0 or the store's error, power-on-with-mobile the new mode (1, 0) or -1, the device name
-   * 0 or -1. The saved-network keys connect to that network, ignore `value`, and return -1. */
+   * list. Returns what the setting reports:
+   *   Wi-Fi                  1, or -1 when the radio did not switch
+   *   Wi-Fi Direct           0, or the store's error
+   *   wired 802.1X           0, or the store's error; -1 for a value that is not in its list, and
+   *                          for every value until that list was asked for with get_list_items()
+   *   power on with mobile   the mode as it then is, 1 or 0; -1 when it did not switch
+   *   device name            0, or the store's error; -1 for the entry of a typed name and beyond
+   *   a saved network        always -1; connects to it, and ignores `value`
+   * For a saved network raises Json::Exception when the saved-network document is misshapen. */
   int (*set_int)(const char* key, int value); /* 0 */
   data_provider_reserved reserved_1;
   data_provider_reserved reserved_2;
@@ -79,34 +86,37 @@ typedef struct data_provider_cbs {
   int (*set_string)(const char* key, const char* value); /* 6 */
   data_provider_reserved reserved_7;
   /* [locked] Reads the item's value. `*value` is read for the log, so set it first. Returns 1 for
-   * the Wi-Fi switch and Wi-Fi Direct, the value itself for the wired switch and
-   * power-on-with-mobile, 0 for the device name; -1 when it cannot be read, which leaves `*value`
-   * untouched for all but the Wi-Fi switch (there the Wi-Fi service decides). */
+   * Wi-Fi and Wi-Fi Direct, the value itself for wired 802.1X and power on with mobile, 0 for the
+   * device name. Returns -1 when the value cannot be read; `*value` is then what the Wi-Fi service
+   * left there for Wi-Fi, 0 for a device-name list of one entry, and else untouched. */
   int (*get_int)(const char* key, int* value); /* 8 */
   data_provider_reserved reserved_9;
   data_provider_reserved reserved_10;
   /* [locked] The item's value as text: the translated word On or Off for the four settings, the
-   * device name for every other key. Gives the caller a string of its own in `*value`. Returns 1;
-   * also when a setting cannot be read, with `*value` untouched. Returns -1, with `*value`
-   * untouched, when there is no device name. Never returns 0. */
+   * device name for every other key. Gives the caller a string of its own in `*value`; null without
+   * memory. `*value` must be null or a terminated string before the call: a setting that cannot be
+   * read leaves it untouched, and it is logged. Returns 1 in all these cases; -1, with `*value`
+   * untouched, when there is no device name; never 0. */
   int (*get_string)(const char* key, char** value); /* 11 */
   /* [lock-free] Takes back a string that a callback handed out. Returns 0, or 1 for null. */
   int (*release_string)(char* str); /* 12 */
-  /* [locked] The item's name, translated. A key that is a leading part of a known key gets that
-   * key's name. Gives the caller a block of 2048 bytes, the text cut to 2047; empty when the key is
-   * unknown. Returns 0. Raises Json::Exception when the saved-network document is misshapen. */
+  /* [locked] The item's name, translated. A key that is a leading part of known keys gets the name
+   * of the first of them, but for "menu/network/WiredEAP", which must be whole. Gives the caller a
+   * block of 2048 bytes, the text cut to 2047; empty when the key is unknown. Returns 0. Raises
+   * Json::Exception when the saved-network document is misshapen. */
   int (*get_display_name)(const char* key, char** value); /* 13 */
-  /* [locked] The item's help text, translated. A key that is a leading part of a known key gets
-   * that key's text. Gives the caller a block of 2048 bytes, the text cut to 2047; empty when the
-   * key is unknown. Returns 0; -1 without memory, with `*value` untouched. Raises std::logic_error
-   * when the store has no menu language. */
+  /* [locked] The item's help text, translated. Keys match as for get_display_name(). Gives the
+   * caller a block of 2048 bytes, the text cut to 2047; empty when the key is unknown. Returns 0;
+   * -1 without memory, with `*value` untouched. Raises std::logic_error when the store has no menu
+   * language. */
   int (*get_help_text)(const char* key, char** value); /* 14 */
   data_provider_reserved reserved_15;
   /* [locked] The item's option list. Gives the caller an array of `*count` items, which goes back
    * through free_list_items() with that count. Null only without memory (`*count` then says 3). */
   const void** (*get_list_items)(const char* key, int* count); /* 16 */
   /* [locked] The entry's text, still owned by the list: at most 256 bytes, and without a NUL when
-   * it fills all of them. Returns 0; a null item leaves `*value` untouched. */
+   * it fills all of them; null for an entry beyond the list's count. Returns 0; a null item leaves
+   * `*value` untouched. */
   int (*get_list_item_display_value)(void* item, char** value); /* 17 */
   data_provider_reserved reserved_18;
   data_provider_reserved reserved_19;

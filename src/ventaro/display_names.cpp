@@ -24,7 +24,8 @@ std::string translated(const DisplayName& entry, const char* /*askedKey*/) {
   return translate(entry.sid);
 }
 
-// A large-format display would have its own reset item; asking changes nothing yet.
+// Asked before the reset item is named, and without influence: its name is the same on every
+// product.
 bool IsProductTypeLFD() {
   LOG_MAIN("START");
   return false;

@@ -60,8 +60,9 @@ constexpr ListSource kAnyOtherKey = {nullptr, textsOf<devicenameInterface>,
                                      always<ITEM_FOLLOWING_ACTION_REFRESH>,
                                      ITEM_FOLLOWING_ACTION_NONE, false};
 
-ListItem** newRecords(int count) {
-  return static_cast<ListItem**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
+// The framework's array: it knows a record by its address alone.
+void** newArray(int count) {
+  return static_cast<void**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
 }
 
 ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
@@ -77,9 +78,9 @@ std::string bounded(const char* text) {
 }
 
 // The states of a saved network, the same for both.
-ListItem** stateRecords(int* count) {
+void** stateRecords(int* count) {
   *count = kStateCount;
-  ListItem** records = newRecords(kStateCount);
+  void** records = newArray(kStateCount);
   if (records == nullptr) return nullptr;
   for (int i = 0; i < kStateCount; ++i) {
     CText text = zeroedBlock(kTextBlockSize);
@@ -98,9 +99,9 @@ void logTexts(char** texts) {
 }
 
 // Two records whatever the count: a device-name list of one entry leaves the second without a text.
-ListItem** sourceRecords(const ListSource& source, const char* key, int* count) {
+void** sourceRecords(const ListSource& source, const char* key, int* count) {
   auto** texts = const_cast<char**>(source.texts(key, count));
-  ListItem** records = newRecords(kRecordCount);
+  void** records = newArray(kRecordCount);
   records[0] = newRecord(*count > 0 ? texts[0] : nullptr, 0, source.firstAction);
   records[1] = newRecord(*count > 1 ? texts[1] : nullptr, 1, source.secondAction());
   if (source.logsTexts) logTexts(texts);
@@ -112,7 +113,7 @@ const void** get_list_items(const char* key, int* count) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   LOG_MAIN("Key ---->%s::\n", key);
-  ListItem** records = nullptr;
+  void** records = nullptr;
   if (menu_keys::matches(key, menu_keys::kSavedAp1States, menu_keys::Match::kExact) ||
       menu_keys::matches(key, menu_keys::kSavedAp2States, menu_keys::Match::kExact)) {
     records = stateRecords(count);
@@ -120,7 +121,7 @@ const void** get_list_items(const char* key, int* count) {
     const ListSource* source = menu_keys::find(kListSources, key);
     records = sourceRecords(source != nullptr ? *source : kAnyOtherKey, key, count);
   }
-  return const_cast<const void**>(reinterpret_cast<void**>(records));
+  return const_cast<const void**>(records);
 }
 
 int get_list_item_display_value(void* item, char** value) {

@@ -64,7 +64,7 @@ data_provider_cbs* newTable() {
   installMessageBoxCallbacks(*table);
   table->get_module_info = get_module_info;
   table->release_string = release_string;
-  // The framework's callbacks of other value types: this provider has none, on purpose.
+  // Empty on purpose, so that nobody fills them.
   table->reserved_2 = nullptr;
   table->reserved_4 = nullptr;
   table->reserved_9 = nullptr;

@@ -20,27 +20,31 @@ struct OnOffSetting {
   void (*putText)(char** text);
 };
 
+void putMobileDeviceTV(char** text) {
+  CMobileDeviceTVObj.setOnOffStatus(text);
+  LOG_MAIN("CMobileDeviceTVObj.setOnOffStatus==%s", *text);
+}
+
+void putWiFiOnOff(char** text) {
+  CWiFiOnOffObj.setOnOffStatus(text);
+  LOG_MAIN("CWiFiOnOffObj.setOnOffStatus==%s", *text);
+}
+
+void putWiFiDirect(char** text) {
+  CWiFiDirectObj.setOnOffStatus(text);
+  LOG_MAIN("CWiFiDirectObj.setOnOffStatus==%s", *text);
+}
+
+void putWiredEAP(char** text) {
+  CWiredEAPObj.setOnOffStatus(text);
+  LOG_MAIN("CWiredEAPObj.setOnOffStatus==%s", *text);
+}
+
 constexpr OnOffSetting kOnOffSettings[] = {
-    {menu_keys::kMobileDeviceTvUs,
-     [](char** text) {
-       CMobileDeviceTVObj.setOnOffStatus(text);
-       LOG_MAIN("CMobileDeviceTVObj.setOnOffStatus==%s", *text);
-     }},
-    {menu_keys::kWiFiOnOff,
-     [](char** text) {
-       CWiFiOnOffObj.setOnOffStatus(text);
-       LOG_MAIN("CWiFiOnOffObj.setOnOffStatus==%s", *text);
-     }},
-    {menu_keys::kWifiDirect,
-     [](char** text) {
-       CWiFiDirectObj.setOnOffStatus(text);
-       LOG_MAIN("CWiFiDirectObj.setOnOffStatus==%s", *text);
-     }},
-    {menu_keys::kWiredEap,
-     [](char** text) {
-       CWiredEAPObj.setOnOffStatus(text);
-       LOG_MAIN("CWiredEAPObj.setOnOffStatus==%s", *text);
-     }},
+    {menu_keys::kMobileDeviceTvUs, putMobileDeviceTV},
+    {menu_keys::kWiFiOnOff, putWiFiOnOff},
+    {menu_keys::kWifiDirect, putWiFiDirect},
+    {menu_keys::kWiredEap, putWiredEAP},
 };
 
 // Gives the caller the stored name in `*text`. Returns 0, or -1 when there is none.
