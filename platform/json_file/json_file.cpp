@@ -49,6 +49,7 @@ std::string shown(const Json::Value& value) {
   if (value.isNull()) return "nothing";
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "";
+  writer["precision"] = 15;  // as a person writes it: 2.4, not 2.3999999999999999
   const std::string text = Json::writeString(writer, value);
   return text.size() <= kLongestQuote ? text : text.substr(0, kLongestQuote) + "...";
 }

@@ -48,6 +48,6 @@ int __dlog_print(int log_id, int /*priority*/, const char* tag, const char* form
   va_start(arguments, format);
   const std::string message = onOneLine(platform::formatMessage(format, arguments));
   va_end(arguments);
-  logger().info("{} {}: {}", bufferName(log_id), tag != nullptr ? tag : "-", message);
+  logger().info("{} {}: {}", bufferName(log_id), onOneLine(tag != nullptr ? tag : "-"), message);
   return static_cast<int>(message.size());
 }

@@ -1,6 +1,7 @@
 // The structured logger: records as JSON lines, kept only while storage is enabled.
 #include "platform/structured_log.h"
 
+#include <glib.h>
 #include <json/value.h>
 #include <json/writer.h>
 #include <spdlog/fmt/chrono.h>
@@ -34,8 +35,15 @@ std::string timeNow() {
                      fmt::gmtime(std::chrono::system_clock::to_time_t(now)), milliseconds);
 }
 
+// JSON is UTF-8, and a message may hold a text that was cut inside a character.
+std::string validText(const std::string& text) {
+  const std::unique_ptr<char, decltype(&g_free)> valid(
+      g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
+  return valid.get();
+}
+
 std::string textOf(const char* text) {
-  return text != nullptr ? text : "";
+  return text != nullptr ? validText(text) : "";
 }
 
 }  // namespace
@@ -62,7 +70,7 @@ void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...
   std::va_list arguments;
   va_start(arguments, format);
   Json::Value record;
-  record["message"] = platform::formatMessage(format, arguments);
+  record["message"] = validText(platform::formatMessage(format, arguments));
   va_end(arguments);
   record["time"] = timeNow();
   record["path"] = textOf(location.path);

@@ -119,7 +119,8 @@ struct NetworkService::Impl {
   void followRadio() {
     guarded([this] {
       const bool on = simulatedNetwork().isRadioOn();
-      if (on && !radioWasOn) connectToFirstSaved();
+      // A scenario that brings the radio on may bring a connection, too.
+      if (on && !radioWasOn && simulatedNetwork().connected().empty()) connectToFirstSaved();
       if (!on) drop();
       radioWasOn = on;
     });
@@ -159,7 +160,12 @@ struct NetworkService::Impl {
     publishSavedNetworks(network.accessPoints(), network.connected(), network.connecting());
   }
 
-  void complete() { setAndPublish(simulatedNetwork().connecting(), ""); }
+  void complete() {
+    const SimulatedNetwork& network = simulatedNetwork();
+    const std::string ssid = network.connecting();
+    // Nothing is when the radio went off, or another scenario was loaded, meanwhile.
+    setAndPublish(ssid.empty() ? network.connected() : ssid, "");
+  }
 
   void drop() {
     stopTimer();

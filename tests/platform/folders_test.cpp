@@ -1,0 +1,178 @@
+// Where the host platform keeps its files.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "platform/config_store.h"
+#include "platform_test.h"
+#include "process.h"
+
+namespace platform_tests {
+namespace {
+
+using std::filesystem::exists;
+
+class Folders : public PlatformTest {
+ protected:
+  void SetUp() override {
+    unsetenv("VENTARO_STATE_DIR");
+    unsetenv("VENTARO_RUNTIME_DIR");
+    setenv("HOME", (folder() / "home").c_str(), 1);
+    // For the values that a test does not ask for.
+    setenv("XDG_RUNTIME_DIR", (folder() / "xdg-runtime").c_str(), 1);
+  }
+
+  static bool holdsAStore(const std::filesystem::path& path) { return exists(path / "data.mdb"); }
+};
+
+TEST_F(Folders, OfTheStateIsTheOneNamedBeforeAllOthers) {
+  setenv("VENTARO_STATE_DIR", (folder() / "named/deep").c_str(), 1);
+  setenv("XDG_STATE_HOME", (folder() / "xdg").c_str(), 1);
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0);
+  EXPECT_TRUE(holdsAStore(folder() / "named/deep"));
+  EXPECT_FALSE(exists(folder() / "xdg"));
+  EXPECT_FALSE(exists(folder() / "home"));
+}
+
+TEST_F(Folders, OfTheStateIsBelowTheUsersStateHome) {
+  setenv("VENTARO_STATE_DIR", "", 1);  // empty is not set
+  setenv("XDG_STATE_HOME", (folder() / "xdg").c_str(), 1);
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0);
+  EXPECT_TRUE(holdsAStore(folder() / "xdg/ventaro"));
+  EXPECT_FALSE(exists(folder() / "home"));
+}
+
+TEST_F(Folders, OfTheStateIsBelowTheHomeOtherwise) {
+  setenv("XDG_STATE_HOME", "", 1);
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0);
+  EXPECT_TRUE(holdsAStore(folder() / "home/.local/state/ventaro"));
+}
+
+TEST_F(Folders, OfTheLogIsInThatOfTheState) {
+  EXPECT_NE(vconf_set_int("", 1), 0);
+  EXPECT_TRUE(exists(folder() / "home/.local/state/ventaro/log/platform.log"));
+}
+
+TEST_F(Folders, OfTheRuntimeIsTheOneNamedBeforeAllOthers) {
+  setenv("VENTARO_RUNTIME_DIR", (folder() / "named").c_str(), 1);
+  EXPECT_EQ(vconf_set_int("memory/key", 1), 0);
+  EXPECT_TRUE(holdsAStore(folder() / "named"));
+  EXPECT_FALSE(exists(folder() / "xdg-runtime"));
+}
+
+TEST_F(Folders, OfTheRuntimeIsBelowTheUsersRuntimeFolder) {
+  setenv("VENTARO_RUNTIME_DIR", "", 1);
+  EXPECT_EQ(vconf_set_int("memory/key", 1), 0);
+  EXPECT_TRUE(holdsAStore(folder() / "xdg-runtime/ventaro"));
+}
+
+TEST_F(Folders, KeepTheirFilesFromOtherUsers) {
+  store().set({{"db/key", 1}, {"memory/key", 1}});
+  for (const auto& path :
+       {folder() / "home/.local/state/ventaro", folder() / "xdg-runtime/ventaro"}) {
+    for (const char* file : {"data.mdb", "lock.mdb", "changed"}) {
+      struct stat info {};
+      ASSERT_EQ(stat((path / file).c_str(), &info), 0) << file;
+      EXPECT_EQ(info.st_mode & 0777U, 0600U) << file;
+    }
+  }
+}
+
+// The folder under /tmp, which is that of a user. The test takes on a user whom nobody else has, so
+// it needs the super-user's rights.
+class TemporaryFolder : public Folders {
+ protected:
+  void SetUp() override {
+    if (geteuid() != 0) GTEST_SKIP() << "needs the super-user, to become a user without a folder";
+    Folders::SetUp();
+    unsetenv("XDG_RUNTIME_DIR");
+    // The state, with the log in it, is the new user's too.
+    setenv("VENTARO_STATE_DIR", stateFolder().c_str(), 1);
+    std::filesystem::create_directory(stateFolder());
+    ASSERT_EQ(chown(stateFolder().c_str(), user_, user_), 0);
+    ASSERT_FALSE(exists(temporary_)) << "in the way";
+  }
+
+  ~TemporaryFolder() override {
+    if (geteuid() == 0) std::filesystem::remove_all(temporary_);
+  }
+
+  void makeTemporary(mode_t mode, uid_t owner) const {
+    ASSERT_EQ(mkdir(temporary_.c_str(), 0700), 0);
+    ASSERT_EQ(chmod(temporary_.c_str(), mode), 0);
+    ASSERT_EQ(chown(temporary_.c_str(), owner, owner), 0);
+  }
+
+  // Sets a value as the new user.
+  void expectSet(StoreCode code) const {
+    inOwnProcess([&] {
+      becomeUser(user_);
+      EXPECT_EQ(vconf_set_int("memory/key", 1), codeOf(code));
+    });
+  }
+
+  testing::AssertionResult refused() const {
+    return logged("vconf_set_int: \"memory/key\": " + temporary_.string() +
+                  " is not a folder of this user alone (mode 0700); set VENTARO_RUNTIME_DIR to "
+                  "another folder");
+  }
+
+  const uid_t user_ = 1'000'000 + static_cast<uid_t>(getpid());
+  const std::filesystem::path temporary_ = "/tmp/ventaro-" + std::to_string(user_);
+};
+
+TEST_F(TemporaryFolder, IsMadeForTheUserAloneWhenNoOtherIsSet) {
+  expectSet(StoreCode::kOk);
+  EXPECT_TRUE(holdsAStore(temporary_));
+  struct stat info {};
+  ASSERT_EQ(stat(temporary_.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777U, 0700U);
+  EXPECT_EQ(info.st_uid, user_);
+}
+
+TEST_F(TemporaryFolder, OfThisUserAloneIsUsed) {
+  makeTemporary(0700, user_);
+  expectSet(StoreCode::kOk);
+  EXPECT_TRUE(holdsAStore(temporary_));
+}
+
+TEST_F(TemporaryFolder, ThatOthersCanReadIsRefused) {
+  makeTemporary(0750, user_);
+  expectSet(StoreCode::kUnavailable);
+  EXPECT_TRUE(refused());
+  EXPECT_FALSE(holdsAStore(temporary_));
+}
+
+TEST_F(TemporaryFolder, ThatOthersCanWriteIsRefused) {
+  makeTemporary(0702, user_);
+  expectSet(StoreCode::kUnavailable);
+  EXPECT_TRUE(refused());
+}
+
+TEST_F(TemporaryFolder, OfAnotherUserIsRefused) {
+  makeTemporary(0700, user_ + 1);
+  expectSet(StoreCode::kUnavailable);
+  EXPECT_TRUE(refused());
+}
+
+TEST_F(TemporaryFolder, ThatIsALinkIsRefused) {
+  std::filesystem::permissions(stateFolder(), std::filesystem::perms(0700));
+  std::filesystem::create_directory_symlink(stateFolder(), temporary_);
+  ASSERT_EQ(lchown(temporary_.c_str(), user_, user_), 0);
+  expectSet(StoreCode::kUnavailable);
+  EXPECT_TRUE(refused());
+}
+
+TEST_F(TemporaryFolder, ThatIsAFileIsRefused) {
+  std::ofstream{temporary_};
+  ASSERT_EQ(chown(temporary_.c_str(), user_, user_), 0);
+  expectSet(StoreCode::kUnavailable);
+  EXPECT_TRUE(refused());
+}
+
+}  // namespace
+}  // namespace platform_tests

@@ -1,0 +1,383 @@
+// The network service of the simulated network.
+#include "platform/host/network_service.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/host/errors.h"
+#include "platform/wifi.h"
+#include "process.h"
+#include "simulated_network.h"
+
+namespace platform_tests {
+namespace {
+
+using platform::host::ConfigurationError;
+using platform::host::loadScenario;
+using platform::host::NetworkService;
+using platform::host::openNetwork;
+using platform::host::Subscription;
+
+constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
+constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
+constexpr int kAMoment = 20;  // milliseconds
+
+void command(const std::string& text) {
+  store().set(kCommandKey, text);
+}
+
+void connectTo(const std::string& ssid) {
+  command(R"({"COMMAND": "1", "SSID": ")" + ssid + "\"}");
+}
+
+class Service : public NetworkTest {
+ protected:
+  void SetUp() override { use(scenarioText(kForEver)); }
+
+  // Starts the service, and notes from now on what it publishes.
+  void start() {
+    service_ = NetworkService::start();
+    ASSERT_NE(service_, nullptr);
+    subscription_ = store().subscribe(kDocumentKey, [this](const std::string&) {
+      const std::string networks = publishedNetworks();
+      if (published_.empty() || published_.back() != networks) published_.push_back(networks);
+    });
+  }
+
+  // Waits until that is published, as the last of what was.
+  testing::AssertionResult publishes(const std::string& networks) const {
+    const bool done =
+        iterateUntil([&] { return !published_.empty() && published_.back() == networks; });
+    if (done) return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << "published last: " << (published_.empty() ? "nothing" : published_.back());
+  }
+
+  // How many lines of the log end with that text.
+  int countLogged(const std::string& ending) const {
+    const auto lines = linesOf(logFile());
+    return static_cast<int>(std::ranges::count_if(
+        lines, [&](const std::string& line) { return line.ends_with(ending); }));
+  }
+
+  std::unique_ptr<NetworkService> service_;
+  Subscription subscription_;
+  std::vector<std::string> published_;
+};
+
+TEST_F(Service, LoadsAndPublishesTheScenario) {
+  start();
+  EXPECT_EQ(publishedNetworks(), "Attic=Connected Shed=Disconnected");
+}
+
+TEST_F(Service, DropsTheOldNetworkIsConnectingAndThenConnected) {
+  use(scenarioText(kAMoment));
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connected"));
+  EXPECT_EQ(published_, (std::vector<std::string>{"Attic=Disconnected Shed=Connecting",
+                                                  "Attic=Disconnected Shed=Connected"}));
+  EXPECT_EQ(connectedNetwork(), "Shed");
+}
+
+TEST_F(Service, IsConnectedToNothingWhileItIsConnecting) {
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  EXPECT_EQ(connectedNetwork(), "none");
+  EXPECT_EQ(networkState("connected"), StoreValue(""));
+  EXPECT_EQ(networkState("connecting"), StoreValue("Shed"));
+}
+
+TEST_F(Service, ConnectsWithoutDelayWhenTheScenarioSaysSo) {
+  use(scenarioText(0));
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connected"));
+  EXPECT_EQ(networkState("connecting"), StoreValue(""));
+}
+
+TEST_F(Service, ConnectsToANetworkThatIsNotSaved) {
+  use(scenarioText(0));
+  start();
+  connectTo("Door");
+  ASSERT_TRUE(iterateUntil([] { return connectedNetwork() == "Door"; }));
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+}
+
+TEST_F(Service, ConnectsAgainToTheNetworkItIsConnectedTo) {
+  use(scenarioText(kAMoment));
+  start();
+  connectTo("Attic");
+  ASSERT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
+  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
+}
+
+TEST_F(Service, ObeysACommandAsTheMenuWritesIt) {
+  start();
+  command("{\n\t\"COMMAND\" : \"1\",\n\t\"SSID\" : \"Shed\"\n}");
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+}
+
+TEST_F(Service, ObeysAnotherProcess) {
+  Process other([](Channel& test) {
+    test.hear();
+    connectTo("Shed");
+  });
+  start();
+  other.channel().say("go");
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  other.join();
+}
+
+TEST_F(Service, DoesNotObeyWhatWasCommandedBeforeItStarted) {
+  connectTo("Shed");
+  start();
+  connectTo("Attic");
+  ASSERT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
+  EXPECT_EQ(published_.size(), 1U);
+}
+
+TEST_F(Service, TurnsToAnotherNetworkWhileItIsConnecting) {
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  connectTo("Attic");
+  ASSERT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
+  setNetworkState("connect_milliseconds", 0);
+  connectTo("Attic");
+  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
+}
+
+TEST_F(Service, RefusesANetworkThatThereIsNot) {
+  start();
+  for (const char* ssid : {"Castle", "", "attic"}) {
+    const std::string reason = "main NETWORK_SERVICE: cannot connect to \"" + std::string(ssid) +
+                               "\": there is no such network";
+    connectTo(ssid);
+    ASSERT_TRUE(iterateUntil([&] { return countLogged(reason) == 1; })) << ssid;
+    EXPECT_EQ(connectedNetwork(), "Attic");
+    EXPECT_EQ(publishedNetworks(), "Attic=Connected Shed=Disconnected");
+  }
+}
+
+TEST_F(Service, AnswersARefusedCommandWithTheUnchangedState) {
+  start();
+  connectTo("Castle");
+  EXPECT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
+}
+
+TEST_F(Service, RefusesToConnectWhileTheRadioIsOff) {
+  start();
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+  connectTo("Shed");
+  ASSERT_TRUE(iterateUntil([&] {
+    return countLogged("NETWORK_SERVICE: cannot connect to \"Shed\": Wi-Fi is off") == 1;
+  }));
+  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Disconnected");
+  EXPECT_EQ(networkState("connecting"), StoreValue(""));
+}
+
+TEST_F(Service, IgnoresWhatIsNoCommandToConnect) {
+  start();
+  int ignored = 0;
+  for (const std::string& text :
+       {std::string(), std::string("{"), std::string("nonsense"), std::string("[]"),
+        std::string("5"), std::string("\"Shed\""), std::string("{}"), std::string(100'000, '['),
+        std::string("{\"a\":") + std::string(5000, '['),
+        std::string(R"({"COMMAND": 1, "SSID": "Shed"})"),
+        std::string(R"({"COMMAND": "2", "SSID": "Shed"})"),
+        std::string(R"({"COMMAND": {"1": "1"}, "SSID": "Shed"})"),
+        std::string(R"({"COMMAND": "1"})"), std::string(R"({"COMMAND": "1", "SSID": 5})"),
+        std::string(R"({"COMMAND": "1", "SSID": null})"),
+        std::string(R"({"COMMAND": "1", "SSID": ["Shed"]})"), std::string(R"({"SSID": "Shed"})"),
+        std::string("\xff\xfe")}) {
+    command(text);
+    ++ignored;
+    ASSERT_TRUE(iterateUntil([&] {
+      return countLogged("main NETWORK_SERVICE: ignored a command that is not to connect") ==
+             ignored;
+    })) << text.substr(0, 40);
+  }
+  store().set(kCommandKey, 1);
+  store().set(kCommandKey, true);
+  ASSERT_TRUE(iterateUntil(
+      [&] { return countLogged("ignored a command that is not to connect") == ignored + 2; }));
+  EXPECT_EQ(connectedNetwork(), "Attic");
+  connectTo("Shed");
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting")) << "and goes on";
+}
+
+TEST_F(Service, PublishesThatTheRadioWentOff) {
+  start();
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+}
+
+TEST_F(Service, StopsConnectingWhenTheRadioGoesOff) {
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+  EXPECT_EQ(networkState("connecting"), StoreValue(""));
+  service_.reset();
+  EXPECT_EQ(networkState("connected"), StoreValue("")) << "nothing is left to be completed";
+}
+
+TEST_F(Service, ConnectsToTheFirstSavedNetworkWhenTheRadioComesOn) {
+  use(scenarioText(kAMoment, "Shed"));
+  start();
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+  EXPECT_EQ(wifi_set_enable_qx(1), 0);
+  ASSERT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
+  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
+  EXPECT_EQ(connectedNetwork(), "Attic");
+}
+
+TEST_F(Service, StaysUnconnectedWhenTheRadioComesOnAndNoNetworkIsSaved) {
+  use(R"({"radio": false, "connected": "", "connect_milliseconds": 0, "access_points": [
+          {"ssid": "Door", "frequency_mhz": 5220, "signal_dbm": -71, "saved": false}],
+          "profiles": []})");
+  start();
+  EXPECT_EQ(wifi_set_enable_qx(1), 0);
+  connectTo("Castle");  // what is answered last
+  ASSERT_TRUE(publishes(""));
+  EXPECT_EQ(connectedNetwork(), "none");
+}
+
+TEST_F(Service, KeepsTheConnectionWhenTheRadioIsSetOnAgain) {
+  start();
+  EXPECT_EQ(wifi_set_enable_qx(1), 0);
+  connectTo("Castle");
+  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
+  EXPECT_EQ(published_.size(), 1U);
+}
+
+TEST_F(Service, CompletesAConnectionUnderWayWhenItEnds) {
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  service_.reset();
+  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connected");
+  EXPECT_EQ(connectedNetwork(), "Shed");
+}
+
+TEST_F(Service, ObeysNobodyAfterItsEnd) {
+  start();
+  service_.reset();
+  connectTo("Shed");
+  store().set(kDocumentKey, "after the command");
+  ASSERT_TRUE(publishes("after the command"));
+  EXPECT_EQ(published_.size(), 1U);
+  EXPECT_EQ(connectedNetwork(), "Attic");
+}
+
+TEST_F(Service, IsTheOnlyOneOfItsProcess) {
+  start();
+  EXPECT_EQ(NetworkService::start(), nullptr);
+  service_.reset();
+  EXPECT_NE(NetworkService::start(), nullptr);
+}
+
+TEST_F(Service, IsTheOnlyOneOfAllProcesses) {
+  Process other([](Channel& test) {
+    const auto service = NetworkService::start();
+    test.say(service != nullptr ? "runs" : "does not run");
+    test.hear();
+  });
+  ASSERT_EQ(other.channel().hear(), "runs");
+  EXPECT_EQ(NetworkService::start(), nullptr);
+  other.channel().say("end");
+  other.join();
+  EXPECT_NE(NetworkService::start(), nullptr);
+}
+
+TEST_F(Service, RunsBesideThatOfAnotherTelevision) {
+  Process other([this](Channel& test) {
+    setenv("VENTARO_STATE_DIR", (folder() / "other/state").c_str(), 1);
+    setenv("VENTARO_RUNTIME_DIR", (folder() / "other/runtime").c_str(), 1);
+    const auto service = NetworkService::start();
+    test.say(service != nullptr ? "runs" : "does not run");
+    test.hear();
+  });
+  ASSERT_EQ(other.channel().hear(), "runs");
+  start();
+  connectTo("Shed");
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  other.channel().say("end");
+  other.join();
+}
+
+TEST_F(Service, FinishesWhatAKilledOneBegan) {
+  Process killed([](Channel& test) {
+    const auto service = NetworkService::start();
+    connectTo("Shed");
+    EXPECT_TRUE(iterateUntil([] { return networkState("connecting") == StoreValue("Shed"); }));
+    test.say("connecting");
+    test.hear();
+  });
+  ASSERT_EQ(killed.channel().hear(), "connecting");
+  killed.kill();
+  EXPECT_EQ(connectedNetwork(), "none");
+  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connecting");
+  setNetworkState("connect_milliseconds", kAMoment);
+  start();
+  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connected"));
+  EXPECT_EQ(connectedNetwork(), "Shed");
+}
+
+TEST_F(Service, KeepsTheConnectionOfAScenarioThatIsLoadedWhileItIsConnecting) {
+  start();
+  connectTo("Shed");
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
+  loadScenario(write("other.json", scenarioText(kForEver, "Attic")));
+  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
+  service_.reset();
+  EXPECT_EQ(publishedNetworks(), "Attic=Connected Shed=Disconnected");
+  EXPECT_EQ(connectedNetwork(), "Attic");
+}
+
+TEST_F(Service, KeepsTheConnectionOfAScenarioThatBringsTheRadioOn) {
+  start();
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+  loadScenario(write("other.json", scenarioText(kForEver, "Shed")));
+  connectTo("Castle");  // what is answered last
+  ASSERT_TRUE(
+      iterateUntil([&] { return countLogged("\"Castle\": there is no such network") == 1; }));
+  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connected");
+  EXPECT_EQ(connectedNetwork(), "Shed");
+}
+
+TEST_F(Service, FollowsTheAccessPointsThatAPersonChanges) {
+  start();
+  setNetworkState("access_points",
+                  R"([{"ssid": "New", "frequency_mhz": 1, "signal_dbm": -1, "saved": true}])");
+  connectTo("New");
+  ASSERT_TRUE(publishes("New=Connecting"));
+  setNetworkState("access_points", "[broken");
+  connectTo("New");
+  ASSERT_TRUE(publishes(""));
+  EXPECT_EQ(countLogged("cannot connect to \"New\": there is no such network"), 1);
+}
+
+TEST_F(Service, BelongsToTheSimulatedNetwork) {
+  setenv("VENTARO_NETWORK", "quantum", 1);
+  EXPECT_THROW(NetworkService::start(), ConfigurationError);
+}
+
+TEST_F(Service, DoesNotStartOnAScenarioThatIsWrong) {
+  use("{}");
+  EXPECT_THROW(NetworkService::start(), ConfigurationError);
+  use(scenarioText(0));
+  start();
+}
+
+}  // namespace
+}  // namespace platform_tests

@@ -1,0 +1,425 @@
+// Who is told of which changes of the store.
+#include <dlfcn.h>
+#include <glib.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/config_store.h"
+#include "platform_test.h"
+#include "process.h"
+
+namespace platform_tests {
+namespace {
+
+using platform::host::keyOf;
+using platform::host::Subscription;
+using Keys = std::vector<std::string>;
+
+constexpr int kJournalLength = 4096;  // changes that a process may be behind and miss nothing
+
+class ASubscriber : public PlatformTest {
+ protected:
+  // Subscribes with a list that the keys are added to.
+  [[nodiscard]] static Subscription listen(const std::string& prefix, Keys& told) {
+    return store().subscribe(prefix, [&told](const std::string& key) { told.push_back(key); });
+  }
+
+  // Sets a last key, and waits for the news of it: those of all changes before it have come then.
+  static void hearAll(const std::string& area = "db/") {
+    const std::string last = area + "the/last/key";
+    bool heard = false;
+    const auto subscription = store().subscribe(last, [&](const std::string&) { heard = true; });
+    store().set(last, true);
+    ASSERT_TRUE(iterateUntil([&] { return heard; }));
+  }
+};
+
+TEST_F(ASubscriber, IsToldOfEverySetOfItsProcessAlsoOfAnEqualValue) {
+  Keys told;
+  const auto subscription = listen("db/key", told);
+  for (const int value : {1, 2, 2, 2}) store().set("db/key", value);
+  hearAll();
+  EXPECT_EQ(told, Keys(4, "db/key"));
+}
+
+TEST_F(ASubscriber, IsToldOfEverySetOfAnotherProcessAlsoOfAnEqualValue) {
+  Process other([](Channel& test) {
+    test.hear();
+    for (const int value : {1, 2, 2, 2}) store().set({{"db/key", value}, {"memory/key", value}});
+  });
+  Keys told;
+  Keys toldOfMemory;
+  const auto subscription = listen("db/key", told);
+  const auto memorySubscription = listen("memory/key", toldOfMemory);
+  other.channel().say("go");
+  ASSERT_TRUE(iterateUntil([&] { return told.size() >= 4 && toldOfMemory.size() >= 4; }));
+  other.join();
+  hearAll("db/");
+  hearAll("memory/");
+  EXPECT_EQ(told, Keys(4, "db/key"));
+  EXPECT_EQ(toldOfMemory, Keys(4, "memory/key"));
+}
+
+TEST_F(ASubscriber, IsToldInTheOrderOfTheSets) {
+  Keys told;
+  const auto subscription = listen("db/order/", told);
+  Keys expected;
+  for (const char* name : {"b", "a", "c", "a", "b", "b"}) {
+    expected.push_back(std::string("db/order/") + name);
+    store().set(expected.back(), 1);
+  }
+  hearAll();
+  EXPECT_EQ(told, expected);
+}
+
+TEST_F(ASubscriber, IsToldOnceOfEachKeyOfASetOfSeveral) {
+  Keys told;
+  const auto subscription = listen("db/set/", told);
+  store().set({{"db/set/b", 1}, {"db/set/c", 2}, {"db/set/a", 3}});
+  hearAll();
+  EXPECT_EQ(told, (Keys{"db/set/a", "db/set/b", "db/set/c"}));
+}
+
+TEST_F(ASubscriber, FindsTheNewValueWhenItIsTold) {
+  std::vector<std::optional<StoreValue>> found;
+  const auto subscription = store().subscribe(
+      "db/key", [&](const std::string& key) { found.push_back(store().get(key)); });
+  store().set("db/key", "new");
+  hearAll();
+  EXPECT_EQ(found, (std::vector<std::optional<StoreValue>>{StoreValue("new")}));
+}
+
+TEST_F(ASubscriber, IsNotToldWhatWasSetBefore) {
+  store().set("db/key", 1);
+  Keys early;
+  const auto earlySubscription = listen("db/key", early);
+  store().set("db/key", 2);
+  Keys late;
+  const auto lateSubscription = listen("db/key", late);
+  store().set("db/key", 3);
+  hearAll();
+  EXPECT_EQ(early, Keys(2, "db/key"));
+  EXPECT_EQ(late, Keys(1, "db/key"));
+}
+
+TEST_F(ASubscriber, IsNotToldWhatWasSetWhileThereWasNone) {
+  Keys told;
+  { const auto first = listen("db/key", told); }
+  store().set("db/key", 1);
+  const auto second = listen("db/key", told);
+  hearAll();
+  EXPECT_EQ(told, Keys());
+}
+
+TEST_F(ASubscriber, IsToldOfAllKeysThatBeginWithItsPrefixAndOfNoOthers) {
+  Keys told;
+  const auto subscription = listen("db/a", told);
+  for (const char* key : {"db/a", "db/ab", "db/a/b", "db/b", "db/A", "memory/a"})
+    store().set(key, 1);
+  hearAll("db/");
+  hearAll("memory/");
+  EXPECT_EQ(told, (Keys{"db/a", "db/ab", "db/a/b"}));
+}
+
+TEST_F(ASubscriber, OfAWholeAreaIsToldOfAllItsKeys) {
+  Keys told;
+  const auto subscription = listen("memory/", told);
+  store().set({{"memory/a", 1}, {"memory/b", 1}, {"db/a", 1}});
+  hearAll("memory/");
+  EXPECT_EQ(told, (Keys{"memory/a", "memory/b", "memory/the/last/key"}));
+}
+
+TEST_F(ASubscriber, CannotSubscribeOutsideTheAreas) {
+  const auto subscribe = [](const std::string& prefix) {
+    return codeRaisedBy(
+        [&] { const auto subscription = store().subscribe(prefix, [](const std::string&) {}); });
+  };
+  EXPECT_EQ(subscribe(""), StoreCode::kBadKey);
+  EXPECT_EQ(subscribe("db"), StoreCode::kBadKey);
+  EXPECT_EQ(subscribe("file/"), StoreCode::kBadKey);
+  EXPECT_EQ(subscribe("db/"), StoreCode::kOk);
+}
+
+TEST_F(ASubscriber, IsNotToldOfASetThatFailed) {
+  Keys told;
+  const auto subscription = listen("db/key", told);
+  EXPECT_EQ(vconf_set_str("db/key", std::string(platform::host::kMaxValueSize + 1, 'x').c_str()),
+            codeOf(StoreCode::kValueTooLong));
+  EXPECT_EQ(codeRaisedBy([] {
+              store().set({{"db/key", 1}, {"none/key", 1}});
+            }),
+            StoreCode::kBadKey);
+  hearAll();
+  EXPECT_EQ(told, Keys());
+}
+
+TEST_F(ASubscriber, IsToldOfAnAbsentValueThatIsSetAndNotOfOneThatIsThere) {
+  store().set("db/set/there", 1);
+  Keys told;
+  const auto subscription = listen("db/set/", told);
+  store().setAbsent({{"db/set/there", 2}, {"db/set/new", 2}});
+  hearAll();
+  EXPECT_EQ(told, Keys{"db/set/new"});
+}
+
+TEST_F(ASubscriber, IsToldBesideOthers) {
+  Keys first;
+  Keys second;
+  const auto firstSubscription = listen("db/key", first);
+  const auto secondSubscription = listen("db/", second);
+  store().set("db/key", 1);
+  hearAll();
+  EXPECT_EQ(first, Keys{"db/key"});
+  EXPECT_EQ(second, (Keys{"db/key", "db/the/last/key"}));
+}
+
+TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
+  Process subscriber([](Channel& test) {
+    Keys told;
+    const auto subscription = listen("db/key", told);
+    test.say("ready");
+    while (told.size() < 2) {
+      const std::size_t before = told.size();
+      // Nothing but a file that becomes readable wakes it: no source has a time to be ready.
+      gint timeout = 0;
+      gint priority = 0;
+      GMainContext* context = g_main_context_default();
+      ASSERT_TRUE(g_main_context_acquire(context));
+      EXPECT_FALSE(g_main_context_prepare(context, &priority)) << "a source is ready already";
+      g_main_context_query(context, G_MAXINT, &timeout, nullptr, 0);
+      g_main_context_release(context);
+      EXPECT_EQ(timeout, -1);
+      g_main_context_iteration(nullptr, TRUE);
+      if (told.size() > before) test.say(told.back());
+    }
+  });
+  ASSERT_EQ(subscriber.channel().hear(), "ready");
+  for (int i = 0; i < 2; ++i) {
+    store().set("db/key", 1);
+    EXPECT_EQ(subscriber.channel().hear(), "db/key");
+  }
+  subscriber.join();
+}
+
+TEST_F(ASubscriber, ThatIsAsFarBehindAsTheJournalIsLongMissesNothing) {
+  Keys told;
+  const auto subscription = listen("db/", told);
+  Keys expected;
+  for (int i = 0; i < kJournalLength; ++i) {
+    expected.push_back("db/key" + std::to_string(i % 100));
+    store().set(expected.back(), i);
+  }
+  ASSERT_TRUE(iterateUntil([&] { return told.size() >= expected.size(); }));
+  EXPECT_EQ(told, expected);
+}
+
+TEST_F(ASubscriber, ThatIsFurtherBehindIsToldOfEveryKeyOnce) {
+  store().set("db/key/unchanged", 1);
+  Keys told;
+  const auto subscription = listen("db/key/", told);
+  Keys exact;
+  const auto exactSubscription = listen("db/key/once", exact);
+  store().set("db/key/once", 1);
+  for (int i = 0; i < kJournalLength; ++i) store().set("db/key/often", i);
+  ASSERT_TRUE(iterateUntil([&] { return told.size() >= 3; }));
+  EXPECT_EQ(told, (Keys{"db/key/often", "db/key/once", "db/key/unchanged"}));
+  EXPECT_EQ(exact, Keys{"db/key/once"});
+  // And is not behind any more.
+  told.clear();
+  store().set("db/key/often", 0);
+  hearAll();
+  EXPECT_EQ(told, Keys{"db/key/often"});
+}
+
+TEST_F(ASubscriber, ThatEndedIsSilent) {
+  Keys told;
+  Keys other;
+  auto subscription = listen("db/key", told);
+  const auto otherSubscription = listen("db/key", other);
+  store().set("db/key", 1);
+  hearAll();
+  store().set("db/key", 2);  // on its way when the subscription ends
+  subscription = Subscription();
+  store().set("db/key", 3);
+  hearAll();
+  EXPECT_EQ(told, Keys{"db/key"});
+  EXPECT_EQ(other, Keys(3, "db/key"));
+}
+
+TEST_F(ASubscriber, MayEndItsOwnSubscription) {
+  Keys told;
+  Keys other;
+  Subscription subscription;
+  subscription = store().subscribe("db/key", [&](const std::string& key) {
+    told.push_back(key);
+    subscription = Subscription();
+  });
+  const auto otherSubscription = listen("db/key", other);
+  store().set("db/key", 1);
+  store().set("db/key", 2);
+  hearAll();
+  EXPECT_EQ(told, Keys{"db/key"});
+  EXPECT_EQ(other, Keys(2, "db/key"));
+}
+
+TEST_F(ASubscriber, MayEndAnothersSubscriptionAndNoMore) {
+  Keys told;
+  Keys other;
+  Subscription second;
+  const auto first =
+      store().subscribe("db/key", [&](const std::string&) { second = Subscription(); });
+  second = listen("db/key", told);
+  const auto third = listen("db/key", other);
+  store().set("db/key", 1);
+  store().set("db/key", 2);
+  hearAll();
+  EXPECT_EQ(told, Keys());
+  EXPECT_EQ(other, Keys(2, "db/key"));
+}
+
+TEST_F(ASubscriber, MaySetValues) {
+  Keys told;
+  const auto subscription = store().subscribe("db/chain/", [&](const std::string& key) {
+    told.push_back(key);
+    if (told.size() < 4) store().set("db/chain/" + std::to_string(told.size()), 1);
+    EXPECT_EQ(told.back(), key) << "told of another change while it was told of this one";
+  });
+  store().set("db/chain/0", 1);
+  ASSERT_TRUE(iterateUntil([&] { return told.size() >= 4; }));
+  EXPECT_EQ(told, (Keys{"db/chain/0", "db/chain/1", "db/chain/2", "db/chain/3"}));
+}
+
+TEST_F(ASubscriber, MaySubscribeAndIsNotToldOfTheSameChangeAgain) {
+  Keys late;
+  std::vector<Subscription> subscriptions;
+  subscriptions.push_back(store().subscribe("db/key", [&](const std::string&) {
+    if (subscriptions.size() == 1) subscriptions.push_back(listen("db/key", late));
+  }));
+  store().set("db/key", 1);
+  hearAll();
+  EXPECT_EQ(late, Keys());
+  store().set("db/key", 2);
+  hearAll();
+  EXPECT_EQ(late, Keys{"db/key"});
+}
+
+TEST_F(ASubscriber, CanHandItsSubscriptionOn) {
+  Keys told;
+  Subscription kept;
+  {
+    Subscription first = listen("db/key", told);
+    Subscription second(std::move(first));
+    kept = std::move(second);
+  }
+  store().set("db/key", 1);
+  hearAll();
+  EXPECT_EQ(told, Keys{"db/key"});
+}
+
+struct CCall {
+  std::string key;
+  void* data;
+  bool operator==(const CCall&) const = default;
+};
+using CCalls = std::vector<CCall>;
+
+void recordCall(keynode_t* node, void* data) {
+  static_cast<CCalls*>(data)->push_back({keyOf(node), data});
+}
+
+class ACSubscriber : public ASubscriber {};
+
+TEST_F(ACSubscriber, IsToldOfItsVeryKeyWithItsData) {
+  CCalls calls;
+  ASSERT_EQ(vconf_notify_key_changed("db/a", recordCall, &calls), 0);
+  for (const char* key : {"db/a", "db/ab", "db/a/b", "db/", "db/b"}) vconf_set_int(key, 1);
+  hearAll();
+  EXPECT_EQ(calls, (CCalls{{"db/a", &calls}}));
+}
+
+TEST_F(ACSubscriber, IsToldOfEverySetAlsoOfAnEqualValue) {
+  CCalls calls;
+  ASSERT_EQ(vconf_notify_key_changed("memory/a", recordCall, &calls), 0);
+  for (int i = 0; i < 3; ++i) vconf_set_str("memory/a", "equal");
+  hearAll("memory/");
+  EXPECT_EQ(calls.size(), 3U);
+}
+
+TEST_F(ACSubscriber, MayHaveNoData) {
+  static int calls = 0;
+  ASSERT_EQ(
+      vconf_notify_key_changed(
+          "db/a", [](keynode_t*, void* data) { calls += data == nullptr ? 1 : 100; }, nullptr),
+      0);
+  vconf_set_int("db/a", 1);
+  hearAll();
+  EXPECT_EQ(calls, 1);
+}
+
+TEST_F(ACSubscriber, ThatSubscribesTwiceIsToldTwice) {
+  CCalls first;
+  CCalls second;
+  ASSERT_EQ(vconf_notify_key_changed("db/a", recordCall, &first), 0);
+  ASSERT_EQ(vconf_notify_key_changed("db/a", recordCall, &second), 0);
+  vconf_set_int("db/a", 1);
+  hearAll();
+  EXPECT_EQ(first.size(), 1U);
+  EXPECT_EQ(second.size(), 1U);
+}
+
+// The library whose function is subscribed.
+class Library {
+ public:
+  Library() : handle_(dlopen(SUBSCRIBER_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {}
+  bool subscribe(const char* key, int* calls) const {
+    const auto function = reinterpret_cast<int (*)(const char*, int*)>(dlsym(handle_, "subscribe"));
+    return function(key, calls) == 0;
+  }
+  void unload() const { dlclose(handle_); }
+  static bool isLoaded() { return dlopen(SUBSCRIBER_LIBRARY, RTLD_NOW | RTLD_NOLOAD) != nullptr; }
+
+ private:
+  void* handle_;
+};
+
+TEST_F(ACSubscriber, WhoseLibraryWasUnloadedIsNotCalled) {
+  int calls = 0;
+  const Library library;
+  ASSERT_TRUE(library.subscribe("db/a", &calls));
+  vconf_set_int("db/a", 1);
+  hearAll();
+  EXPECT_EQ(calls, 1);
+  vconf_set_int("db/a", 2);  // on its way when the library goes
+  library.unload();
+  ASSERT_FALSE(Library::isLoaded());
+  vconf_set_int("db/a", 3);
+  hearAll();
+  vconf_set_int("db/a", 4);
+  hearAll();
+  EXPECT_EQ(calls, 1);
+}
+
+TEST_F(ACSubscriber, WhoseLibraryIsLoadedAgainIsToldOnceItSubscribesAgain) {
+  int calls = 0;
+  int callsAgain = 0;
+  const Library library;
+  ASSERT_TRUE(library.subscribe("db/a", &calls));
+  library.unload();
+  ASSERT_FALSE(Library::isLoaded());
+  vconf_set_int("db/a", 1);
+  hearAll();
+  const Library again;
+  vconf_set_int("db/a", 2);
+  hearAll();
+  ASSERT_TRUE(again.subscribe("db/a", &callsAgain));
+  vconf_set_int("db/a", 3);
+  hearAll();
+  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(callsAgain, 1);
+}
+
+}  // namespace
+}  // namespace platform_tests

@@ -1,0 +1,76 @@
+// Other processes of the same TV, which talk with the test in lines of text.
+#ifndef TESTS_PLATFORM_PROCESS_H
+#define TESTS_PLATFORM_PROCESS_H
+
+#include <sys/types.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform_tests {
+
+// One end of a conversation between two processes.
+class Channel {
+ public:
+  explicit Channel(int socket) : socket_(socket) {}
+  ~Channel();
+  Channel(const Channel&) = delete;
+  Channel& operator=(const Channel&) = delete;
+
+  void say(const std::string& line);
+
+  // Waits for the other's next line; nothing when the other has ended, or says nothing for a very
+  // long time, which fails the test.
+  std::optional<std::string> hear();
+
+  int socket() const { return socket_; }
+
+ private:
+  int socket_;
+  std::string heard_;
+};
+
+// A fork of the test that carries out a function and ends. An expectation that fails in it is
+// reported like any other, and makes it end without success.
+//
+// LMDB forbids to use a store that was opened before a fork, so a test makes its processes before
+// it first uses the store itself; to do otherwise fails.
+class Process {
+ public:
+  explicit Process(const std::function<void(Channel& test)>& work);
+  // Kills the process if it still runs.
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  Channel& channel() { return channel_; }
+  pid_t id() const { return process_; }
+
+  // Waits for it to end, and expects that it did so with success.
+  void join();
+
+  // Ends it as a crash or a power user would: it gets to do nothing any more.
+  void kill();
+
+ private:
+  explicit Process(const std::function<void(Channel& test)>& work, int (&&sockets)[2]);
+  int wait();
+
+  pid_t process_;
+  Channel channel_;
+};
+
+// Carries out the function in a process of its own, to its end.
+void inOwnProcess(const std::function<void()>& work);
+
+// Gives up the rights of the super-user, for what they would hide. Without effect for others.
+void becomeOrdinaryUser();
+
+// Takes on a user, which the super-user can.
+void becomeUser(uid_t user);
+
+}  // namespace platform_tests
+
+#endif  // TESTS_PLATFORM_PROCESS_H

@@ -1,0 +1,387 @@
+// What the configuration store refuses, and what it says then. Nothing that is stored is harmed.
+#include <lmdb.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/config_store.h"
+#include "platform_test.h"
+#include "process.h"
+
+namespace platform_tests {
+namespace {
+
+using platform::host::kMaxValueSize;
+
+using Values = std::map<std::string, StoreValue>;
+using OwnedText = std::unique_ptr<char, decltype(&std::free)>;
+
+constexpr std::size_t kMebibyte = std::size_t{1} << 20;
+
+OwnedText textAt(const char* key) {
+  return {vconf_get_str(key), &std::free};
+}
+
+void ignore(keynode_t* /*node*/, void* /*data*/) {}
+
+class StoreRefuses : public PlatformTest {
+ protected:
+  static constexpr int kNull = codeOf(StoreCode::kNullArgument);
+};
+
+TEST_F(StoreRefuses, NullPointers) {
+  int read = 7;
+  EXPECT_EQ(vconf_get_int(nullptr, &read), kNull);
+  EXPECT_TRUE(logged("system CONFIG_STORE: vconf_get_int: the key is null"));
+  EXPECT_EQ(vconf_get_int("db/host/wake_on_mobile", nullptr), kNull);
+  EXPECT_TRUE(logged("vconf_get_int: the output is null"));
+  EXPECT_EQ(vconf_set_int(nullptr, 1), kNull);
+  EXPECT_TRUE(logged("vconf_set_int: the key is null"));
+  EXPECT_EQ(textAt(nullptr), nullptr);
+  EXPECT_TRUE(logged("vconf_get_str: the key is null"));
+  EXPECT_EQ(vconf_set_str(nullptr, "text"), kNull);
+  EXPECT_TRUE(logged("vconf_set_str: the key is null"));
+  EXPECT_EQ(vconf_set_str("db/text", nullptr), kNull);
+  EXPECT_TRUE(logged("vconf_set_str: the value is null"));
+  EXPECT_EQ(vconf_get_bool(nullptr, &read), kNull);
+  EXPECT_TRUE(logged("vconf_get_bool: the key is null"));
+  EXPECT_EQ(vconf_get_bool("db/host/wake_on_mobile", nullptr), kNull);
+  EXPECT_TRUE(logged("vconf_get_bool: the output is null"));
+  EXPECT_EQ(vconf_notify_key_changed(nullptr, ignore, nullptr), kNull);
+  EXPECT_TRUE(logged("vconf_notify_key_changed: the key is null"));
+  EXPECT_EQ(vconf_notify_key_changed("db/text", nullptr, nullptr), kNull);
+  EXPECT_TRUE(logged("vconf_notify_key_changed: the callback is null"));
+  EXPECT_EQ(read, 7);
+  EXPECT_EQ(store().get("db/text"), std::nullopt);
+}
+
+struct BadKey {
+  const char* name;
+  std::string key;
+  const char* reason;
+};
+
+void PrintTo(const BadKey& bad, std::ostream* out) {
+  *out << bad.name;
+}
+
+constexpr char kNoArea[] = "it begins neither with \"db/\" nor with \"memory/\"";
+constexpr char kTooLong[] = "it is longer than 511 bytes";
+
+class StoreRefusesKey : public PlatformTest, public testing::WithParamInterface<BadKey> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    That, StoreRefusesKey,
+    testing::Values(BadKey{"IsEmpty", "", "it is empty"},
+                    BadKey{"IsTheAreaDbAlone", "db/", kNoArea},
+                    BadKey{"IsTheAreaMemoryAlone", "memory/", kNoArea},
+                    BadKey{"HasNoSlash", "db", kNoArea}, BadKey{"IsOfNoArea", "file/key", kNoArea},
+                    BadKey{"BeginsWithASlash", "/db/key", kNoArea},
+                    BadKey{"BeginsInCapitals", "DB/key", kNoArea},
+                    BadKey{"HasADbKeyOf512Bytes", "db/" + std::string(509, 'k'), kTooLong},
+                    BadKey{"HasAMemoryKeyOf512Bytes", "memory/" + std::string(505, 'k'), kTooLong},
+                    BadKey{"HasAMebibyte", std::string(kMebibyte, 'k'), kTooLong}),
+    [](const auto& bad) { return bad.param.name; });
+
+TEST_P(StoreRefusesKey, InEveryFunctionAndSaysWhy) {
+  const char* key = GetParam().key.c_str();
+  const std::string ending = ": bad key \"" + GetParam().key + "\": " + GetParam().reason;
+  const int bad = codeOf(StoreCode::kBadKey);
+  const Values before = store().list("");
+  int read = 7;
+  EXPECT_EQ(vconf_get_int(key, &read), bad);
+  EXPECT_TRUE(logged("vconf_get_int" + ending));
+  EXPECT_EQ(vconf_set_int(key, 1), bad);
+  EXPECT_TRUE(logged("vconf_set_int" + ending));
+  EXPECT_EQ(textAt(key), nullptr);
+  EXPECT_TRUE(logged("vconf_get_str" + ending));
+  EXPECT_EQ(vconf_set_str(key, "text"), bad);
+  EXPECT_TRUE(logged("vconf_set_str" + ending));
+  EXPECT_EQ(vconf_get_bool(key, &read), bad);
+  EXPECT_TRUE(logged("vconf_get_bool" + ending));
+  EXPECT_EQ(vconf_notify_key_changed(key, ignore, nullptr), bad);
+  EXPECT_TRUE(logged("vconf_notify_key_changed" + ending));
+  EXPECT_EQ(read, 7);
+  EXPECT_EQ(store().list(""), before);
+}
+
+TEST_F(StoreRefuses, NoKeyOfUpTo511Bytes) {
+  for (const std::string& key : {"db/" + std::string(508, 'k'), "memory/" + std::string(504, 'k'),
+                                 std::string("db/k"), std::string("memory/k")}) {
+    EXPECT_EQ(vconf_set_int(key.c_str(), 5), 0);
+    int read = 0;
+    EXPECT_EQ(vconf_get_int(key.c_str(), &read), 0);
+    EXPECT_EQ(read, 5);
+    EXPECT_EQ(vconf_notify_key_changed(key.c_str(), ignore, nullptr), 0);
+  }
+}
+
+TEST_F(StoreRefuses, NoValueOfUpTo4Mebibytes) {
+  for (const std::size_t size : {kMebibyte, kMaxValueSize}) {
+    const std::string value(size, 'v');
+    EXPECT_EQ(vconf_set_str("db/long", value.c_str()), 0);
+    const OwnedText read = textAt("db/long");
+    ASSERT_NE(read, nullptr);
+    EXPECT_TRUE(value == read.get());
+  }
+}
+
+TEST_F(StoreRefuses, ALongerValueAndKeepsTheOld) {
+  ASSERT_EQ(vconf_set_str("db/long", "old"), 0);
+  for (const std::size_t size : {kMaxValueSize + 1, 100 * kMebibyte}) {
+    EXPECT_EQ(vconf_set_str("db/long", std::string(size, 'v').c_str()),
+              codeOf(StoreCode::kValueTooLong));
+    EXPECT_TRUE(logged("vconf_set_str: the value for \"db/long\" has " + std::to_string(size) +
+                       " bytes, more than 4194304"));
+    EXPECT_STREQ(textAt("db/long").get(), "old");
+  }
+}
+
+// A folder that the processes of the test can read, and not write.
+class AReadOnlyStore : public PlatformTest {
+ protected:
+  void hold(const Values& values) const {
+    inOwnProcess([&] {
+      store().list("");  // makes both areas
+      store().set(values);
+    });
+    makeReadOnly(stateFolder());
+    makeReadOnly(runtimeFolder());
+  }
+
+  static void makeReadOnly(const std::filesystem::path& path) {
+    using std::filesystem::perms;
+    if (std::filesystem::is_directory(path)) {
+      for (const auto& entry : std::filesystem::directory_iterator(path))
+        makeReadOnly(entry.path());
+      std::filesystem::permissions(path, perms(0555));
+    } else {
+      std::filesystem::permissions(path, perms(0444));
+    }
+  }
+
+  ~AReadOnlyStore() override {
+    for (const auto& path : {stateFolder(), runtimeFolder()}) {
+      if (std::filesystem::exists(path)) {
+        std::filesystem::permissions(path, std::filesystem::perms(0755));
+      }
+    }
+  }
+};
+
+TEST_F(AReadOnlyStore, GivesItsValuesAndTakesNone) {
+  hold({{"db/kept", 5}, {"db/text", "five"}, {"memory/kept", true}});
+  inOwnProcess([] {
+    becomeOrdinaryUser();
+    const int readOnly = codeOf(StoreCode::kReadOnly);
+    EXPECT_EQ(vconf_set_int("db/kept", 6), readOnly);
+    EXPECT_EQ(vconf_set_str("db/new", "value"), readOnly);
+    EXPECT_EQ(vconf_set_int("memory/kept", 6), readOnly);
+    int read = 0;
+    EXPECT_EQ(vconf_get_int("db/kept", &read), 0);
+    EXPECT_EQ(read, 5);
+    EXPECT_STREQ(textAt("db/text").get(), "five");
+    EXPECT_EQ(vconf_get_bool("memory/kept", &read), 0);
+    EXPECT_EQ(read, 1);
+    EXPECT_EQ(vconf_get_int("db/new", &read), codeOf(StoreCode::kNoSuchKey));
+    EXPECT_EQ(store().list("db/k").size(), 1U);
+  });
+  EXPECT_EQ(store().get("db/kept"), StoreValue(5));
+  EXPECT_EQ(store().get("db/new"), std::nullopt);
+}
+
+TEST_F(AReadOnlyStore, SaysSoInTheLog) {
+  hold({{"db/kept", 5}});
+  setenv("VENTARO_LOG", "stderr", 1);
+  inOwnProcess([] {
+    becomeOrdinaryUser();
+    testing::internal::CaptureStderr();
+    vconf_set_int("db/kept", 6);
+    const std::string line = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(line.ends_with(
+        "system CONFIG_STORE: vconf_set_int: \"db/kept\": the folder cannot be written\n"))
+        << line;
+  });
+}
+
+TEST_F(AReadOnlyStore, TellsItsSubscribersNothing) {
+  hold({{"db/kept", 5}});
+  inOwnProcess([] {
+    becomeOrdinaryUser();
+    const auto subscription = store().subscribe(
+        "db/", [](const std::string& key) { ADD_FAILURE() << "told of " << key; });
+    EXPECT_EQ(vconf_set_int("db/kept", 6), codeOf(StoreCode::kReadOnly));
+  });
+}
+
+TEST_F(AReadOnlyStore, ThatNobodyEverWroteIsEmpty) {
+  std::filesystem::create_directories(stateFolder());
+  makeReadOnly(stateFolder());
+  inOwnProcess([] {
+    becomeOrdinaryUser();
+    int read = 7;
+    EXPECT_EQ(vconf_set_int("db/key", 6), codeOf(StoreCode::kReadOnly));
+    EXPECT_EQ(vconf_get_int("db/key", &read), codeOf(StoreCode::kNoSuchKey));
+    EXPECT_EQ(read, 7);
+    EXPECT_EQ(store().list("db/"), Values());
+  });
+}
+
+TEST_F(AReadOnlyStore, WhoseFolderCannotBeMadeIsAnError) {
+  std::filesystem::create_directories(stateFolder());
+  makeReadOnly(stateFolder());
+  inOwnProcess([this] {
+    becomeOrdinaryUser();
+    setenv("VENTARO_STATE_DIR", (stateFolder() / "below").c_str(), 1);
+    int read = 7;
+    EXPECT_EQ(vconf_set_int("db/key", 6), codeOf(StoreCode::kReadOnly));
+    EXPECT_NE(vconf_get_int("db/key", &read), 0);
+    EXPECT_EQ(textAt("db/key"), nullptr);
+    EXPECT_EQ(read, 7);
+  });
+}
+
+class AStoreFolder : public PlatformTest {
+ protected:
+  static constexpr int kUnavailable = codeOf(StoreCode::kUnavailable);
+};
+
+TEST_F(AStoreFolder, ThatIsAFileIsRefusedByName) {
+  const std::string file = write("file", "");
+  setenv("VENTARO_RUNTIME_DIR", file.c_str(), 1);
+  EXPECT_EQ(vconf_set_int("memory/key", 1), kUnavailable);
+  EXPECT_TRUE(logged("vconf_set_int: \"memory/key\": the store in " + file +
+                     ": cannot make the folder: Not a directory"));
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0) << "the other area is well";
+}
+
+TEST_F(AStoreFolder, WithADamagedFileIsRefusedAndLeftAsItIs) {
+  const std::string garbage(std::size_t{64} << 10, 'x');
+  const std::string file = write("runtime/data.mdb", garbage);
+  EXPECT_EQ(vconf_set_int("memory/key", 1), kUnavailable);
+  int read = 7;
+  EXPECT_EQ(vconf_get_int("memory/key", &read), kUnavailable);
+  EXPECT_EQ(read, 7);
+  EXPECT_TRUE(logged("vconf_get_int: the store in " + runtimeFolder().string() +
+                     ": cannot open: MDB_INVALID: File is not an LMDB file"));
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0) << "the other area is well";
+  EXPECT_TRUE(readFile(file) == garbage);
+}
+
+TEST_F(AStoreFolder, IsTriedAgainWhenItCouldNotBeOpened) {
+  const std::string file = write("runtime", "in the way");
+  EXPECT_EQ(vconf_set_int("memory/key", 1), kUnavailable);
+  std::filesystem::remove(file);
+  EXPECT_EQ(vconf_set_int("memory/key", 1), 0);
+  EXPECT_EQ(store().get("memory/key"), StoreValue(1));
+}
+
+class AFullStore : public PlatformTest {
+ protected:
+  static constexpr int kNoSpace = codeOf(StoreCode::kNoSpace);
+
+  // Sets values of that size until one does not fit; the number of those that did, or -1 when
+  // another error came.
+  static int fill(const std::string& prefix, std::size_t size) {
+    for (int number = 0; number < 100'000; ++number) {
+      const int result = vconf_set_str((prefix + std::to_string(number)).c_str(),
+                                       std::string(size, letter(number)).c_str());
+      if (result == kNoSpace) return number;
+      EXPECT_EQ(result, 0);
+      if (result != 0) return -1;
+    }
+    return -1;
+  }
+
+  static void expectAllReadable(const std::string& prefix, int count, std::size_t size) {
+    for (int number = 0; number < count; ++number) {
+      const auto value = store().get(prefix + std::to_string(number));
+      ASSERT_TRUE(value == StoreValue(std::string(size, letter(number)))) << number;
+    }
+    EXPECT_EQ(store().list(prefix).size(), static_cast<std::size_t>(count));
+  }
+
+  static char letter(int number) { return static_cast<char>('a' + number % 26); }
+};
+
+TEST_F(AFullStore, KeepsWhatItHolds) {
+  store().set("db/before", "still here");
+  const int count = fill("db/full/", kMebibyte);
+  EXPECT_GT(count, 32);
+  EXPECT_TRUE(logged("vconf_set_str: \"db/full/" + std::to_string(count) +
+                     "\": cannot write: MDB_MAP_FULL: Environment mapsize limit reached"));
+  EXPECT_EQ(vconf_set_str("db/before", std::string(kMebibyte, 'x').c_str()), kNoSpace);
+  expectAllReadable("db/full/", count, kMebibyte);
+  EXPECT_EQ(store().get("db/before"), StoreValue("still here"));
+}
+
+TEST_F(AFullStore, IsAsFullForTheNextProcessAndTheOtherAreaIsNot) {
+  int count = 0;
+  Process filler([](Channel& test) { test.say(std::to_string(fill("memory/full/", kMebibyte))); });
+  count = std::stoi(filler.channel().hear().value_or("-1"));
+  filler.join();
+  ASSERT_GT(count, 32);
+  expectAllReadable("memory/full/", count, kMebibyte);
+  EXPECT_EQ(vconf_set_str("memory/full/more", std::string(kMebibyte, 'x').c_str()), kNoSpace);
+  EXPECT_EQ(vconf_set_str("db/more", std::string(kMebibyte, 'x').c_str()), 0);
+}
+
+// A disk on which no file can become larger than that.
+void limitFileSize(std::size_t bytes) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, bytes};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+class AFullDisk : public AFullStore, public testing::WithParamInterface<std::size_t> {};
+
+INSTANTIATE_TEST_SUITE_P(ForValuesOfBytes, AFullDisk,
+                         testing::Values(1, 1000, 5000, 100'000, 1'000'000),
+                         testing::PrintToStringParamName());
+
+TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
+  const std::size_t size = GetParam();
+  inOwnProcess([] { store().set({{"db/before", 5}, {"memory/before", "five"}}); });
+  // At each of several places within a block and a page.
+  for (const std::size_t odd : {0U, 1U, 2048U, 4096U, 6000U}) {
+    const std::string prefix = "db/full" + std::to_string(odd) + "/";
+    const std::size_t before = std::filesystem::file_size(stateFolder() / "data.mdb");
+    Process filler([&](Channel& test) {
+      limitFileSize(before + (size < kMebibyte / 2 ? 20'000 : 3 * kMebibyte) + odd);
+      const int count = fill(prefix, size);
+      EXPECT_GE(count, 0);
+      expectAllReadable(prefix, count, size);
+      EXPECT_EQ(store().get("db/before"), StoreValue(5));
+      test.say(std::to_string(count));
+    });
+    const int count = std::stoi(filler.channel().hear().value_or("-1"));
+    filler.join();
+    inOwnProcess([&] {
+      expectAllReadable(prefix, count, size);
+      EXPECT_EQ(store().get("db/before"), StoreValue(5));
+      EXPECT_EQ(vconf_set_str((prefix + "more").c_str(), std::string(size, 'x').c_str()), 0);
+    });
+  }
+}
+
+TEST_F(AFullStore, OnADiskWithoutRoomForItsFilesIsAnError) {
+  Process([&](Channel& /*test*/) {
+    limitFileSize(0);
+    EXPECT_EQ(vconf_set_int("db/key", 1), kNoSpace);
+    int read = 7;
+    EXPECT_EQ(vconf_get_int("db/key", &read), kNoSpace);
+    EXPECT_EQ(read, 7);
+  }).join();
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0) << "it is well when there is room again";
+}
+
+}  // namespace
+}  // namespace platform_tests

@@ -1,0 +1,263 @@
+// The store that several processes use at once, some of which are killed.
+#include <glib.h>
+#include <lmdb.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/config_store.h"
+#include "platform_test.h"
+#include "process.h"
+
+namespace {
+
+std::atomic<int> syncs = 0;
+
+}  // namespace
+
+// Stand in for libc's, to see the store sync its files.
+extern "C" __attribute__((visibility("default"))) int fdatasync(int file) {
+  ++syncs;
+  return static_cast<int>(syscall(SYS_fdatasync, file));
+}
+
+extern "C" __attribute__((visibility("default"))) int fsync(int file) {
+  ++syncs;
+  return static_cast<int>(syscall(SYS_fsync, file));
+}
+
+namespace platform_tests {
+namespace {
+
+using Values = std::map<std::string, StoreValue>;
+
+constexpr std::size_t kMebibyte = std::size_t{1} << 20;
+
+// Transactions on a store's files by a process that does not keep to the store's ways.
+class Intruder {
+ public:
+  explicit Intruder(const std::filesystem::path& folder) {
+    mdb_env_create(&environment_);
+    EXPECT_EQ(mdb_env_open(environment_, folder.c_str(), MDB_NOTLS, 0600), 0);
+  }
+  Intruder(const Intruder&) = delete;
+  Intruder& operator=(const Intruder&) = delete;
+
+  // Begins a transaction that never ends. False when there is no place for it.
+  bool begin(unsigned flags) {
+    MDB_txn* transaction = nullptr;
+    return mdb_txn_begin(environment_, nullptr, flags, &transaction) == 0;
+  }
+
+ private:
+  MDB_env* environment_ = nullptr;
+};
+
+[[noreturn]] void waitToBeKilled() {
+  while (true) pause();
+}
+
+class Processes : public PlatformTest {};
+
+class ProcessesInAnArea : public PlatformTest, public testing::WithParamInterface<const char*> {
+ protected:
+  std::string key(const std::string& name) const { return GetParam() + name; }
+  std::filesystem::path areaFolder() const {
+    return GetParam() == std::string("db/") ? stateFolder() : runtimeFolder();
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Of, ProcessesInAnArea, testing::Values("db/", "memory/"),
+                         [](const auto& area) {
+                           return std::string(area.param).substr(0, area.param[0] == 'd' ? 2 : 6);
+                         });
+
+TEST_P(ProcessesInAnArea, LoseNothingWhenTheyWriteAtTheSameTime) {
+  constexpr int kValues = 10'000;
+  const auto write = [&](const std::string& prefix) {
+    return [&, prefix](Channel& test) {
+      test.hear();
+      for (int i = 0; i < kValues; ++i) {
+        ASSERT_EQ(vconf_set_int((prefix + std::to_string(i)).c_str(), i), 0);
+      }
+    };
+  };
+  Process first(write(key("first/")));
+  Process second(write(key("second/")));
+  first.channel().say("go");
+  second.channel().say("go");
+  first.join();
+  second.join();
+  for (const std::string& prefix : {key("first/"), key("second/")}) {
+    const Values values = store().list(prefix);
+    EXPECT_EQ(values.size(), std::size_t{kValues});
+    for (int i = 0; i < kValues; ++i) {
+      ASSERT_EQ(values.at(prefix + std::to_string(i)), StoreValue(i));
+    }
+  }
+}
+
+TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
+  constexpr int kKills = 30;
+  const auto writeForEver = [](const std::string& prefix) {
+    return [prefix](Channel& test) {
+      for (int i = 0;; ++i) {
+        // Small and large ones, so that the kill falls into transactions of every size.
+        const std::string value(i % 3 == 0 ? 20'000U : 10U, static_cast<char>('a' + i % 26));
+        if (vconf_set_str((prefix + std::to_string(i)).c_str(), value.c_str()) == 0) {
+          test.say(std::to_string(i));
+        }
+        if (i > 300) i = 0;  // overwrites with equal values
+      }
+    };
+  };
+  // One more writes all the time: the kills fall into its waiting for the others, too.
+  Process survivor(writeForEver(key("survivor/")));
+  std::map<std::string, int> acknowledged;
+  for (int kill = 0; kill < kKills; ++kill) {
+    const std::string prefix = key("killed" + std::to_string(kill) + "/");
+    Process victim(writeForEver(prefix));
+    const auto note = [&](const std::optional<std::string>& line) {
+      if (line) acknowledged[prefix] = std::max(acknowledged[prefix], std::stoi(*line));
+      return line.has_value();
+    };
+    for (int i = 0; i < 1 + kill * 3; ++i) ASSERT_TRUE(note(victim.channel().hear()));
+    victim.kill();
+    // What it said before it died, too.
+    while (note(victim.channel().hear())) {
+    }
+    ASSERT_TRUE(survivor.channel().hear().has_value());
+  }
+  survivor.kill();
+  ASSERT_EQ(acknowledged.size(), std::size_t{kKills});
+  for (const auto& [prefix, last] : acknowledged) {
+    for (int i = 0; i <= last; ++i) {
+      const auto value = store().get(prefix + std::to_string(i));
+      ASSERT_TRUE(value.has_value()) << prefix << i;
+      const std::string expected(i % 3 == 0 ? 20'000U : 10U, static_cast<char>('a' + i % 26));
+      ASSERT_TRUE(value == StoreValue(expected)) << prefix << i;
+    }
+  }
+  store().set(key("afterwards"), 1);
+}
+
+TEST_P(ProcessesInAnArea, AreNotBlockedByOneThatIsKilledWhileItWrites) {
+  Process intruder([&](Channel& test) {
+    test.hear();
+    Intruder writer(areaFolder());
+    test.say(writer.begin(0) ? "writing" : "not writing");
+    waitToBeKilled();
+  });
+  store().set(key("before"), 1);
+  intruder.channel().say("go");
+  ASSERT_EQ(intruder.channel().hear(), "writing");
+  intruder.kill();
+  EXPECT_EQ(vconf_set_int(key("after").c_str(), 2), 0);
+  EXPECT_EQ(store().get(key("before")), StoreValue(1));
+  EXPECT_EQ(store().get(key("after")), StoreValue(2));
+}
+
+TEST_P(ProcessesInAnArea, GetTheSpaceBackThatOneKilledWhileItReadHeld) {
+  Process intruder([&](Channel& test) {
+    test.hear();
+    Intruder reader(areaFolder());
+    test.say(reader.begin(MDB_RDONLY) ? "reading" : "not reading");
+    waitToBeKilled();
+  });
+  store().set(key("value"), std::string(kMebibyte, 'a'));
+  intruder.channel().say("go");
+  ASSERT_EQ(intruder.channel().hear(), "reading");
+  intruder.kill();
+  // Many times the size of the store.
+  for (int i = 0; i < 300; ++i) {
+    const std::string value(kMebibyte, static_cast<char>('a' + i % 26));
+    ASSERT_EQ(vconf_set_str(key("value").c_str(), value.c_str()), 0) << i;
+  }
+}
+
+TEST_P(ProcessesInAnArea, CanReadAfterManyThatWereKilledWhileTheyRead) {
+  Process intruder([&](Channel& test) {
+    test.hear();
+    Intruder reader(areaFolder());
+    while (reader.begin(MDB_RDONLY)) {
+    }
+    test.say("no place left");
+    waitToBeKilled();
+  });
+  store().set(key("value"), 5);
+  intruder.channel().say("go");
+  ASSERT_EQ(intruder.channel().hear(), "no place left");
+  intruder.kill();
+  int read = 0;
+  EXPECT_EQ(vconf_get_int(key("value").c_str(), &read), 0);
+  EXPECT_EQ(read, 5);
+}
+
+TEST_P(ProcessesInAnArea, GetAnErrorWhileOthersTakeAllPlacesToRead) {
+  Process intruder([&](Channel& test) {
+    test.hear();
+    Intruder reader(areaFolder());
+    while (reader.begin(MDB_RDONLY)) {
+    }
+    test.say("no place left");
+    waitToBeKilled();
+  });
+  store().set(key("value"), 5);
+  std::vector<std::string> told;
+  const auto subscription =
+      store().subscribe(key(""), [&](const std::string& changed) { told.push_back(changed); });
+  intruder.channel().say("go");
+  ASSERT_EQ(intruder.channel().hear(), "no place left");
+  int read = 7;
+  EXPECT_EQ(vconf_get_int(key("value").c_str(), &read), codeOf(StoreCode::kUnavailable));
+  EXPECT_EQ(read, 7);
+  EXPECT_EQ(vconf_set_int(key("first").c_str(), 1), 0);
+  // The news of it cannot be read now, and comes with those of the next change.
+  while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+  }
+  EXPECT_EQ(told, std::vector<std::string>());
+  intruder.kill();
+  EXPECT_EQ(vconf_set_int(key("second").c_str(), 2), 0);
+  ASSERT_TRUE(iterateUntil([&] { return told.size() >= 2; }));
+  EXPECT_EQ(told, (std::vector<std::string>{key("first"), key("second")}));
+}
+
+TEST_P(ProcessesInAnArea, AllMakeTheStoreThatNoneFindsYet) {
+  constexpr int kProcesses = 8;
+  std::vector<std::unique_ptr<Process>> processes;
+  for (int i = 0; i < kProcesses; ++i) {
+    processes.push_back(std::make_unique<Process>([&, i](Channel& test) {
+      test.hear();
+      EXPECT_EQ(vconf_set_int(key("process" + std::to_string(i)).c_str(), i), 0);
+    }));
+  }
+  for (const auto& process : processes) process->channel().say("go");
+  for (const auto& process : processes) process->join();
+  EXPECT_EQ(store().list(key("process")).size(), std::size_t{kProcesses});
+}
+
+TEST_F(Processes, FindADbValueOnTheDiskWhenItsSetReturns) {
+  store().set({{"db/open", 1}, {"memory/open", 1}});
+  for (int i = 0; i < 3; ++i) {
+    const int before = syncs;
+    EXPECT_EQ(vconf_set_int("db/key", i), 0);
+    EXPECT_GT(syncs, before);
+  }
+}
+
+TEST_F(Processes, DoNotWaitForTheDiskForAMemoryValue) {
+  store().set({{"db/open", 1}, {"memory/open", 1}});
+  const int before = syncs;
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(vconf_set_int("memory/key", i), 0);
+  EXPECT_EQ(syncs, before);
+}
+
+}  // namespace
+}  // namespace platform_tests
