@@ -1,0 +1,90 @@
+"""The provider, built for a device whose libraries are given from outside."""
+
+import os
+import pathlib
+import re
+import subprocess
+
+import pytest
+
+SOURCE = pathlib.Path(os.environ["VENTARO_SOURCE"])
+LIBRARY = pathlib.Path(os.environ["DEVICE_LIBRARY"])
+
+
+def cmake(*words):
+    return subprocess.run(["cmake", *words], capture_output=True, text=True, check=False)
+
+
+def configure(folder, *settings):
+    return cmake("-S", SOURCE, "-B", folder, "-G", "Ninja", "-DVENTARO_PLATFORM=device", *settings)
+
+
+@pytest.fixture(scope="module")
+def build(tmp_path_factory):
+    folder = tmp_path_factory.mktemp("device")
+    done = configure(folder, f"-DVENTARO_DEVICE_LIBRARIES={LIBRARY}")
+    assert done.returncode == 0, done.stderr
+    done = cmake("--build", folder)
+    assert done.returncode == 0, done.stdout
+    return folder
+
+
+def dynamic_section(library):
+    return subprocess.run(["readelf", "-d", library], capture_output=True, text=True,
+                          check=True).stdout
+
+
+def test_builds_the_provider_and_nothing_else(build):
+    assert [file.name for file in (build / "lib").iterdir()] == ["libventaro.so"]
+    assert not (build / "bin").exists()
+    assert not (build / "share").exists()
+
+
+def test_the_provider_brings_the_devices_libraries_along(build):
+    needed = re.findall(r"NEEDED.*\[(.*)\]", dynamic_section(build / "lib/libventaro.so"))
+    assert LIBRARY.name in needed
+    assert "libventaro-platform.so" not in needed
+
+
+def test_the_provider_loads_and_works(build):
+    # Not by the test itself: a library that Python loaded stays loaded.
+    script = (
+        "import ctypes, sys\n"
+        "provider = ctypes.CDLL(sys.argv[1])\n"
+        "table = ctypes.POINTER(ctypes.c_void_p)()\n"
+        "assert provider.create_provider(ctypes.byref(table)) == 0\n"
+        "name = ctypes.c_char_p()\n"
+        "ask = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_char_p,\n"
+        "                       ctypes.POINTER(ctypes.c_char_p))(table[13])\n"
+        "assert ask(b'menu/network/WiFiOnOff', ctypes.byref(name)) == 0\n"
+        "print(name.value.decode())\n")
+    done = subprocess.run(["/usr/bin/python3", "-c", script, build / "lib/libventaro.so"],
+                          capture_output=True, text=True, check=True,
+                          env={**os.environ, "LD_LIBRARY_PATH": str(LIBRARY.parent)})
+    assert done.stdout == "COM_WI_FI\n"
+
+
+def test_the_catalogues_are_there_for_those_who_package_them(build):
+    assert cmake("--build", build, "--target", "catalogues").returncode == 0
+    assert (build / "share/ventaro/res/locale/en/LC_MESSAGES/ventaro.mo").exists()
+
+
+def test_without_the_devices_libraries_it_says_what_to_name(tmp_path):
+    done = configure(tmp_path)
+    assert done.returncode != 0
+    assert "VENTARO_DEVICE_LIBRARIES is empty" in done.stderr
+
+
+def test_a_symbol_that_the_device_lacks_is_an_error_of_the_build(tmp_path):
+    empty = tmp_path / "libempty.so"
+    subprocess.run(["c++", "-shared", "-x", "c++", "/dev/null", "-o", empty], check=True)
+    assert configure(tmp_path / "b", f"-DVENTARO_DEVICE_LIBRARIES={empty}").returncode == 0
+    done = cmake("--build", tmp_path / "b")
+    assert done.returncode != 0
+    assert "vconf_get_str" in done.stdout
+
+
+def test_another_platform_than_host_and_device_is_an_error(tmp_path):
+    done = cmake("-S", SOURCE, "-B", tmp_path, "-G", "Ninja", "-DVENTARO_PLATFORM=moon")
+    assert done.returncode != 0
+    assert 'VENTARO_PLATFORM is "moon"; there are: host, device' in done.stderr
