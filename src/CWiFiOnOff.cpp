@@ -79,8 +79,8 @@ int CWiFiOnOff::OnTimerTimeOut(void* data) {
     return G_SOURCE_CONTINUE;
   }
   self.m_tickCount = 0;
-  g_source_remove(self.m_timerSource);
-  self.m_timerSource = 0;
+  // In one step, here too: a switch may start the next timer meanwhile.
+  g_source_remove(self.m_timerSource.exchange(0));
   if (vconf_set_int("db/menu/refresh_menu", kRefreshMenu) != 0) {
     LOG_MAIN("Failed to set REFRESH_MENU_VCONF ");
   } else {

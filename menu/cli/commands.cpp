@@ -4,9 +4,11 @@
 #include <algorithm>
 #include <iostream>
 
+#include "../host/display_text.h"
 #include "exit_codes.h"
 #include "host_commands.h"
 #include "menu_commands.h"
+#include "output.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "shell.h"
@@ -29,7 +31,8 @@ constexpr char kEnvironmentHelp[] =
     "                         other places than the usual ones";
 
 int fail(ExitCode code, const std::string& message) {
-  std::cerr << "ventaro: " << message << '\n';
+  // What was typed may be part of the message.
+  std::cerr << "ventaro: " << menu::displayText(message) << '\n';
   return code;
 }
 
@@ -79,7 +82,7 @@ int parse(CLI::App& app, const std::vector<std::string>& words, const int& resul
     app.parse(lastToFirst);
     return result;
   } catch (const CLI::CallForHelp&) {
-    std::cout << app.help() << std::flush;  // of the subcommand that the words name
+    printLine(app.help());  // of the subcommand that the words name
     return kDone;
   } catch (const CLI::ParseError& error) {
     return usageError(app, words, error);

@@ -1,5 +1,6 @@
 #include "host_commands.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <limits>
@@ -46,9 +47,7 @@ int storeGet(Session& /*session*/, const Options& options) {
 }
 
 int storeList(Session& /*session*/, const Options& options) {
-  for (const auto& [key, value] : ConfigStore::instance().list(options.key)) {
-    printValue(key, value, formatOf(options));
-  }
+  printValues(ConfigStore::instance().list(options.key), formatOf(options));
   return kDone;
 }
 
@@ -120,15 +119,28 @@ int networkServe(Session& session, const Options& /*options*/) {
 }
 
 int networkLoad(Session& /*session*/, const Options& options) {
+  const bool isPath =
+      options.value.find('/') != std::string::npos || options.value.ends_with(".json");
+  const auto names = platform::host::resourceNames("scenarios");
+  if (!isPath && std::ranges::find(names, options.value) == names.end()) {
+    std::string known;
+    for (const std::string& name : names) known += (known.empty() ? "" : ", ") + name;
+    throw UnknownError("there is no scenario \"" + options.value + "\"; there are: " + known);
+  }
   platform::host::loadScenario(options.value);
   printLine("Loaded the scenario " + options.value + ".");
   return kDone;
 }
 
-int productList(Session& /*session*/, const Options& /*options*/) {
+int productList(Session& /*session*/, const Options& options) {
+  Json::Value products(Json::arrayValue);
   for (const std::string& name : platform::host::resourceNames("products")) {
-    printLine(name + ": " + platform::host::loadProduct(name).description);
+    Json::Value& product = products.append(Json::objectValue);
+    product["name"] = name;
+    product["description"] = platform::host::loadProduct(name).description;
+    if (!options.json) printLine(name + ": " + product["description"].asString());
   }
+  if (options.json) printJson(products);
   return kDone;
 }
 
@@ -180,9 +192,11 @@ void addStoreCommands(CLI::App& app, Session& session, int& result) {
       ->check(CLI::IsMember({"int", "bool", "string"}));
   set.add_flag("--json", options.json, "Write JSON");
 
-  CLI::App& watch = store.add("watch", "Show every set of the keys, until Ctrl-C", storeWatch);
+  CLI::App& watch =
+      store.add("watch", "Show a key's value whenever it is set, until Ctrl-C", storeWatch);
   watch.add_option("KEY", options.keys)->required();
-  watch.add_option("--count", options.count, "End after so many sets")->check(CLI::PositiveNumber);
+  watch.add_option("--count", options.count, "End after so many sets")
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()));
   watch.add_flag("--json", options.json, "Write JSON");
 }
 
@@ -199,7 +213,8 @@ void addHostCommands(CLI::App& app, Session& session, int& result) {
   addStoreCommands(app, session, result);
   addNetworkCommands(app, session, result);
   CommandGroup product(app, "product", "The products whose menu can be shown", session, result);
-  product.add("list", "Show their names", productList);
+  product.add("list", "Show their names", productList)
+      .add_flag("--json", product.options().json, "Write JSON");
 }
 
 }  // namespace cli

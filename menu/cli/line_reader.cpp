@@ -6,11 +6,9 @@
 #include <array>
 #include <cerrno>
 
-#include "../host/main_loop.h"
-
 namespace cli {
 
-std::optional<std::string> LineReader::next() {
+std::optional<std::string> LineReader::next(const menu::Interruption& interruption) {
   const auto isComplete = [this] { return ended_ || text_.find('\n') != std::string::npos; };
   if (!isComplete()) {
     const unsigned source = g_unix_fd_add(
@@ -19,8 +17,9 @@ std::optional<std::string> LineReader::next() {
           return gboolean{static_cast<LineReader*>(self)->read()};
         },
         this);
-    menu::runUntil(isComplete);
+    interruption.runUntil(isComplete);
     if (!ended_) g_source_remove(source);
+    if (interruption.isAsked()) return std::nullopt;
   }
   if (text_.empty()) return std::nullopt;
   const auto end = text_.find('\n');

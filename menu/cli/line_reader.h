@@ -5,13 +5,15 @@
 #include <optional>
 #include <string>
 
+#include "../host/main_loop.h"
+
 namespace cli {
 
 // Reads in the main loop, so that timers and notifications run while a line is waited for.
 class LineReader {
  public:
-  // The next line without its line feed; nothing at the end.
-  std::optional<std::string> next();
+  // The next line without its line feed; nothing at the end, or when the program is asked to end.
+  std::optional<std::string> next(const menu::Interruption& interruption);
 
  private:
   // Takes in what has come. Returns false at the end.

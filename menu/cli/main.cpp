@@ -1,5 +1,9 @@
 // ventaro: the menu host program. It loads a provider and is the menu.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -7,6 +11,7 @@
 
 #include "commands.h"
 #include "exit_codes.h"
+#include "output.h"
 
 namespace {
 
@@ -45,12 +50,26 @@ std::string providerFile() {
   return variable != nullptr && *variable != '\0' ? variable : "libventaro.so";
 }
 
+// Files that the program opens must not become its standard streams, where it would write into
+// them.
+void openStandardStreams() {
+  for (const int file : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(file, F_GETFD) < 0) open("/dev/null", O_RDWR);
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  openStandardStreams();
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is an error to tell of, not an end
+  cli::claimStandardOutput();
   std::vector<std::string> words(argv + 1, argv + argc);
   if (!takeGlobalOptions(words)) return cli::kUnknown;
   if (words.empty()) words = {"show"};
   cli::Session session(providerFile());
-  return cli::runCommand(session, words);
+  const int result = cli::runCommand(session, words);
+  if (cli::standardOutputIsWritten()) return result;
+  std::cerr << "ventaro: cannot write to standard output\n";
+  return result == cli::kDone ? cli::kFailed : result;
 }

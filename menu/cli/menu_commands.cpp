@@ -3,14 +3,18 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <vector>
 
+#include "../host/display_text.h"
 #include "../host/main_loop.h"
 #include "exit_codes.h"
 #include "output.h"
 #include "platform/host/config_store.h"
+#include "platform/host/network_service.h"
 
 namespace cli {
 
@@ -29,6 +33,7 @@ const StoreValue kRefreshAll = 1;
 constexpr std::chrono::seconds kLongestRefresh{20};
 // No scenario connects for longer than a minute.
 constexpr std::chrono::seconds kLongestConnect{70};
+constexpr std::chrono::seconds kServiceCheck{1};
 
 Format formatOf(bool json) {
   return json ? Format::kJson : Format::kText;
@@ -67,16 +72,20 @@ int box(Session& session, const Options& options) {
   return kDone;
 }
 
-// Waits for the request to refresh all of the menu; the one of the network branch alone comes
-// earlier.
-bool waitForRefresh() {
-  bool asked = false;
-  const Subscription subscription =
-      ConfigStore::instance().subscribe(kRefreshKey, [&asked](const std::string& key) {
-        asked = asked || ConfigStore::instance().get(key) == kRefreshAll;
-      });
-  return menu::runUntil([&asked] { return asked; }, kLongestRefresh);
-}
+// The request to refresh all of the menu; the one of the network branch alone comes earlier.
+class RefreshWatch {
+ public:
+  RefreshWatch()
+      : subscription_(
+            ConfigStore::instance().subscribe(kRefreshKey, [this](const std::string& key) {
+              asked_ = asked_ || ConfigStore::instance().get(key) == kRefreshAll;
+            })) {}
+  bool hasCome() const { return asked_; }
+
+ private:
+  bool asked_ = false;
+  Subscription subscription_;
+};
 
 void setAndShow(Session& session, const Options& options, int value) {
   menu::MenuModel& menu = session.menu();
@@ -88,9 +97,10 @@ void setAndShow(Session& session, const Options& options, int value) {
 
 // The person's answer to a confirmation box; nothing when there is nobody to ask.
 std::optional<bool> ask(Session& session, const menu::Provider::MessageBox& box) {
+  const menu::Interruption interruption;
   if (isatty(STDIN_FILENO) == 0) return std::nullopt;
-  std::cout << box.text << "\n1 " << box.yes << "\n2 " << box.no << "\n? " << std::flush;
-  const auto answer = session.readLine();
+  std::cerr << box.text << "\n1 " << box.yes << "\n2 " << box.no << "\n? " << std::flush;
+  const auto answer = session.readLine(interruption);
   return answer == "1" || answer == box.yes;
 }
 
@@ -106,73 +116,139 @@ int choose(Session& session, const Options& options) {
                 << box.yes << "\"\n";
       return kUnanswered;
     }
-    if (!*answer) return kDone;
+    if (!*answer) {
+      std::cerr << "Nothing was changed.\n";
+      return kDone;
+    }
   }
   setAndShow(session, options, entry.value);
   return kDone;
 }
 
 int set(Session& session, const Options& options) {
+  const menu::Interruption interruption;
+  const RefreshWatch refresh;
   setAndShow(session, options, session.menu().findChoice(options.key, options.value).value);
   if (!options.wait) return kDone;
-  if (!waitForRefresh()) {
-    std::cerr << "ventaro: no request to refresh the menu came within " << kLongestRefresh.count()
-              << " seconds; only the Wi-Fi switch asks for one\n";
-    return kFailed;
+  if (interruption.runUntil([&] { return refresh.hasCome(); }, kLongestRefresh)) {
+    if (!options.json) printLine("The menu is asked to refresh.");
+    return kDone;
   }
-  if (!options.json) printLine("The menu is asked to refresh.");
-  return kDone;
+  if (interruption.isAsked()) return kInterrupted;
+  std::cerr << "ventaro: no request to refresh the menu came within " << kLongestRefresh.count()
+            << " seconds; only the Wi-Fi switch asks for one\n";
+  return kFailed;
 }
 
-// Tells of a saved network's state whenever the network service publishes, until it has settled.
-class ConnectionWatch {
+// A connection that is asked for: its command, the network service's answer, and the network's
+// state until that has settled.
+class Connection {
  public:
-  ConnectionWatch(menu::MenuModel& menu, Format format)
-      : menu_(menu),
-        format_(format),
-        subscription_(ConfigStore::instance().subscribe("db/menu/network/TopSavedAP",
-                                                        [this](const std::string&) { look(); })) {}
-
-  // Asks for the connection and waits. Returns whether the network was connected in the end.
-  bool connect(int position) {
-    asked_ = menu_.connect(position);
-    return menu::runUntil([this] { return settled_; }, kLongestConnect) &&
-           state_ == NetworkState::kConnected;
+  Connection(Session& session, Format format)
+      : session_(session), menu_(session.menu()), format_(format) {
+    follow(platform::host::kConnectCommandKey, [this] { commandIsStored_ = true; });
+    follow(platform::host::kConnectAnswerKey, [this] { hear(); });
+    follow("db/menu/network/TopSavedAP", [this] { look(); });
   }
 
-  const std::string& name() const { return asked_.name; }
+  // Gives the command. RefusedError when there is no such network, or nothing could be stored.
+  const Item& ask(int position) {
+    position_ = position;
+    asked_ = menu_.connect(position);
+    menu::runPending();
+    if (!commandIsStored_) {
+      throw menu::RefusedError(
+          "the command to connect could not be stored; VENTARO_LOG=stderr "
+          "shows why");
+    }
+    return asked_;
+  }
+
+  // Waits until the network is connected or will not be; the latter leaves the reason in problem().
+  // Connects by itself when no other process runs the network service, or the one that does ends.
+  bool wait(const menu::Interruption& interruption) {
+    const menu::Ticker ticker(kServiceCheck, [this] { serveIfNobodyDoes(); });
+    interruption.runUntil(
+        [this] { return state_ == NetworkState::kConnected || !problem_.empty(); },
+        kLongestConnect);
+    if (state_ != NetworkState::kConnected && problem_.empty()) problem_ = "nothing answered";
+    return state_ == NetworkState::kConnected;
+  }
+
+  const std::string& problem() const { return problem_; }
 
  private:
-  // At each news, not later: the next state may be published before the loop comes round again.
-  void look() {
-    if (settled_ || asked_.key.empty()) return;
-    const Item item = menu_.read(asked_.key);
-    // Another network at this position means that this one is no longer offered.
-    state_ = item.name == asked_.name ? item.state : NetworkState::kNone;
-    if (state_ != NetworkState::kNone) printItem(item, format_);
-    settled_ = state_ != NetworkState::kConnecting;
+  void follow(const char* key, std::function<void()> action) {
+    subscriptions_.push_back(ConfigStore::instance().subscribe(
+        key, [wanted = std::string(key), action = std::move(action)](const std::string& changed) {
+          if (changed == wanted) action();
+        }));
   }
 
+  void hear() {
+    const auto answer = platform::host::lastConnectAnswer();
+    if (!answer || accepted_) return;
+    if (menu::displayText(answer->ssid) != asked_.name) {
+      const auto commanded = platform::host::commandedNetwork();
+      const bool isOurs = commanded && menu::displayText(*commanded) == asked_.name;
+      if (!isOurs) problem_ = "another connection was asked for meanwhile";
+      return;
+    }
+    accepted_ = answer->refusal.empty();
+    problem_ = answer->refusal;
+    look();
+  }
+
+  // At each news, not later: the next state may be published before the loop comes round again.
+  void look() {
+    if (!accepted_ || state_ == NetworkState::kConnected) return;
+    const NetworkState state = menu_.stateOf(asked_);
+    if (state == NetworkState::kNone) problem_ = "the connection was dropped";
+    if (state != state_ && state != NetworkState::kNone) show(state);
+    state_ = state;
+  }
+
+  void show(NetworkState state) const {
+    Item item = asked_;
+    item.state = state;
+    printUpdate(item, format_);
+  }
+
+  void serveIfNobodyDoes() {
+    if (session_.servesNetwork()) return;
+    session_.serveNetwork();
+    if (session_.servesNetwork() && !accepted_) asked_ = menu_.connect(position_);
+  }
+
+  Session& session_;
   menu::MenuModel& menu_;
   Format format_;
+  int position_ = 0;
   Item asked_;
+  bool commandIsStored_ = false;
+  bool accepted_ = false;
   NetworkState state_ = NetworkState::kNone;
-  bool settled_ = false;
-  Subscription subscription_;
+  std::string problem_;
+  std::vector<Subscription> subscriptions_;
 };
 
 int connect(Session& session, const Options& options) {
-  menu::MenuModel& menu = session.menu();
+  const menu::Interruption interruption;
+  session.menu();
+  if (!options.noWait) session.serveNetwork();
+  Connection connection(session, formatOf(options.json));
+  const Item& asked = connection.ask(options.position);
   if (options.noWait) {
-    const Item item = menu.connect(options.position);
-    printLine("Asked the network service to connect to " + item.name + ".");
+    if (options.json) {
+      printItem(asked, Format::kJson);
+    } else {
+      printLine("Asked the network service to connect to " + asked.name + ".");
+    }
     return kDone;
   }
-  session.serveNetwork();
-  ConnectionWatch watch(menu, formatOf(options.json));
-  if (watch.connect(options.position)) return kDone;
-  std::cerr << "ventaro: " << watch.name()
-            << " did not connect; is Wi-Fi on, and the network within reach?\n";
+  if (connection.wait(interruption)) return kDone;
+  if (interruption.isAsked()) return kInterrupted;
+  std::cerr << "ventaro: " << asked.name << " did not connect: " << connection.problem() << '\n';
   return kFailed;
 }
 
@@ -186,10 +262,8 @@ int watch(Session& session, const Options& options) {
       kRefreshKey, [&refresh](const std::string&) { refresh = true; });
   while (interruption.runUntil([&refresh] { return refresh; })) {
     refresh = false;
-    printItems(menu.readAll(), formatOf(options.json), Detail::kLine);
-    if (!options.json) printLine("");
+    printUpdate(menu.readAll(), formatOf(options.json));
   }
-  session.stopNetwork();
   return kDone;
 }
 

@@ -1,8 +1,11 @@
 #include "output.h"
 
+#include <fcntl.h>
 #include <json/writer.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
 
 #include "../host/display_text.h"
@@ -14,11 +17,22 @@ namespace {
 using menu::Item;
 using menu::ItemKind;
 using menu::NetworkState;
+using platform::host::StoreValue;
 using ListEntry = menu::Provider::ListEntry;
 using MessageBox = menu::Provider::MessageBox;
 
+std::FILE* standardOutput = nullptr;
+
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 3;
+
+std::string jsonText(const Json::Value& value, const char* indentation) {
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = indentation;
+  writer["emitUTF8"] = true;
+  writer["enableYAMLCompatibility"] = true;  // "key": value, as most write it
+  return Json::writeString(writer, value);
+}
 
 const char* stateName(NetworkState state) {
   switch (state) {
@@ -45,7 +59,8 @@ std::string valueColumn(const Item& item) {
 
 std::string shownName(const Item& item) {
   if (!item.name.empty()) return item.name;
-  return item.kind == ItemKind::kSavedNetwork ? "(no saved network)" : "(" + item.key + ")";
+  const bool none = item.kind == ItemKind::kSavedNetwork && item.problems.empty();
+  return none ? "(no saved network)" : "(" + item.key + ")";
 }
 
 const char* actionName(ITEM_FOLLOWING_ACTION_TYPE action) {
@@ -172,11 +187,25 @@ Json::Value toJson(const Item& item) {
   return json;
 }
 
-Json::Value toJson(const platform::host::StoreValue& value) {
-  return std::visit([](const auto& typed) { return Json::Value(typed); }, value);
+Json::Value toJson(const std::vector<Item>& items) {
+  Json::Value json(Json::arrayValue);
+  for (const Item& item : items) json.append(toJson(item));
+  return json;
 }
 
-std::string toText(const platform::host::StoreValue& value) {
+// A stored string need not be text; JSON must be.
+Json::Value toJson(const std::string& key, const StoreValue& value) {
+  Json::Value json(Json::objectValue);
+  json["key"] = key;
+  json["type"] = platform::host::typeName(value);
+  const auto* text = std::get_if<std::string>(&value);
+  json["value"] = text != nullptr
+                      ? Json::Value(menu::validText(*text))
+                      : std::visit([](const auto& typed) { return Json::Value(typed); }, value);
+  return json;
+}
+
+std::string toText(const StoreValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
   if (const auto* flag = std::get_if<bool>(&value)) return *flag ? "true" : "false";
   return std::to_string(std::get<int>(value));
@@ -184,24 +213,32 @@ std::string toText(const platform::host::StoreValue& value) {
 
 }  // namespace
 
+void claimStandardOutput() {
+  standardOutput = fdopen(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3), "w");
+  dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+bool standardOutputIsWritten() {
+  return standardOutput == nullptr ||
+         (std::fflush(standardOutput) == 0 && std::ferror(standardOutput) == 0);
+}
+
 void printLine(const std::string& line) {
-  std::cout << line << std::endl;
+  std::FILE* stream = standardOutput != nullptr ? standardOutput : stdout;
+  std::fputs((line + "\n").c_str(), stream);
+  std::fflush(stream);
 }
 
 void printJson(const Json::Value& value) {
-  Json::StreamWriterBuilder writer;
-  writer["indentation"] = "  ";
-  writer["emitUTF8"] = true;
-  writer["enableYAMLCompatibility"] = true;  // "key": value, as most write it
-  printLine(Json::writeString(writer, value));
+  printLine(jsonText(value, "  "));
+}
+
+void printJsonLine(const Json::Value& value) {
+  printLine(jsonText(value, ""));
 }
 
 void printItems(const std::vector<Item>& items, Format format, Detail detail) {
-  if (format == Format::kJson) {
-    Json::Value json(Json::arrayValue);
-    for (const Item& item : items) json.append(toJson(item));
-    return printJson(json);
-  }
+  if (format == Format::kJson) return printJson(toJson(items));
   std::vector<Line> lines;
   collectLines(items, detail, 0, lines);
   printAligned(lines);
@@ -212,6 +249,17 @@ void printItem(const Item& item, Format format, Detail detail) {
   std::vector<Line> lines;
   collectLines({item}, detail, 0, lines);
   printAligned(lines);
+}
+
+void printUpdate(const Item& item, Format format) {
+  if (format == Format::kJson) return printJsonLine(toJson(item));
+  printItem(item, format);
+}
+
+void printUpdate(const std::vector<Item>& items, Format format) {
+  if (format == Format::kJson) return printJsonLine(toJson(items));
+  printItems(items, format, Detail::kLine);
+  printLine("");
 }
 
 void printList(const std::vector<ListEntry>& entries, Format format) {
@@ -230,13 +278,23 @@ void printBox(const MessageBox& box, Format format) {
   printLine("[" + box.yes + "] [" + box.no + "]");
 }
 
-void printValue(const std::string& key, const platform::host::StoreValue& value, Format format) {
-  if (format == Format::kText) return printLine(key + " = " + toText(value));
-  Json::Value json(Json::objectValue);
-  json["key"] = key;
-  json["type"] = platform::host::typeName(value);
-  json["value"] = toJson(value);
-  printJson(json);
+void printValue(const std::string& key, const StoreValue& value, Format format) {
+  if (format == Format::kJson) return printJson(toJson(key, value));
+  printLine(key + " = " + toText(value));
+}
+
+void printUpdate(const std::string& key, const StoreValue& value, Format format) {
+  if (format == Format::kJson) return printJsonLine(toJson(key, value));
+  printValue(key, value, format);
+}
+
+void printValues(const std::map<std::string, StoreValue>& values, Format format) {
+  Json::Value json(Json::arrayValue);
+  for (const auto& [key, value] : values) {
+    if (format == Format::kText) printValue(key, value, format);
+    json.append(toJson(key, value));
+  }
+  if (format == Format::kJson) printJson(json);
 }
 
 bool printProblems(const std::vector<Item>& items) {

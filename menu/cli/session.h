@@ -29,8 +29,11 @@ class Session {
   void stopNetwork() { service_.reset(); }
   bool servesNetwork() const { return service_ != nullptr; }
 
-  // The next line of standard input; nothing at its end. Timers and notifications run meanwhile.
-  std::optional<std::string> readLine() { return input_.next(); }
+  // The next line of standard input; nothing at its end, or when the program is asked to end.
+  // Timers and notifications run meanwhile.
+  std::optional<std::string> readLine(const menu::Interruption& interruption) {
+    return input_.next(interruption);
+  }
 
  private:
   std::string providerFile_;

@@ -6,6 +6,7 @@
 #include <iostream>
 #include <optional>
 
+#include "../host/main_loop.h"
 #include "commands.h"
 #include "exit_codes.h"
 
@@ -18,7 +19,10 @@ struct GStrvFree {
 };
 
 // The words of a line, quoted as in a POSIX shell. Nothing for an empty line or a comment.
-std::optional<std::vector<std::string>> split(const std::string& line) {
+std::optional<std::vector<std::string>> split(std::string line) {
+  if (line.ends_with('\r')) line.pop_back();
+  const auto first = line.find_first_not_of(" \t");
+  if (first == std::string::npos || line[first] == '#') return std::nullopt;
   GError* error = nullptr;
   char** parsed = nullptr;
   int count = 0;
@@ -33,10 +37,12 @@ std::optional<std::vector<std::string>> split(const std::string& line) {
   return std::vector<std::string>(parsed, parsed + count);
 }
 
-int runLine(Session& session, const std::string& line) {
+// Nothing when the line ends the shell.
+std::optional<int> runLine(Session& session, const std::string& line) {
   try {
     const auto words = split(line);
     if (!words) return kDone;
+    if (words->front() == "exit" || words->front() == "quit") return std::nullopt;
     if (words->front() == "shell") throw menu::UnknownError("this is the shell already");
     return runCommand(session, *words);
   } catch (const menu::UnknownError& error) {
@@ -46,18 +52,20 @@ int runLine(Session& session, const std::string& line) {
 }
 
 int shell(Session& session) {
+  const menu::Interruption interruption;
   session.menu();
   session.serveNetwork();
   const bool person = isatty(STDIN_FILENO) != 0;
   int result = kDone;
-  while (true) {
-    if (person) std::cout << "ventaro> " << std::flush;
-    const auto line = session.readLine();
-    if (!line || *line == "exit" || *line == "quit") break;
-    const int lineResult = runLine(session, *line);
-    if (result == kDone) result = lineResult;
+  while (!interruption.isAsked()) {
+    if (person) std::cerr << "ventaro> " << std::flush;
+    const auto line = session.readLine(interruption);
+    const auto lineResult = line ? runLine(session, *line) : std::nullopt;
+    if (!lineResult) break;
+    if (result == kDone) result = *lineResult;
   }
   session.stopNetwork();
+  if (interruption.isAsked()) return kInterrupted;
   return person ? kDone : result;
 }
 

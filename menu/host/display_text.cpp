@@ -24,7 +24,7 @@ constexpr Named kNamed[] = {
 struct GFree {
   void operator()(char* block) const { g_free(block); }
 };
-using GString_ = std::unique_ptr<char, GFree>;
+using OwnedText = std::unique_ptr<char, GFree>;
 
 std::string encode(gunichar character) {
   char bytes[6];
@@ -65,10 +65,15 @@ NumericEntity numericEntity(std::string_view markup) {
 
 }  // namespace
 
+std::string validText(std::string_view bytes) {
+  const OwnedText valid(g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())));
+  return valid.get();
+}
+
 std::string displayText(std::string_view bytes) {
-  const GString_ valid(g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())));
+  const std::string valid = validText(bytes);
   std::string text;
-  for (const char* at = valid.get(); *at != '\0'; at = g_utf8_next_char(at)) {
+  for (const char* at = valid.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
     const gunichar character = g_utf8_get_char(at);
     text += g_unichar_iscntrl(character) && character != '\n' ? kReplacement : encode(character);
   }
@@ -106,7 +111,8 @@ std::size_t columns(const std::string& text) {
 }
 
 bool isPlainText(const std::string& text) {
-  return displayText(text) == text;
+  return displayText(text) == text && text.find('\n') == std::string::npos &&
+         text.find_first_not_of(' ') != std::string::npos;
 }
 
 }  // namespace menu

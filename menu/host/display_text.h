@@ -12,6 +12,9 @@ namespace menu {
 // control characters but the line feed become U+FFFD.
 std::string displayText(std::string_view bytes);
 
+// The bytes as UTF-8: those that are none become U+FFFD.
+std::string validText(std::string_view bytes);
+
 // The text that markup stands for: entities and line breaks become characters, and the marks that
 // fix the writing direction go.
 std::string markupToText(std::string_view markup);
@@ -19,7 +22,7 @@ std::string markupToText(std::string_view markup);
 // How many columns of a terminal the text takes.
 std::size_t columns(const std::string& text);
 
-// Whether the bytes are UTF-8 without control characters, as a name should be.
+// Whether the bytes are UTF-8 without control characters, and not all blanks, as a name should be.
 bool isPlainText(const std::string& text);
 
 }  // namespace menu

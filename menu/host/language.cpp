@@ -27,7 +27,9 @@ void chooseLanguage() {
   // gettext heeds LANGUAGE in every locale but "C"; this one every machine has.
   std::setlocale(LC_ALL, "C.UTF-8");
   const char* wanted = std::getenv("LANGUAGE");
-  const std::string language = wanted != nullptr && *wanted != '\0' ? wanted : tvLanguage();
+  std::string language = wanted != nullptr && *wanted != '\0' ? wanted : tvLanguage();
+  // For gettext these mean no translation at all, which no viewer wants.
+  if (language == "C" || language == "POSIX") language = "en";
   setenv("LANGUAGE", (language + ":en").c_str(), 1);
 }
 

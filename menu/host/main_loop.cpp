@@ -2,34 +2,15 @@
 
 #include <glib-unix.h>
 
+#include <algorithm>
 #include <csignal>
+#include <utility>
 
 namespace menu {
 
 void runPending() {
   while (g_main_context_iteration(nullptr, FALSE)) {
   }
-}
-
-bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) {
-  bool over = false;
-  GSource* timer = g_timeout_source_new(static_cast<guint>(limit.count()));
-  g_source_set_callback(
-      timer,
-      [](void* flag) {
-        *static_cast<bool*>(flag) = true;
-        return gboolean{G_SOURCE_REMOVE};
-      },
-      &over, nullptr);
-  g_source_attach(timer, nullptr);
-  bool finished = done();
-  while (!finished && !over) {
-    g_main_context_iteration(nullptr, TRUE);
-    finished = done();
-  }
-  g_source_destroy(timer);
-  g_source_unref(timer);
-  return finished;
 }
 
 void runUntil(const std::function<bool()>& done) {
@@ -41,8 +22,9 @@ Interruption::Interruption() {
     *static_cast<bool*>(asked) = true;
     return gboolean{G_SOURCE_CONTINUE};
   };
-  sources_[0] = g_unix_signal_add(SIGINT, note, &asked_);
-  sources_[1] = g_unix_signal_add(SIGTERM, note, &asked_);
+  const int signals[] = {SIGINT, SIGTERM, SIGHUP};
+  std::ranges::transform(signals, sources_,
+                         [&](int signal) { return g_unix_signal_add(signal, note, &asked_); });
 }
 
 Interruption::~Interruption() {
@@ -56,6 +38,34 @@ bool Interruption::runUntil(const std::function<bool()>& done) const {
     finished = done();
   }
   return finished && !asked_;
+}
+
+bool Interruption::runUntil(const std::function<bool()>& done,
+                            std::chrono::milliseconds limit) const {
+  const Ticker ticker(limit, nullptr);
+  bool finished = false;
+  runUntil([&] {
+    finished = done();
+    return finished || ticker.hasTicked();
+  });
+  return finished && !asked_;
+}
+
+Ticker::Ticker(std::chrono::milliseconds period, std::function<void()> tick)
+    : tick_(std::move(tick)) {
+  source_ = g_timeout_add(
+      static_cast<guint>(period.count()),
+      [](void* data) {
+        auto& self = *static_cast<Ticker*>(data);
+        self.ticked_ = true;
+        if (self.tick_) self.tick_();
+        return gboolean{G_SOURCE_CONTINUE};
+      },
+      this);
+}
+
+Ticker::~Ticker() {
+  g_source_remove(source_);
 }
 
 }  // namespace menu

@@ -10,14 +10,28 @@ namespace menu {
 // Runs what is due now.
 void runPending();
 
-// Runs until `done` says so, which is asked after every event, or the time is over. Returns whether
-// it was done.
-bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit);
-
-// Runs until `done` says so.
+// Runs until `done` says so, which is asked after every event.
 void runUntil(const std::function<bool()>& done);
 
-// While it lives, Ctrl-C and SIGTERM do not kill the program but end its waiting.
+// While it lives, calls `tick` (which may be empty) after every period.
+class Ticker {
+ public:
+  Ticker(std::chrono::milliseconds period, std::function<void()> tick);
+  ~Ticker();
+  Ticker(const Ticker&) = delete;
+  Ticker& operator=(const Ticker&) = delete;
+
+  // Whether a period is over.
+  bool hasTicked() const { return ticked_; }
+
+ private:
+  std::function<void()> tick_;
+  bool ticked_ = false;
+  unsigned source_ = 0;
+};
+
+// While it lives, Ctrl-C, SIGTERM and SIGHUP do not kill the program but end its waiting, so that
+// it can leave things in order.
 class Interruption {
  public:
   Interruption();
@@ -28,9 +42,15 @@ class Interruption {
   // Runs until `done` says so or the program is asked to end. Returns whether it was done.
   bool runUntil(const std::function<bool()>& done) const;
 
+  // As above, for at most that long.
+  bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) const;
+
+  // Whether the program was asked to end.
+  bool isAsked() const { return asked_; }
+
  private:
   bool asked_ = false;
-  unsigned sources_[2] = {};
+  unsigned sources_[3] = {};
 };
 
 }  // namespace menu

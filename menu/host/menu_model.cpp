@@ -13,7 +13,7 @@ constexpr char kBusyAnimation[] = "loading";
 constexpr char kDeviceNameKey[] = "menu/network/devicename";
 constexpr const char* kSavedNetworkKeys[] = {"menu/network/SavedAP1", "menu/network/SavedAP2"};
 
-NetworkState stateOf(const std::string& icon) {
+NetworkState stateOfIcon(const std::string& icon) {
   if (icon.empty()) return NetworkState::kNone;
   return icon == kBusyAnimation ? NetworkState::kConnecting : NetworkState::kConnected;
 }
@@ -98,15 +98,15 @@ void MenuModel::readParts(const MenuNode& node, Item& item) {
   part([&] { item.name = provider_.displayName(node.key); });
   if (hasValue(node.kind)) {
     part([&] { item.value = provider_.stringValue(node.key); });
-    part([&] { item.position = provider_.intValue(node.key).value; });
+    part([&] { item.position = provider_.intValue(node.key); });
   }
   part([&] { item.help = provider_.helpText(node.key); });
   part([&] { item.titleIcon = provider_.titleIcon(node.key); });
   // For any item but the first saved network this is the icon of the second: the provider's answer.
   part([&] { item.statusIcon = provider_.statusIcon(node.key); });
   if (node.kind == ItemKind::kSavedNetwork) {
-    shownNetworks_[node.key] = item.name;
-    item.state = stateOf(item.statusIcon);
+    if (item.problems.empty()) shownNetworks_[node.key] = item.name;
+    item.state = stateOfIcon(item.statusIcon);
   }
   if (!node.listKey.empty()) part([&] { item.list = provider_.list(node.listKey); });
   if (std::ranges::any_of(item.list, asksFirst)) {
@@ -153,7 +153,7 @@ void MenuModel::set(const std::string& key, int value) {
   const int result = provider_.setInt(key, value);
   if (result < 0) {
     throw RefusedError("the TV did not set " + inQuotes(key) + ": set_int gave " +
-                       std::to_string(result));
+                       std::to_string(result) + "; VENTARO_LOG=stderr shows why");
   }
 }
 
@@ -164,12 +164,13 @@ void MenuModel::requireEnabled(const std::string& key) const {
 void MenuModel::rename(const std::string& name) {
   if (name.empty()) throw UnknownError("the name is empty; a name has at least one character");
   if (!isPlainText(name)) {
-    throw UnknownError("the name is not UTF-8 text without control characters");
+    throw UnknownError("the name must be one line of UTF-8 text without control characters");
   }
   requireEnabled(kDeviceNameKey);
   const int result = provider_.setString(kDeviceNameKey, name);
   if (result != 0) {
-    throw RefusedError("the TV did not store the name: set_string gave " + std::to_string(result));
+    throw RefusedError("the TV did not store the name: set_string gave " + std::to_string(result) +
+                       "; VENTARO_LOG=stderr shows why");
   }
 }
 
@@ -196,6 +197,11 @@ Item MenuModel::connect(int position) {
   asked.kind = ItemKind::kSavedNetwork;
   asked.name = name;
   return asked;
+}
+
+NetworkState MenuModel::stateOf(const Item& asked) const {
+  if (provider_.displayName(asked.key) != asked.name) return NetworkState::kNone;
+  return stateOfIcon(provider_.statusIcon(asked.key));
 }
 
 }  // namespace menu

@@ -79,6 +79,9 @@ class MenuModel {
   // or when it is no longer the one that was last read at that position. Returns its key and name.
   Item connect(int position);
 
+  // The state of a network that was asked to connect; none when another has taken its position.
+  NetworkState stateOf(const Item& asked) const;
+
  private:
   const MenuNode& find(const std::string& key) const;
   // The keys of the nodes that `wanted` accepts, a line each.

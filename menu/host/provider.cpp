@@ -14,9 +14,6 @@ namespace {
 // A list text fills at most this many bytes, and has no NUL when it fills them all.
 constexpr std::size_t kListTextSize = 256;
 
-// What tells an output that a callback left untouched from one that it wrote.
-constexpr int kUntouched = -0x5EED;
-
 // An entry may be a string ID, which is the menu's to look up, in the provider's text domain.
 std::string translated(std::string_view text) {
   const std::string sid(text);
@@ -86,10 +83,10 @@ std::optional<std::string> Provider::stringValue(const std::string& key) const {
   return takeText(value);
 }
 
-Provider::IntValue Provider::intValue(const std::string& key) const {
-  int value = kUntouched;
+std::optional<int> Provider::intValue(const std::string& key) const {
+  int value = 0;
   const int result = guarded("get_int", [&] { return table_->get_int(key.c_str(), &value); });
-  return {result, value == kUntouched ? std::nullopt : std::optional(value)};
+  return result == -1 ? std::nullopt : std::optional(value);
 }
 
 int Provider::setInt(const std::string& key, int value) const {

@@ -40,11 +40,8 @@ class Provider {
   // The value as text; nothing when the provider has none.
   std::optional<std::string> stringValue(const std::string& key) const;
 
-  struct IntValue {
-    int result;                // as get_int returns it
-    std::optional<int> value;  // nothing when it was left untouched
-  };
-  IntValue intValue(const std::string& key) const;
+  // Nothing when it cannot be read.
+  std::optional<int> intValue(const std::string& key) const;
 
   // Return what the callbacks return.
   int setInt(const std::string& key, int value) const;

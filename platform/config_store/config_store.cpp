@@ -44,9 +44,10 @@ void checkKey(const std::string& key) {
   };
   if (key.empty()) fail("it is empty");
   if (key.size() > kMaxKeySize) fail("it is longer than 511 bytes");
-  const bool inArea = (key.starts_with(kPersistent) && key.size() > kPersistent.size()) ||
-                      (key.starts_with(kVolatile) && key.size() > kVolatile.size());
-  if (!inArea) fail("it begins neither with \"db/\" nor with \"memory/\"");
+  if (!key.starts_with(kPersistent) && !key.starts_with(kVolatile)) {
+    fail("it begins neither with \"db/\" nor with \"memory/\"");
+  }
+  if (key == kPersistent || key == kVolatile) fail("it ends where its name should begin");
 }
 
 void checkValue(const std::string& key, const StoreValue& value) {
@@ -77,15 +78,28 @@ struct ConfigStore::Impl {
     }
     try {
       area.database.put(missing, Overwrite::kNo);
-    } catch (const StoreError&) {
-      // A store that can only be read shows what it holds.
+    } catch (const StoreError& error) {
+      // A store that can only be read, or is full, shows what it holds.
+      if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
     }
+  }
+
+  // A process must not open one database twice.
+  static void requireTwoFolders() {
+    if (std::filesystem::weakly_canonical(stateFolder()) !=
+        std::filesystem::weakly_canonical(runtimeFolder())) {
+      return;
+    }
+    throw StoreError(StoreCode::kUnavailable,
+                     "VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR are both " +
+                         stateFolder().string() + "; they must be two folders");
   }
 
   Area& open(std::unique_ptr<Area>& area, std::string_view prefix, Durability durability) {
     const std::lock_guard lock(mutex);
     if (area == nullptr) {
       const auto folder = durability == Durability::kSynced ? stateFolder() : runtimeFolder();
+      requireTwoFolders();
       try {
         auto opened = std::make_unique<Area>(folder, durability);
         seed(*opened, prefix);
@@ -102,7 +116,8 @@ struct ConfigStore::Impl {
                                         : open(transient, kVolatile, Durability::kInMemory);
   }
 
-  void put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
+  bool put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
+    bool changed = false;
     std::map<std::string, StoreValue> split[2];
     for (const auto& [key, value] : values) {
       checkKey(key);
@@ -112,11 +127,12 @@ struct ConfigStore::Impl {
     for (const auto& part : split) {
       if (part.empty()) continue;
       try {
-        areaOf(part.begin()->first).database.put(part, overwrite);
+        changed = areaOf(part.begin()->first).database.put(part, overwrite) || changed;
       } catch (const StoreError& error) {
         throw StoreError(error.code(), inQuotes(part.begin()->first) + ": " + error.what());
       }
     }
+    return changed;
   }
 };
 
@@ -142,8 +158,8 @@ void ConfigStore::set(const std::map<std::string, StoreValue>& values) {
   impl_->put(values, Overwrite::kYes);
 }
 
-void ConfigStore::setAbsent(const std::map<std::string, StoreValue>& values) {
-  impl_->put(values, Overwrite::kNo);
+bool ConfigStore::setAbsent(const std::map<std::string, StoreValue>& values) {
+  return impl_->put(values, Overwrite::kNo);
 }
 
 std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) const {

@@ -207,6 +207,21 @@ void makeFolder(const std::filesystem::path& folder) {
   if (error) throw StoreError(codeOf(error.value()), "cannot make the folder: " + error.message());
 }
 
+// LMDB maps its lock file into memory as a file with holes: a disk that is full when it fills them
+// would kill the process.
+void reserveLockFile(const std::filesystem::path& path) {
+  constexpr off_t kSize = 64 * (kMaxReaders + 4);  // bytes; a line of the cache for each reader
+  const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kFileMode);
+  if (file < 0) throw StoreError(codeOf(errno), "cannot open " + path.string());
+  struct stat info {};
+  const bool isThere = fstat(file, &info) == 0 && info.st_size >= kSize;
+  const int error = isThere ? 0 : posix_fallocate(file, 0, kSize);
+  close(file);
+  if (error != 0) {
+    throw StoreError(codeOf(error), "cannot make " + path.string() + ": " + std::strerror(error));
+  }
+}
+
 }  // namespace
 
 Database::Database(const std::filesystem::path& folder, Durability durability)
@@ -236,6 +251,7 @@ void Database::openEnvironment(const std::filesystem::path& folder, unsigned fla
   check(mdb_env_set_mapsize(environment, kMapSize), "cannot open");
   check(mdb_env_set_maxdbs(environment, kTables), "cannot open");
   check(mdb_env_set_maxreaders(environment, kMaxReaders), "cannot open");
+  if ((flags & MDB_NOLOCK) == 0) reserveLockFile(folder / "lock.mdb");
   check(mdb_env_open(environment, folder.c_str(), flags, kFileMode), "cannot open");
   if ((flags & MDB_NOLOCK) == 0) dropDeadReaders(environment);
 }
@@ -278,9 +294,12 @@ std::map<std::string, StoreValue> Database::list(const std::string& prefix) cons
   return found;
 }
 
-void Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
-  if (values.empty()) return;
-  if (readOnly_) throw StoreError(StoreCode::kReadOnly, "the folder cannot be written");
+bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
+  if (values.empty()) return false;
+  if (readOnly_) {
+    throw StoreError(StoreCode::kReadOnly,
+                     "the folder cannot be written: " + noticeFile_.parent_path().string());
+  }
   bool changed = false;
   try {
     changed = write(environment_.get(), {values_, journal_}, values, overwrite);
@@ -289,6 +308,7 @@ void Database::put(const std::map<std::string, StoreValue>& values, Overwrite ov
     changed = write(environment_.get(), {values_, journal_}, values, overwrite);
   }
   if (changed) wakeSubscribers();
+  return changed;
 }
 
 std::uint64_t Database::lastChange() const {

@@ -35,7 +35,8 @@ class Database {
   std::map<std::string, host::StoreValue> list(const std::string& prefix) const;
 
   // Writes the values in one transaction, each with its journal entry, and wakes the subscribers.
-  void put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
+  // Returns whether it wrote any.
+  bool put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
 
   // The number of the last change; 0 when there was none.
   std::uint64_t lastChange() const;

@@ -11,6 +11,8 @@
 
 #include "platform/log.h"
 
+#include "platform/log.h"
+
 namespace platform {
 
 using host::StoreCode;
@@ -122,7 +124,13 @@ void Notifier::deliver(const Database::Change& change) {
       if (found == subscribers_.end()) continue;  // ended by a subscriber before it
       subscriber = found->second;
     }
-    subscriber->changed(change.key);
+    // An exception must not reach the main loop, which is C; and the others want to be told, too.
+    try {
+      subscriber->changed(change.key);
+    } catch (const std::exception& error) {
+      __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
+                   "a subscriber of %s raised: %s", change.key.c_str(), error.what());
+    }
   }
 }
 

@@ -38,6 +38,10 @@ int guarded(const char* function, const std::function<void()>& action) {
                    error.what());
     }
     return static_cast<int>(error.code());
+  } catch (const std::exception& error) {
+    __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE", "%s: %s", function,
+                 error.what());
+    return static_cast<int>(StoreCode::kUnavailable);
   }
 }
 

@@ -2,12 +2,13 @@
 
 #include <fcntl.h>
 #include <glib.h>
-#include <json/reader.h>
 #include <json/value.h>
 #include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <vector>
 
 #include "../config_store/folders.h"
@@ -17,12 +18,12 @@
 #include "platform/log.h"
 #include "saved_networks.h"
 #include "simulated_network.h"
+#include "stored_json.h"
 
 namespace platform::host {
 
 namespace {
 
-constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
 constexpr char kRadioKey[] = "memory/host/network/radio";
 constexpr char kConnect[] = "1";
 
@@ -32,7 +33,10 @@ class ServiceLock {
   ServiceLock() {
     const auto path = runtimeFolder() / "network-service.lock";
     file_ = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (file_ < 0) throw StoreError(StoreCode::kReadOnly, "cannot open " + path.string());
+    if (file_ < 0) {
+      throw StoreError(StoreCode::kUnavailable,
+                       "cannot open " + path.string() + ": " + std::strerror(errno));
+    }
     held_ = flock(file_, LOCK_EX | LOCK_NB) == 0;
   }
   ~ServiceLock() { close(file_); }
@@ -50,21 +54,10 @@ void logLine(const std::string& text) {
   __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "NETWORK_SERVICE", "%s", text.c_str());
 }
 
-// The network that a command asks to connect to; nothing for any other text.
-std::optional<std::string> networkToConnect(const std::string& command) {
-  Json::Value root;
-  std::string errors;
-  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
-  try {
-    const bool parsed =
-        reader->parse(command.data(), command.data() + command.size(), &root, &errors);
-    if (!parsed || !root.isObject() || root["COMMAND"] != kConnect || !root["SSID"].isString()) {
-      return std::nullopt;
-    }
-    return root["SSID"].asString();
-  } catch (const Json::Exception&) {
-    return std::nullopt;
-  }
+// The object that a key's text holds; an empty one when it holds none.
+Json::Value storedObject(const char* key) {
+  const Json::Value value = readStoredJson(key);
+  return value.isObject() ? value : Json::objectValue;
 }
 
 SimulatedNetwork& simulatedNetwork() {
@@ -86,11 +79,13 @@ struct NetworkService::Impl {
 
   void start() {
     radioWasOn = simulatedNetwork().isRadioOn();
+    if (!radioWasOn) drop();
     // A connection that a killed service left half-done starts again.
     if (const std::string ssid = simulatedNetwork().connecting(); !ssid.empty()) connect(ssid);
-    commands = ConfigStore::instance().subscribe(kCommandKey, [this](const std::string& key) {
-      if (key == kCommandKey) obeyCommand();
-    });
+    commands =
+        ConfigStore::instance().subscribe(kConnectCommandKey, [this](const std::string& key) {
+          if (key == kConnectCommandKey) obeyCommand();
+        });
     radio = ConfigStore::instance().subscribe(kRadioKey, [this](const std::string& key) {
       if (key == kRadioKey) followRadio();
     });
@@ -108,9 +103,7 @@ struct NetworkService::Impl {
 
   void obeyCommand() {
     guarded([this] {
-      const auto value = ConfigStore::instance().get(kCommandKey);
-      const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;
-      const auto ssid = text != nullptr ? networkToConnect(*text) : std::nullopt;
+      const auto ssid = commandedNetwork();
       if (!ssid) return logLine("ignored a command that is not to connect");
       connect(*ssid);
     });
@@ -135,12 +128,13 @@ struct NetworkService::Impl {
   void connect(const std::string& ssid) {
     SimulatedNetwork& network = simulatedNetwork();
     const std::vector<AccessPoint> points = network.accessPoints();
-    if (!network.isRadioOn()) return refuse(ssid, "Wi-Fi is off");
+    if (!network.isRadioOn()) return answer(ssid, "Wi-Fi is off");
     if (std::ranges::find(points, ssid, &AccessPoint::ssid) == points.end()) {
-      return refuse(ssid, "there is no such network");
+      return answer(ssid, "there is no such network within reach");
     }
     stopTimer();
     setAndPublish("", ssid);
+    answer(ssid, "");
     const auto time = static_cast<guint>(network.connectTime().count());
     timer = g_timeout_add(
         time,
@@ -153,11 +147,16 @@ struct NetworkService::Impl {
         this);
   }
 
-  // The state is published all the same: whoever asked waits for an answer.
-  void refuse(const std::string& ssid, const char* reason) {
-    logLine("cannot connect to \"" + ssid + "\": " + reason);
-    const SimulatedNetwork& network = simulatedNetwork();
-    publishSavedNetworks(network.accessPoints(), network.connected(), network.connecting());
+  static void answer(const std::string& ssid, const char* refusal) {
+    if (*refusal != '\0') {
+      logLine("cannot connect to \"" + ssid + "\": " + refusal);
+      const SimulatedNetwork& network = simulatedNetwork();
+      publishStates(network.accessPoints(), network.connected(), network.connecting());
+    }
+    Json::Value answer(Json::objectValue);
+    answer["ssid"] = ssid;
+    answer["refusal"] = refusal;
+    ConfigStore::instance().set(kConnectAnswerKey, jsonLine(answer));
   }
 
   void complete() {
@@ -169,13 +168,16 @@ struct NetworkService::Impl {
 
   void drop() {
     stopTimer();
-    setAndPublish("", "");
+    const SimulatedNetwork& network = simulatedNetwork();
+    if (!network.connected().empty() || !network.connecting().empty() || radioWasOn) {
+      setAndPublish("", "");
+    }
   }
 
   void setAndPublish(const std::string& connected, const std::string& connecting) {
     SimulatedNetwork& network = simulatedNetwork();
     network.setConnection(connected, connecting);
-    publishSavedNetworks(network.accessPoints(), connected, connecting);
+    publishStates(network.accessPoints(), connected, connecting);
   }
 
   void stopTimer() {
@@ -204,14 +206,24 @@ std::unique_ptr<NetworkService> NetworkService::start() {
   return service;
 }
 
+std::optional<ConnectAnswer> lastConnectAnswer() {
+  const Json::Value answer = storedObject(kConnectAnswerKey);
+  if (!answer["ssid"].isString() || !answer["refusal"].isString()) return std::nullopt;
+  return ConnectAnswer{answer["ssid"].asString(), answer["refusal"].asString()};
+}
+
+std::optional<std::string> commandedNetwork() {
+  const Json::Value command = storedObject(kConnectCommandKey);
+  if (command["COMMAND"] != kConnect || !command["SSID"].isString()) return std::nullopt;
+  return command["SSID"].asString();
+}
+
 void openNetwork() {
   network();
 }
 
 void loadScenario(const std::string& nameOrPath) {
-  simulatedNetwork();
-  SimulatedNetwork::load(readScenario(findResource("scenarios", nameOrPath)), nameOrPath,
-                         SimulatedNetwork::Publish::kAlways);
+  SimulatedNetwork::load(readScenario(findResource("scenarios", nameOrPath)), nameOrPath);
 }
 
 }  // namespace platform::host

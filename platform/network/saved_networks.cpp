@@ -1,9 +1,9 @@
 #include "saved_networks.h"
 
 #include <json/value.h>
-#include <json/writer.h>
 
 #include "platform/host/config_store.h"
+#include "stored_json.h"
 
 namespace platform {
 
@@ -36,11 +36,21 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
     entry["STATUS"] = statusOf(point.ssid, connected, connecting);
   }
   document["count"] = static_cast<int>(values.size());
-  Json::StreamWriterBuilder writer;
-  writer["indentation"] = "";
-  writer["emitUTF8"] = true;
-  const std::string text = Json::writeString(writer, document);
+  const std::string text = jsonLine(document);
   ConfigStore::instance().set({{kDocumentKey, text}, {kPublishedKey, text}});
+}
+
+void publishStates(const std::vector<AccessPoint>& points, const std::string& connected,
+                   const std::string& connecting) {
+  if (!isDocumentOfSomebodyElse()) return publishSavedNetworks(points, connected, connecting);
+  Json::Value document = readStoredJson(kDocumentKey);
+  if (!document.isObject() || !document["values"].isArray()) return;
+  Json::Value& values = document["values"];
+  for (Json::Value& entry : values) {
+    if (!entry.isObject() || !entry["SSID"].isString()) continue;
+    entry["STATUS"] = statusOf(entry["SSID"].asString(), connected, connecting);
+  }
+  ConfigStore::instance().set(kDocumentKey, jsonLine(document));
 }
 
 bool isDocumentOfSomebodyElse() {

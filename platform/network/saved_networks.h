@@ -14,6 +14,11 @@ namespace platform {
 void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::string& connected,
                           const std::string& connecting);
 
+// Publishes a change of state: as above, but of a document that somebody else wrote only the states
+// of its networks are changed.
+void publishStates(const std::vector<AccessPoint>& points, const std::string& connected,
+                   const std::string& connecting);
+
 // Whether somebody else than publishSavedNetworks() wrote the document that is in the store.
 bool isDocumentOfSomebodyElse();
 

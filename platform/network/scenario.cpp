@@ -25,6 +25,11 @@ Profile readProfile(const JsonFile& file, const Json::Value& entry) {
   return {file.text(entry, "name"), type == "wifi" ? ProfileType::kWifi : ProfileType::kEthernet};
 }
 
+bool hasAccessPoint(const Scenario& scenario, const std::string& ssid) {
+  return std::ranges::find(scenario.accessPoints, ssid, &AccessPoint::ssid) !=
+         scenario.accessPoints.end();
+}
+
 int readConnectTime(const JsonFile& file) {
   const int milliseconds = file.integer(file.root(), "connect_milliseconds");
   if (milliseconds < 0 || milliseconds > kLongestConnectMilliseconds) {
@@ -42,16 +47,16 @@ Scenario readScenario(const std::filesystem::path& path) {
   scenario.connected = file.text(file.root(), "connected");
   scenario.connectTime = std::chrono::milliseconds(readConnectTime(file));
   for (const Json::Value& entry : file.array(file.root(), "access_points")) {
-    scenario.accessPoints.push_back(readAccessPoint(file, entry));
+    const AccessPoint point = readAccessPoint(file, entry);
+    if (point.ssid.empty() || hasAccessPoint(scenario, point.ssid)) {
+      file.expected("a name that no other access point has", "ssid", entry["ssid"]);
+    }
+    scenario.accessPoints.push_back(point);
   }
   for (const Json::Value& entry : file.array(file.root(), "profiles")) {
     scenario.profiles.push_back(readProfile(file, entry));
   }
-  const bool known = scenario.connected.empty() ||
-                     std::ranges::any_of(scenario.accessPoints, [&](const AccessPoint& point) {
-                       return point.ssid == scenario.connected;
-                     });
-  if (!known) {
+  if (!scenario.connected.empty() && !hasAccessPoint(scenario, scenario.connected)) {
     file.expected("the ssid of one of the access points, or \"\"", "connected",
                   file.root()["connected"]);
   }

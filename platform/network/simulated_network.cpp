@@ -1,17 +1,16 @@
 #include "simulated_network.h"
 
-#include <json/reader.h>
 #include <json/value.h>
-#include <json/writer.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <memory>
+#include <map>
 
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "platform/host/resources.h"
 #include "saved_networks.h"
+#include "stored_json.h"
 
 namespace platform {
 
@@ -31,26 +30,10 @@ T valueOf(const std::string& name, T otherwise) {
   return typed != nullptr ? *typed : otherwise;
 }
 
-std::string toText(const Json::Value& value) {
-  Json::StreamWriterBuilder writer;
-  writer["indentation"] = "";
-  writer["emitUTF8"] = true;
-  return Json::writeString(writer, value);
-}
-
 // The array that a person may have changed; anything that is none counts as empty.
-Json::Value toArray(const std::string& text) {
-  Json::Value root;
-  std::string errors;
-  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
-  try {
-    if (reader->parse(text.data(), text.data() + text.size(), &root, &errors) && root.isArray()) {
-      return root;
-    }
-  } catch (const Json::Exception&) {
-    // Nested too deep.
-  }
-  return Json::arrayValue;
+Json::Value storedArray(const std::string& name) {
+  const Json::Value value = readStoredJson(kPrefix + name);
+  return value.isArray() ? value : Json::arrayValue;
 }
 
 std::string textMember(const Json::Value& entry, const char* name) {
@@ -83,30 +66,49 @@ Json::Value toJson(const std::vector<Profile>& profiles) {
   return array;
 }
 
+std::string connectedOf(const Scenario& scenario) {
+  return scenario.radioOn ? scenario.connected : "";
+}
+
+std::map<std::string, StoreValue> stateOf(const Scenario& scenario, const std::string& name) {
+  return {
+      {kPrefix + "radio", scenario.radioOn},
+      {kPrefix + "connected", connectedOf(scenario)},
+      {kPrefix + "connecting", ""},
+      {kPrefix + "connect_milliseconds", static_cast<int>(scenario.connectTime.count())},
+      {kPrefix + "access_points", jsonLine(toJson(scenario.accessPoints))},
+      {kPrefix + "profiles", jsonLine(toJson(scenario.profiles))},
+      {kPrefix + "scenario", name},
+  };
+}
+
+void publish(const Scenario& scenario) {
+  publishSavedNetworks(scenario.accessPoints, connectedOf(scenario), "");
+}
+
 }  // namespace
 
 SimulatedNetwork::SimulatedNetwork() {
   const char* variable = std::getenv("VENTARO_SCENARIO");
   const std::string wanted = variable != nullptr ? variable : "";
-  const auto held = valueOf<std::string>("scenario", "");
-  if (!held.empty() && (wanted.empty() || wanted == held)) return;
+  const std::string held = valueOf<std::string>("scenario", "");
+  const auto applied = valueOf<std::string>("scenario_variable", "");
+  if (!held.empty() && (wanted.empty() || wanted == applied)) return;
   const std::string name = wanted.empty() ? kDefaultScenario : wanted;
-  load(readScenario(host::findResource("scenarios", name)), name, Publish::kUnlessReplaced);
+  const Scenario scenario = readScenario(host::findResource("scenarios", name));
+  std::map<std::string, StoreValue> state = stateOf(scenario, name);
+  state.emplace(kPrefix + "scenario_variable", wanted);
+  if (!held.empty()) {
+    ConfigStore::instance().set(state);
+  } else if (!ConfigStore::instance().setAbsent(state)) {
+    return;  // another process was faster, and may have gone on from there
+  }
+  if (!isDocumentOfSomebodyElse()) publish(scenario);
 }
 
-void SimulatedNetwork::load(const Scenario& scenario, const std::string& name, Publish publish) {
-  const std::string connected = scenario.radioOn ? scenario.connected : "";
-  ConfigStore::instance().set({
-      {kPrefix + "radio", scenario.radioOn},
-      {kPrefix + "connected", connected},
-      {kPrefix + "connecting", ""},
-      {kPrefix + "connect_milliseconds", static_cast<int>(scenario.connectTime.count())},
-      {kPrefix + "access_points", toText(toJson(scenario.accessPoints))},
-      {kPrefix + "profiles", toText(toJson(scenario.profiles))},
-      {kPrefix + "scenario", name},
-  });
-  if (publish == Publish::kUnlessReplaced && isDocumentOfSomebodyElse()) return;
-  publishSavedNetworks(scenario.accessPoints, connected, "");
+void SimulatedNetwork::load(const Scenario& scenario, const std::string& name) {
+  ConfigStore::instance().set(stateOf(scenario, name));
+  publish(scenario);
 }
 
 bool SimulatedNetwork::isRadioOn() {
@@ -132,7 +134,7 @@ std::optional<AccessPoint> SimulatedNetwork::connectedAccessPoint() {
 
 std::vector<Profile> SimulatedNetwork::profiles() {
   std::vector<Profile> profiles;
-  for (const Json::Value& entry : toArray(valueOf<std::string>("profiles", ""))) {
+  for (const Json::Value& entry : storedArray("profiles")) {
     const bool ethernet = textMember(entry, "type") == "ethernet";
     profiles.push_back(
         {textMember(entry, "name"), ethernet ? ProfileType::kEthernet : ProfileType::kWifi});
@@ -146,7 +148,7 @@ void SimulatedNetwork::setEthernetEap(const Profile& profile, bool on) {
 
 std::vector<AccessPoint> SimulatedNetwork::accessPoints() const {
   std::vector<AccessPoint> points;
-  for (const Json::Value& entry : toArray(valueOf<std::string>("access_points", ""))) {
+  for (const Json::Value& entry : storedArray("access_points")) {
     const bool saved = entry.isObject() && entry["saved"].isBool() && entry["saved"].asBool();
     points.push_back({textMember(entry, "ssid"), intMember(entry, "frequency_mhz"),
                       intMember(entry, "signal_dbm"), saved});

@@ -1,7 +1,8 @@
 // A network that exists in the configuration store only, below "memory/host/network/", so that
 // every process sees the same radio and a person can change it while the menu runs:
 //
-//   scenario              string  the file that the state was loaded from
+//   scenario              string  the scenario that the state was loaded from, as it was named
+//   scenario_variable     string  the value of $VENTARO_SCENARIO that was last heeded
 //   radio                 bool    whether Wi-Fi is on
 //   connected             string  the SSID of the connected access point, or empty
 //   connecting            string  the SSID that the network service is connecting to, or empty
@@ -23,7 +24,7 @@ namespace platform {
 class SimulatedNetwork : public Network {
  public:
   // Loads the scenario that $VENTARO_SCENARIO names (a name or a path; default "home"), unless the
-  // store holds one already and the variable does not ask for another.
+  // store holds one already and the variable is not set, or was heeded before.
   SimulatedNetwork();
 
   bool isRadioOn() override;
@@ -39,11 +40,8 @@ class SimulatedNetwork : public Network {
   std::chrono::milliseconds connectTime() const;
   void setConnection(const std::string& connected, const std::string& connecting);
 
-  enum class Publish { kAlways, kUnlessReplaced };
-
-  // Makes the store's state that of the scenario, and publishes it; kUnlessReplaced leaves a
-  // document of saved networks alone that somebody else wrote.
-  static void load(const Scenario& scenario, const std::string& name, Publish publish);
+  // Makes the store's state that of the scenario, and publishes its saved networks.
+  static void load(const Scenario& scenario, const std::string& name);
 };
 
 }  // namespace platform

@@ -43,7 +43,8 @@ std::filesystem::path resourceRoot() {
   const std::filesystem::path start = libraryFolder();
   for (auto folder = start; folder != folder.root_path(); folder = folder.parent_path()) {
     const auto candidate = folder / "share/ventaro";
-    if (std::filesystem::is_directory(candidate)) return candidate;
+    std::error_code error;
+    if (std::filesystem::is_directory(candidate, error)) return candidate;
   }
   return start.parent_path() / "share/ventaro";
 }
@@ -71,9 +72,9 @@ std::vector<std::string> resourceNames(const std::string& folder) {
 
 const char* platform_mkpath(int root, const char* relative) {
   if (platform::injectedFault("platform_mkpath") != 0) return nullptr;
-  if (root != PLATFORM_ROOT_RESOURCES || relative == nullptr) {
+  if (root != PLATFORM_ROOT_RESOURCES || relative == nullptr || *relative == '/') {
     __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "PATH",
-                 "platform_mkpath: there is no root %d, or no path", root);
+                 "platform_mkpath: there is no root %d, or no relative path", root);
     return nullptr;
   }
   thread_local std::string path;

@@ -61,7 +61,7 @@ def test_no_wait_asks_and_leaves_it_to_the_network_service(tv):
 
 def test_does_not_connect_while_wifi_is_off(tv):
     tv.out("set", WIFI, "0")
-    assert "Garden Shed did not connect" in tv.error(1, "connect", "2")
+    assert "Garden Shed did not connect: Wi-Fi is off" in tv.error(1, "connect", "2")
     assert statuses(tv) == ["Disconnected", "Disconnected"]
 
 
@@ -89,9 +89,9 @@ def test_a_list_that_changed_under_the_cursor_never_connects_to_another_network(
 
 def test_a_network_out_of_reach_does_not_connect(tv):
     tv.publish(("Boat", -50, ""))
-    done = tv.run("connect", "1")
-    assert done.returncode == 1
-    assert "Boat" not in tv.stored("memory/host/network/connected")
+    assert tv.error(1, "connect", "1") == (
+        "ventaro: Boat did not connect: there is no such network within reach\n")
+    assert tv.item("menu/network/SavedAP1")["name"] == "Boat"  # the document is not the service's
 
 
 def test_loading_a_scenario_starts_over(tv):
@@ -99,4 +99,4 @@ def test_loading_a_scenario_starts_over(tv):
     del tv.env["VENTARO_SCENARIO"]
     assert tv.out("network", "load", "home") == "Loaded the scenario home.\n"
     assert statuses(tv) == ["Connected", "Disconnected"]
-    assert 'there is no "hom"' in tv.error(1, "network", "load", "hom")
+    assert 'there is no scenario "hom"; there are: ' in tv.error(2, "network", "load", "hom")

@@ -2,6 +2,7 @@
 
 import os
 import pty
+import subprocess
 
 WIFI = "menu/network/WiFiOnOff"
 
@@ -54,16 +55,28 @@ def test_the_network_service_runs_inside(tv):
     assert shell.finish() == 0
 
 
-def test_a_person_gets_a_prompt(tv):
+def test_a_person_gets_a_prompt_beside_the_output(tv):
     leader, follower = pty.openpty()
-    shell = tv.start("get", WIFI)  # makes the store, so that the pty shows the shell alone
-    shell.popen.wait()
-    import subprocess
-    program = os.environ["VENTARO_PROGRAM"]
-    with subprocess.Popen([program, "shell"], stdin=follower, stdout=subprocess.PIPE, text=True,
+    tv.out("show")
+    with subprocess.Popen([os.environ["VENTARO_PROGRAM"], "shell"], stdin=follower,
+                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
                           env=tv.env) as person:
         os.write(leader, f"get {WIFI} --brief\nexit\n".encode())
-        assert person.stdout.read() == "ventaro> Wi-Fi   On\nventaro> "
-        assert person.wait() == 0
+        assert person.communicate() == ("Wi-Fi   On\n", "ventaro> ventaro> ")
+        assert person.returncode == 0
     os.close(leader)
     os.close(follower)
+
+
+def test_a_script_may_have_blanks_comments_and_the_line_ends_of_other_systems(tv):
+    done = tv.run("shell", stdin=f"  # all of it\r\n#\n\r\n get {WIFI} --brief \r\n exit \r\nshow\n")
+    assert (done.returncode, done.stdout, done.stderr) == (0, "Wi-Fi   On\n", "")
+
+
+def test_a_request_to_end_ends_the_shell_and_its_commands(tv):
+    shell = tv.start("shell")
+    shell.type("network serve")
+    shell.type(f"get {WIFI} --brief")
+    assert shell.line() != ""
+    shell.popen.terminate()
+    assert shell.popen.wait(60) == 130

@@ -156,7 +156,7 @@ TEST_F(Service, RefusesANetworkThatThereIsNot) {
   start();
   for (const char* ssid : {"Castle", "", "attic"}) {
     const std::string reason = "main NETWORK_SERVICE: cannot connect to \"" + std::string(ssid) +
-                               "\": there is no such network";
+                               "\": there is no such network within reach";
     connectTo(ssid);
     ASSERT_TRUE(iterateUntil([&] { return countLogged(reason) == 1; })) << ssid;
     EXPECT_EQ(connectedNetwork(), "Attic");
@@ -216,6 +216,15 @@ TEST_F(Service, PublishesThatTheRadioWentOff) {
   start();
   EXPECT_EQ(wifi_set_enable_qx(0), 0);
   EXPECT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+}
+
+TEST_F(Service, FollowsARadioThatAPersonSwitches) {
+  start();
+  setNetworkState("radio", false);
+  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
+  EXPECT_EQ(networkState("connected"), StoreValue(""));
+  setNetworkState("radio", true);
+  EXPECT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
 }
 
 TEST_F(Service, StopsConnectingWhenTheRadioGoesOff) {
@@ -349,8 +358,8 @@ TEST_F(Service, KeepsTheConnectionOfAScenarioThatBringsTheRadioOn) {
   ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
   loadScenario(write("other.json", scenarioText(kForEver, "Shed")));
   connectTo("Castle");  // what is answered last
-  ASSERT_TRUE(
-      iterateUntil([&] { return countLogged("\"Castle\": there is no such network") == 1; }));
+  ASSERT_TRUE(iterateUntil(
+      [&] { return countLogged("\"Castle\": there is no such network within reach") == 1; }));
   EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connected");
   EXPECT_EQ(connectedNetwork(), "Shed");
 }
@@ -364,7 +373,7 @@ TEST_F(Service, FollowsTheAccessPointsThatAPersonChanges) {
   setNetworkState("access_points", "[broken");
   connectTo("New");
   ASSERT_TRUE(publishes(""));
-  EXPECT_EQ(countLogged("cannot connect to \"New\": there is no such network"), 1);
+  EXPECT_EQ(countLogged("cannot connect to \"New\": there is no such network within reach"), 1);
 }
 
 TEST_F(Service, BelongsToTheSimulatedNetwork) {

@@ -45,8 +45,8 @@ TEST_F(Paths, NeedNotExist) {
 TEST_F(Paths, OfAnotherRootAreNone) {
   for (const int root : {0, 1, 43, 45, -1}) {
     EXPECT_EQ(platform_mkpath(root, "res"), nullptr) << root;
-    EXPECT_TRUE(
-        logged("platform_mkpath: there is no root " + std::to_string(root) + ", or no path"));
+    EXPECT_TRUE(logged("platform_mkpath: there is no root " + std::to_string(root) +
+                       ", or no relative path"));
   }
 }
 

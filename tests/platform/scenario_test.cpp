@@ -281,6 +281,12 @@ TEST_F(NetworkState, CanBeChangedWhileTheProgramRuns) {
   EXPECT_EQ(countProfiles(), 1);
 }
 
+TEST_F(NetworkState, OfARadioThatIsOffIsNotConnected) {
+  EXPECT_EQ(connectedNetwork(), "Attic");
+  setNetworkState("radio", false);
+  EXPECT_EQ(connectedNetwork(), "none");
+}
+
 TEST_F(NetworkState, OfAnotherTypeCountsAsNotThere) {
   openNetwork();
   setNetworkState("radio", "yes");

@@ -74,6 +74,7 @@ void PrintTo(const BadKey& bad, std::ostream* out) {
 }
 
 constexpr char kNoArea[] = "it begins neither with \"db/\" nor with \"memory/\"";
+constexpr char kNoName[] = "it ends where its name should begin";
 constexpr char kTooLong[] = "it is longer than 511 bytes";
 
 class StoreRefusesKey : public PlatformTest, public testing::WithParamInterface<BadKey> {};
@@ -81,8 +82,8 @@ class StoreRefusesKey : public PlatformTest, public testing::WithParamInterface<
 INSTANTIATE_TEST_SUITE_P(
     That, StoreRefusesKey,
     testing::Values(BadKey{"IsEmpty", "", "it is empty"},
-                    BadKey{"IsTheAreaDbAlone", "db/", kNoArea},
-                    BadKey{"IsTheAreaMemoryAlone", "memory/", kNoArea},
+                    BadKey{"IsTheAreaDbAlone", "db/", kNoName},
+                    BadKey{"IsTheAreaMemoryAlone", "memory/", kNoName},
                     BadKey{"HasNoSlash", "db", kNoArea}, BadKey{"IsOfNoArea", "file/key", kNoArea},
                     BadKey{"BeginsWithASlash", "/db/key", kNoArea},
                     BadKey{"BeginsInCapitals", "DB/key", kNoArea},
@@ -206,8 +207,9 @@ TEST_F(AReadOnlyStore, SaysSoInTheLog) {
     testing::internal::CaptureStderr();
     vconf_set_int("db/kept", 6);
     const std::string line = testing::internal::GetCapturedStderr();
-    EXPECT_TRUE(line.ends_with(
-        "system CONFIG_STORE: vconf_set_int: \"db/kept\": the folder cannot be written\n"))
+    EXPECT_NE(line.find("system CONFIG_STORE: vconf_set_int: \"db/kept\": the folder cannot be "
+                        "written: /"),
+              std::string::npos)
         << line;
   });
 }

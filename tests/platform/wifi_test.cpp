@@ -49,6 +49,13 @@ TEST_F(Wifi, DropsTheConnectionWhenItGoesOff) {
   EXPECT_EQ(connectedNetwork(), "none") << "nobody has connected it again";
 }
 
+TEST_F(Wifi, GivesUpAConnectionUnderWayWhenItGoesOff) {
+  EXPECT_EQ(wifi_initialize(), 0);
+  setNetworkState("connecting", "Shed");
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  EXPECT_EQ(networkState("connecting"), StoreValue(""));
+}
+
 TEST_F(Wifi, IsOnForEveryNumberButZero) {
   for (const int enable : {1, 2, -1}) {
     EXPECT_EQ(wifi_set_enable_qx(0), 0);

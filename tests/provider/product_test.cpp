@@ -470,12 +470,12 @@ const EndlessName kEndlessNames[] = {
 };
 
 // Where the first token stands.
-constexpr std::size_t kStarts[] = {0, 1, 10, 1000, 2041, 2042, 2043, 2044, 2046, 2047, 2048, 3000};
+constexpr std::size_t kStarts[] = {0, 10, 2042, 2044, 2047, 3000};
 
 TEST_F(ReplaceText, EndsForANameThatHoldsTheTokenWithWhatItWouldHandOutInTheEnd) {
   for (const EndlessName& each : kEndlessNames) {
     for (const std::size_t start : kStarts) {
-      for (const std::size_t rest : {0U, 5U, 3000U}) {
+      for (const std::size_t rest : {0U, 3000U}) {
         const std::string before(start, 'b');
         const std::string text = before + "<<A>>" + std::string(rest, 'r') + "<<A>>";
         EXPECT_EQ(replaced(text, each.name), (before + each.replaced).substr(0, kMost))
@@ -508,7 +508,7 @@ TEST_F(AddProductName, EndsForANameThatHoldsTheTokenWithWhatWouldBeHandedOutInTh
     if (each.named.empty()) continue;
     callTelevision(each.name);
     for (const std::size_t start : kStarts) {
-      for (const std::size_t rest : {0U, 5U, 3000U}) {
+      for (const std::size_t rest : {0U, 3000U}) {
         const std::string before(start, 'b');
         std::string text = before + "<<A>>" + std::string(rest, 'r') + "<<A>>";
         CProductUtil::AddProductNameInSID(text);
@@ -606,11 +606,11 @@ class GeneratedReplaceText : public ReplaceText {
 TEST_F(GeneratedReplaceText, IsWhatReplacingFromTheStartGivesWhereverThatEnds) {
   Texts texts;
   int ended = 0;
-  for (int i = 0; i < 2500 && !HasFailure(); ++i) {
+  for (int i = 0; i < 1500 && !HasFailure(); ++i) {
     const std::string name = texts.name();
     if (compare(name, texts.text())) ++ended;
   }
-  EXPECT_GT(ended, 1500);
+  EXPECT_GT(ended, 900);
 }
 
 TEST_F(GeneratedReplaceText, EndsAlsoWhereThatDoesNot) {

@@ -9,11 +9,6 @@ namespace {
 
 class SavedNetworksObject : public ObjectTest {
  protected:
-  void SetUp() override {
-    ObjectTest::SetUp();
-    clearJournal();
-  }
-
   void read(const std::string& text) {
     store().set(kSavedNetworksKey, text);
     clearJournal();

@@ -198,7 +198,6 @@ TEST_F(SavedNetworks, AChangeWhileACallbackHoldsTheLockDoesNotWait) {
 TEST_F(SavedNetworks, AChangeWhileTheDocumentIsReadLeavesTheListAlone) {
   createWithObject();
   store().set(kSavedNetworksKey, kHomeAndOffice);
-  onCall("vconf_set_int", [] {});
   onCall("vconf_get_str", [] { store().notify(kSavedNetworksKey); });
   EXPECT_EQ(displayName(kSecond), "Office");
 }

@@ -402,6 +402,21 @@ TEST_F(WifiPower, TheListIsOffAndOnWithTheirIndicesAsValues) {
   EXPECT_EQ(list.value(1), 1);
 }
 
+TEST_F(WifiPower, ASwitchWhileTheTimerRemovesItselfKeepsItsOwnTimer) {
+  create();
+  set(1);
+  advanceTimers(kFirings - 1);
+  onCall("g_source_remove", [this] {
+    onCall("g_source_remove", nullptr);
+    setInt(key(), 0);
+  });
+  advanceTimers();
+  EXPECT_EQ(runningTimers(), 1);
+  clearJournal();
+  unload();  // fails when a timer is left
+  EXPECT_TRUE(calls().contains(call("g_source_remove", 2)));
+}
+
 TEST_F(WifiPower, TheListDoesNotAskTheRadio) {
   create();
   list();

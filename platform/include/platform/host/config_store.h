@@ -60,7 +60,7 @@ class PLATFORM_API Subscription {
   explicit Subscription(std::function<void()> end) : end_(std::move(end)) {}
   Subscription(Subscription&& other) noexcept : end_(std::exchange(other.end_, nullptr)) {}
   Subscription& operator=(Subscription&& other) noexcept {
-    std::swap(end_, other.end_);
+    const Subscription ended(std::exchange(end_, std::exchange(other.end_, nullptr)));
     return *this;
   }
   ~Subscription() {
@@ -86,15 +86,16 @@ class PLATFORM_API ConfigStore {
   // Sets several values. Those of "db/", and those of "memory/", become visible together.
   void set(const std::map<std::string, StoreValue>& values);
 
-  // As set(), but leaves the keys alone that have a value.
-  void setAbsent(const std::map<std::string, StoreValue>& values);
+  // As set(), but leaves the keys alone that have a value. Returns whether it set any.
+  bool setAbsent(const std::map<std::string, StoreValue>& values);
 
   // All values whose keys begin with `prefix`, in the order of their keys.
   std::map<std::string, StoreValue> list(const std::string& prefix) const;
 
   // Calls `changed` with the key after every set of a key that begins with `prefix`, by any
-  // process, also of an equal value. The calls come from the default GLib main context. A process
-  // that falls thousands of changes behind is told of each of its keys once.
+  // process, also of an equal value. The calls come from the default GLib main context; an
+  // exception that leaves one is logged and goes no further. A process that falls thousands of
+  // changes behind is told of each of its keys once.
   [[nodiscard]] Subscription subscribe(const std::string& prefix,
                                        std::function<void(const std::string& key)> changed);
 

@@ -19,6 +19,22 @@ PLATFORM_API void openNetwork();
 // ConfigurationError or StoreError.
 PLATFORM_API void loadScenario(const std::string& nameOrPath);
 
+// What the network service last answered to a command to connect. It answers before anything else
+// happens, at the store's key kConnectAnswerKey.
+struct ConnectAnswer {
+  std::string ssid;
+  std::string refusal;  // why it does not connect; empty when it does
+};
+inline constexpr char kConnectAnswerKey[] = "memory/host/network/answer";
+inline constexpr char kConnectCommandKey[] = "memory/NW-Daemon/Command";
+
+// Nothing when there was no answer yet. Raises StoreError.
+PLATFORM_API std::optional<ConnectAnswer> lastConnectAnswer();
+
+// The network that the stored command asks to connect to; nothing when there is no such command.
+// Raises StoreError.
+PLATFORM_API std::optional<std::string> commandedNetwork();
+
 // Runs while the object lives, from the default GLib main context. On a command it drops the
 // previous network, is Connecting for the scenario's time, and then Connected; when the radio goes
 // off it drops the connection, when it comes on it connects to the first saved network. Each change
