@@ -12,6 +12,7 @@
 #include "commands.h"
 #include "exit_codes.h"
 #include "output.h"
+#include "platform/host/resources.h"
 
 namespace {
 
@@ -47,7 +48,8 @@ bool takeGlobalOptions(std::vector<std::string>& words) {
 
 std::string providerFile() {
   const char* variable = std::getenv("VENTARO_PROVIDER");
-  return variable != nullptr && *variable != '\0' ? variable : "libventaro.so";
+  if (variable != nullptr && *variable != '\0') return variable;
+  return platform::host::libraryFolder() / "libventaro.so";
 }
 
 // Files that the program opens must not become its standard streams, where it would write into

@@ -144,9 +144,12 @@ int set(Session& session, const Options& options) {
 // state until that has settled.
 class Connection {
  public:
-  Connection(Session& session, Format format)
+  enum class Until { kAsked, kSettled };
+
+  Connection(Session& session, Format format, Until until)
       : session_(session), menu_(session.menu()), format_(format) {
     follow(platform::host::kConnectCommandKey, [this] { commandIsStored_ = true; });
+    if (until == Until::kAsked) return;
     follow(platform::host::kConnectAnswerKey, [this] { hear(); });
     follow("db/menu/network/TopSavedAP", [this] { look(); });
   }
@@ -236,7 +239,8 @@ int connect(Session& session, const Options& options) {
   const menu::Interruption interruption;
   session.menu();
   if (!options.noWait) session.serveNetwork();
-  Connection connection(session, formatOf(options.json));
+  Connection connection(session, formatOf(options.json),
+                        options.noWait ? Connection::Until::kAsked : Connection::Until::kSettled);
   const Item& asked = connection.ask(options.position);
   if (options.noWait) {
     if (options.json) {

@@ -85,21 +85,23 @@ struct ConfigStore::Impl {
   }
 
   // A process must not open one database twice.
-  static void requireTwoFolders() {
-    if (std::filesystem::weakly_canonical(stateFolder()) !=
-        std::filesystem::weakly_canonical(runtimeFolder())) {
+  static void requireOtherFolder(const std::filesystem::path& folder,
+                                 const std::unique_ptr<Area>& other) {
+    std::error_code error;  // a folder that is not there yet is another
+    if (other == nullptr ||
+        !std::filesystem::equivalent(folder, other->database.noticeFile().parent_path(), error)) {
       return;
     }
     throw StoreError(StoreCode::kUnavailable,
-                     "VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR are both " +
-                         stateFolder().string() + "; they must be two folders");
+                     "VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR are both " + folder.string() +
+                         "; they must be two folders");
   }
 
   Area& open(std::unique_ptr<Area>& area, std::string_view prefix, Durability durability) {
     const std::lock_guard lock(mutex);
     if (area == nullptr) {
       const auto folder = durability == Durability::kSynced ? stateFolder() : runtimeFolder();
-      requireTwoFolders();
+      requireOtherFolder(folder, durability == Durability::kSynced ? transient : persistent);
       try {
         auto opened = std::make_unique<Area>(folder, durability);
         seed(*opened, prefix);

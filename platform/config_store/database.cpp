@@ -210,7 +210,8 @@ void makeFolder(const std::filesystem::path& folder) {
 // LMDB maps its lock file into memory as a file with holes: a disk that is full when it fills them
 // would kill the process.
 void reserveLockFile(const std::filesystem::path& path) {
-  constexpr off_t kSize = 64 * (kMaxReaders + 4);  // bytes; a line of the cache for each reader
+  constexpr off_t kSize =
+      off_t{64} * (kMaxReaders + 4);  // bytes; a line of the cache for each reader
   const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kFileMode);
   if (file < 0) throw StoreError(codeOf(errno), "cannot open " + path.string());
   struct stat info {};

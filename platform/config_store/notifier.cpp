@@ -11,8 +11,6 @@
 
 #include "platform/log.h"
 
-#include "platform/log.h"
-
 namespace platform {
 
 using host::StoreCode;

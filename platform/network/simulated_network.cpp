@@ -91,7 +91,7 @@ void publish(const Scenario& scenario) {
 SimulatedNetwork::SimulatedNetwork() {
   const char* variable = std::getenv("VENTARO_SCENARIO");
   const std::string wanted = variable != nullptr ? variable : "";
-  const std::string held = valueOf<std::string>("scenario", "");
+  const auto held = valueOf<std::string>("scenario", "");
   const auto applied = valueOf<std::string>("scenario_variable", "");
   if (!held.empty() && (wanted.empty() || wanted == applied)) return;
   const std::string name = wanted.empty() ? kDefaultScenario : wanted;

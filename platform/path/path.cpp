@@ -16,14 +16,6 @@ namespace platform::host {
 
 namespace {
 
-std::filesystem::path libraryFolder() {
-  Dl_info info{};
-  dladdr(reinterpret_cast<const void*>(&platform_mkpath), &info);
-  std::error_code error;
-  const auto file = std::filesystem::canonical(info.dli_fname, error);
-  return error ? std::filesystem::path(info.dli_fname).parent_path() : file.parent_path();
-}
-
 bool isPath(const std::string& nameOrPath) {
   return nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json");
 }
@@ -35,6 +27,14 @@ std::string joined(const std::vector<std::string>& names) {
 }
 
 }  // namespace
+
+std::filesystem::path libraryFolder() {
+  Dl_info info{};
+  dladdr(reinterpret_cast<const void*>(&platform_mkpath), &info);
+  std::error_code error;
+  const auto file = std::filesystem::canonical(info.dli_fname, error);
+  return error ? std::filesystem::path(info.dli_fname).parent_path() : file.parent_path();
+}
 
 std::filesystem::path resourceRoot() {
   if (const char* root = std::getenv("VENTARO_RESOURCE_ROOT"); root != nullptr && *root != '\0') {

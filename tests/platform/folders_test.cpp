@@ -147,6 +147,17 @@ TEST_F(TemporaryFolder, ThatOthersCanReadIsRefused) {
   EXPECT_FALSE(holdsAStore(temporary_));
 }
 
+TEST_F(TemporaryFolder, ThatIsRefusedCostsTheDbKeysNothing) {
+  makeTemporary(0750, user_);
+  inOwnProcess([this] {
+    becomeUser(user_);
+    EXPECT_EQ(vconf_set_int("db/key", 1), 0);
+    int read = 0;
+    EXPECT_EQ(vconf_get_int("db/key", &read), 0);
+    EXPECT_EQ(read, 1);
+  });
+}
+
 TEST_F(TemporaryFolder, ThatOthersCanWriteIsRefused) {
   makeTemporary(0702, user_);
   expectSet(StoreCode::kUnavailable);

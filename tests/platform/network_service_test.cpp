@@ -15,18 +15,20 @@
 namespace platform_tests {
 namespace {
 
+using platform::host::commandedNetwork;
 using platform::host::ConfigurationError;
+using platform::host::kConnectAnswerKey;
+using platform::host::kConnectCommandKey;
+using platform::host::lastConnectAnswer;
 using platform::host::loadScenario;
 using platform::host::NetworkService;
-using platform::host::openNetwork;
 using platform::host::Subscription;
 
-constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
 constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr int kAMoment = 20;  // milliseconds
 
 void command(const std::string& text) {
-  store().set(kCommandKey, text);
+  store().set(kConnectCommandKey, text);
 }
 
 void connectTo(const std::string& ssid) {
@@ -164,6 +166,85 @@ TEST_F(Service, RefusesANetworkThatThereIsNot) {
   }
 }
 
+// "Shed: refusal", as the service last answered.
+std::string answer() {
+  const auto last = lastConnectAnswer();
+  return last ? last->ssid + ": " + last->refusal : "none";
+}
+
+TEST_F(Service, AnswersEveryCommandToConnect) {
+  start();
+  int answers = 0;
+  const auto subscription =
+      store().subscribe(kConnectAnswerKey, [&](const std::string&) { ++answers; });
+  EXPECT_EQ(answer(), "none");
+  connectTo("Shed");
+  ASSERT_TRUE(iterateUntil([&] { return answers == 1; }));
+  EXPECT_EQ(answer(), "Shed: ");
+  EXPECT_EQ(networkState("connecting"), StoreValue("Shed")) << "when it answers it has begun";
+  connectTo("Castle");
+  ASSERT_TRUE(iterateUntil([&] { return answers == 2; }));
+  EXPECT_EQ(answer(), "Castle: there is no such network within reach");
+  EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  connectTo("Shed");
+  ASSERT_TRUE(iterateUntil([&] { return answers == 3; }));
+  EXPECT_EQ(answer(), "Shed: Wi-Fi is off");
+}
+
+TEST_F(Service, HasGivenNoAnswerWhenWhatIsStoredIsNone) {
+  for (const char* text : {"", "[]", "5", "{", "{}", R"({"ssid": "Shed"})",
+                           R"({"ssid": 5, "refusal": ""})", R"({"ssid": "Shed", "refusal": 5})"}) {
+    store().set(kConnectAnswerKey, text);
+    EXPECT_EQ(answer(), "none") << text;
+  }
+  store().set(kConnectAnswerKey, 5);
+  EXPECT_EQ(answer(), "none");
+}
+
+TEST_F(Service, HasNoCommandWhenWhatIsStoredIsNone) {
+  EXPECT_EQ(commandedNetwork(), std::nullopt);
+  for (const char* text :
+       {"", "[]", "5", "{", "{}", R"({"COMMAND": "1"})", R"({"COMMAND": "2", "SSID": "Shed"})"}) {
+    command(text);
+    EXPECT_EQ(commandedNetwork(), std::nullopt) << text;
+  }
+  connectTo("Shed");
+  EXPECT_EQ(commandedNetwork(), "Shed");
+}
+
+TEST_F(Service, ChangesOfADocumentThatAPersonWroteTheStatesAlone) {
+  start();
+  store().set(kDocumentKey, R"({"count": 3, "mine": true, "values": [
+      {"SSID": "Shed", "SIGNAL_STRENGTH": -1, "STATUS": "odd", "own": 5},
+      {"SSID": "Castle", "SIGNAL_STRENGTH": -2, "STATUS": "odd"}, "no object"]})");
+  connectTo("Shed");
+  ASSERT_TRUE(iterateUntil([] { return networkState("connecting") == StoreValue("Shed"); }));
+  EXPECT_EQ(store().get(kDocumentKey),
+            StoreValue(
+                R"({"count":3,"mine":true,"values":[)"
+                R"({"SIGNAL_STRENGTH":-1,"SSID":"Shed","STATUS":"Connecting","own":5},)"
+                R"({"SIGNAL_STRENGTH":-2,"SSID":"Castle","STATUS":"Disconnected"},"no object"]})"));
+}
+
+TEST_F(Service, LeavesADocumentOfAPersonAloneThatItCannotRead) {
+  start();
+  for (const char* text : {"", "no document", "[]", "{}", R"({"values": 5})"}) {
+    store().set(kDocumentKey, text);
+    setNetworkState("connecting", "");
+    connectTo("Shed");
+    ASSERT_TRUE(iterateUntil([] { return networkState("connecting") == StoreValue("Shed"); }));
+    EXPECT_EQ(store().get(kDocumentKey), StoreValue(text));
+  }
+}
+
+TEST_F(Service, DropsAConnectionThatIsLeftOfARadioThatWentOffWithoutIt) {
+  inOwnProcess([] { EXPECT_EQ(connectedNetwork(), "Attic"); });
+  setNetworkState("radio", false);
+  start();
+  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Disconnected");
+  EXPECT_EQ(networkState("connected"), StoreValue(""));
+}
+
 TEST_F(Service, AnswersARefusedCommandWithTheUnchangedState) {
   start();
   connectTo("Castle");
@@ -203,8 +284,8 @@ TEST_F(Service, IgnoresWhatIsNoCommandToConnect) {
              ignored;
     })) << text.substr(0, 40);
   }
-  store().set(kCommandKey, 1);
-  store().set(kCommandKey, true);
+  store().set(kConnectCommandKey, 1);
+  store().set(kConnectCommandKey, true);
   ASSERT_TRUE(iterateUntil(
       [&] { return countLogged("ignored a command that is not to connect") == ignored + 2; }));
   EXPECT_EQ(connectedNetwork(), "Attic");

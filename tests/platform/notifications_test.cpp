@@ -2,9 +2,9 @@
 #include <dlfcn.h>
 #include <glib.h>
 
-#include <functional>
-#include <map>
+#include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/config_store.h"
@@ -317,6 +317,30 @@ TEST_F(ASubscriber, CanHandItsSubscriptionOn) {
   store().set("db/key", 1);
   hearAll();
   EXPECT_EQ(told, Keys{"db/key"});
+}
+
+TEST_F(ASubscriber, EndsTheSubscriptionThatIsReplaced) {
+  Keys first;
+  Keys second;
+  Subscription kept = listen("db/key", first);
+  Subscription replacing = listen("db/key", second);
+  kept = std::move(replacing);
+  store().set("db/key", 1);
+  hearAll();
+  EXPECT_EQ(first, Keys());
+  EXPECT_EQ(second, Keys{"db/key"});
+}
+
+TEST_F(ASubscriber, ThatRaisesIsLoggedAndDisturbsNobody) {
+  Keys told;
+  const auto raising = store().subscribe(
+      "db/key", [](const std::string&) { throw std::runtime_error("no, thank you"); });
+  const auto other = listen("db/key", told);
+  store().set("db/key", 1);
+  store().set("db/key", 2);
+  hearAll();
+  EXPECT_EQ(told, Keys(2, "db/key"));
+  EXPECT_TRUE(logged("system CONFIG_STORE: a subscriber of db/key raised: no, thank you"));
 }
 
 struct CCall {

@@ -52,6 +52,7 @@ TEST_F(Paths, OfAnotherRootAreNone) {
 
 TEST_F(Paths, WithoutARelativePathAreNone) {
   EXPECT_EQ(platform_mkpath(44, nullptr), nullptr);
+  EXPECT_EQ(platform_mkpath(44, "/etc/hosts"), nullptr);
 }
 
 TEST_F(Paths, StayUntilTheNextCallOfTheSameThread) {

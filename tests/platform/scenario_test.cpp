@@ -126,6 +126,30 @@ TEST_F(AScenario, IsLoadedOverAnotherByAProcessThatNamesAnother) {
   EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Disconnected");
 }
 
+TEST_F(AScenario, ThatTheEnvironmentStillNamesDoesNotReplaceOneThatWasLoadedSince) {
+  use(scenarioText(0, "Shed"));
+  inOwnProcess([this] {
+    openNetwork();
+    loadScenario(write("other.json", scenarioText(0, "Door")));
+  });
+  EXPECT_EQ(connectedNetwork(), "Door");
+}
+
+TEST_F(AScenario, IsLoadedOnceByProcessesThatStartTogether) {
+  use(scenarioText(0, "Shed"));
+  const auto openAndSwitch = [](Channel& test) {
+    test.hear();
+    EXPECT_EQ(wifi_set_enable_qx(0), 0);
+  };
+  Process first(openAndSwitch);
+  Process second(openAndSwitch);
+  first.channel().say("go");
+  second.channel().say("go");
+  first.join();
+  second.join();
+  EXPECT_EQ(radio(), 0) << "the second did not undo what the first did";
+}
+
 TEST_F(AScenario, CanBeLoadedOverWhateverThereIs) {
   use(scenarioText(0, "Shed"));
   EXPECT_EQ(connectedNetwork(), "Shed");
@@ -232,6 +256,12 @@ INSTANTIATE_TEST_SUITE_P(
                 ":4: member \"connect_milliseconds\": expected 0 to 60000, found 60001"},
         Mistake{"AnSsidOfAnotherType", "{ \"ssid\": \"Shed\"", "{ \"ssid\": 5",
                 ":7: member \"ssid\": expected a string, found 5"},
+        Mistake{"AnSsidThatAnotherHas", "{ \"ssid\": \"Shed\"", "{ \"ssid\": \"Attic\"",
+                ":7: member \"ssid\": expected a name that no other access point has, found "
+                "\"Attic\""},
+        Mistake{"AnSsidThatIsEmpty", "{ \"ssid\": \"Shed\"", "{ \"ssid\": \"\"",
+                ":7: member \"ssid\": expected a name that no other access point has, found "
+                "\"\""},
         Mistake{"AFrequencyOfAnotherType", "2437", "2.4",
                 ":7: member \"frequency_mhz\": expected an integer, found 2.4"},
         Mistake{"ASignalOfAnotherType", "-78", "\"strong\"",

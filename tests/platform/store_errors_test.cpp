@@ -13,6 +13,8 @@
 #include <vector>
 
 #include "platform/config_store.h"
+#include "platform/structured_log.h"
+#include "platform/system_info.h"
 #include "platform_test.h"
 #include "process.h"
 
@@ -278,6 +280,28 @@ TEST_F(AStoreFolder, WithADamagedFileIsRefusedAndLeftAsItIs) {
   EXPECT_TRUE(readFile(file) == garbage);
 }
 
+TEST_F(AStoreFolder, CannotServeBothAreas) {
+  setenv("VENTARO_RUNTIME_DIR", (stateFolder() / "../state").c_str(), 1);
+  EXPECT_EQ(vconf_set_int("memory/key", 1), 0);
+  EXPECT_EQ(vconf_set_int("db/key", 1), kUnavailable);
+  EXPECT_TRUE(
+      logged("vconf_set_int: \"db/key\": VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR are both " +
+             stateFolder().string() + "; they must be two folders"));
+}
+
+TEST_F(AStoreFolder, ThatIsALinkToItselfIsAnErrorOfThatAreaAlone) {
+  std::filesystem::create_symlink("runtime", runtimeFolder());
+  int read = 7;
+  EXPECT_EQ(vconf_get_int("memory/key", &read), kUnavailable);
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0);
+  bool flag = true;
+  EXPECT_EQ(system_info_get_custom_bool("com.norvane/featureconf/orlex_version", &flag),
+            kUnavailable);
+  ht::TSLoggerHelper::Log({"src/Here.cpp", 1, "void here()"}, "is not kept");
+  EXPECT_EQ(read, 7);
+  EXPECT_TRUE(flag);
+}
+
 TEST_F(AStoreFolder, IsTriedAgainWhenItCouldNotBeOpened) {
   const std::string file = write("runtime", "in the way");
   EXPECT_EQ(vconf_set_int("memory/key", 1), kUnavailable);
@@ -372,6 +396,14 @@ TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
       EXPECT_EQ(vconf_set_str((prefix + "more").c_str(), std::string(size, 'x').c_str()), 0);
     });
   }
+}
+
+// Memory that stands for a hole of a file ends the process when the disk is full.
+TEST_F(AFullStore, HasALockFileWithoutHoles) {
+  store().set("db/key", 1);
+  struct stat info {};
+  ASSERT_EQ(stat((stateFolder() / "lock.mdb").c_str(), &info), 0);
+  EXPECT_GE(info.st_blocks * 512, info.st_size);
 }
 
 TEST_F(AFullStore, OnADiskWithoutRoomForItsFilesIsAnError) {

@@ -236,11 +236,16 @@ TEST_F(Store, SetsNoneOfSeveralValuesWhenOneCannotBe) {
 
 TEST_F(Store, SetsWhatIsAbsentAndLeavesTheRest) {
   store().set({{"db/there", 1}, {"memory/there", "one"}});
-  store().setAbsent({{"db/there", 2}, {"db/new", 2}, {"memory/there", 2}, {"memory/new", "two"}});
+  EXPECT_TRUE(store().setAbsent(
+      {{"db/there", 2}, {"db/new", 2}, {"memory/there", 2}, {"memory/new", "two"}}));
   EXPECT_EQ(store().get("db/there"), StoreValue(1));
   EXPECT_EQ(store().get("db/new"), StoreValue(2));
   EXPECT_EQ(store().get("memory/there"), StoreValue("one"));
   EXPECT_EQ(store().get("memory/new"), StoreValue("two"));
+  EXPECT_TRUE(store().setAbsent({{"db/another", 2}, {"memory/there", 2}}));
+  EXPECT_TRUE(store().setAbsent({{"db/there", 2}, {"memory/another", 2}}));
+  EXPECT_FALSE(store().setAbsent({{"db/there", 2}, {"memory/there", 2}}));
+  EXPECT_FALSE(store().setAbsent({}));
 }
 
 TEST_F(Store, NamesTheTypesOfItsValues) {

@@ -14,6 +14,9 @@ namespace platform::host {
 // or beside one above it.
 PLATFORM_API std::filesystem::path resourceRoot();
 
+// The folder that holds this library, and so the provider, unless that is elsewhere.
+PLATFORM_API std::filesystem::path libraryFolder();
+
 // The file that a person means by a name ("hotel-tv", a .json file in that folder of the resource
 // root) or by a path (anything with a slash or ending in ".json"). Raises ConfigurationError, with
 // the names there are, when there is none of that name.
