@@ -8,6 +8,7 @@
 #include "CProductSIDUtil.h"
 #include "object_test.h"
 #include "texts.h"
+#include "ventaro/globals.h"
 
 namespace {
 
@@ -71,6 +72,11 @@ class Product : public ObjectTest {
     return {tunerlessIs(false), readsGeneration(), readsProjector(), readsSmartMonitor()};
   }
 };
+
+TEST_F(Product, HasNamesOfTwoProjectorFeatures) {
+  EXPECT_EQ(PROJECTOR_FMS, "com.norvane/featureconf/projector_feature_support");
+  EXPECT_EQ(SOLVENA_FMS, "com.norvane/featureconf/projector.engine_type");
+}
 
 // ---- IsProductTunerless ----
 
