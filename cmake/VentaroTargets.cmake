@@ -5,6 +5,9 @@ include(CheckCXXCompilerFlag)
 # -fno-gnu-unique: a unique symbol would keep a library loaded after dlclose.
 check_cxx_compiler_flag(-fno-gnu-unique VENTARO_HAS_NO_GNU_UNIQUE)
 
+# Files of any size and inode number on 32-bit targets too.
+add_compile_definitions(_FILE_OFFSET_BITS=64)
+
 function(ventaro_compile_options target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2

@@ -51,7 +51,7 @@ std::string shown(int value) {
 std::string shown(unsigned value) {
   return std::to_string(value);
 }
-std::string shown(std::size_t value) {
+std::string shown(unsigned long value) {
   return std::to_string(value);
 }
 

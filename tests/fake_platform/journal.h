@@ -55,7 +55,7 @@ std::string shown(const std::string& text);
 std::string shown(bool value);
 std::string shown(int value);
 std::string shown(unsigned value);
-std::string shown(std::size_t value);
+std::string shown(unsigned long value);
 
 // Implementation of call().
 std::string callLine(const std::string& function, std::initializer_list<std::string> arguments);

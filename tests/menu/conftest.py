@@ -3,11 +3,13 @@
 import json
 import os
 import pathlib
+import shlex
 import subprocess
 
 import pytest
 
-PROGRAM = os.environ["VENTARO_PROGRAM"]
+# The words that start the program: an emulator's come first where there is one.
+PROGRAM = shlex.split(os.environ["VENTARO_PROGRAM"])
 SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
 
 # No test lasts this long; it only ends one that would hang.
@@ -50,6 +52,8 @@ class Process:
 
 
 class Tv:
+    program = PROGRAM
+
     def __init__(self, folder):
         self.folder = folder
         self.processes = []
@@ -75,7 +79,7 @@ class Tv:
 
     def run(self, *words, stdin=None, **env):
         """Runs the program to its end."""
-        return subprocess.run([PROGRAM, *words], input=stdin, capture_output=True, text=True,
+        return subprocess.run([*PROGRAM, *words], input=stdin, capture_output=True, text=True,
                               env={**self.env, **env}, timeout=GUARD_SECONDS, check=False)
 
     def out(self, *words, **env):
@@ -97,7 +101,7 @@ class Tv:
     def start(self, *words, **env):
         """Starts the program beside the test; it ends with the test."""
         process = Process(subprocess.Popen(
-            [PROGRAM, *words], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            [*PROGRAM, *words], stdin=subprocess.PIPE, stdout=subprocess.PIPE,
             stderr=subprocess.PIPE, text=True, env={**self.env, **env}))
         self.processes.append(process)
         return process

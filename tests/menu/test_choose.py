@@ -18,7 +18,7 @@ class Person:
 
     def __init__(self, tv, *words):
         self.leader, follower = pty.openpty()
-        self.popen = subprocess.Popen([os.environ["VENTARO_PROGRAM"], *words], stdin=follower,
+        self.popen = subprocess.Popen([*tv.program, *words], stdin=follower,
                                       stdout=follower, stderr=follower, env=tv.env)
         os.close(follower)
 

@@ -1,8 +1,8 @@
 """What may go wrong around the program, and what it then leaves behind."""
 
 import json
-import os
 import resource
+import shlex
 import signal
 import subprocess
 
@@ -10,17 +10,16 @@ import pytest
 
 WIFI = "menu/network/WiFiOnOff"
 SAVED_2 = "menu/network/SavedAP2"
-PROGRAM = os.environ["VENTARO_PROGRAM"]
 
 
 def test_closed_standard_streams_do_not_become_the_stores_files(tv):
-    subprocess.run(["sh", "-c", f"'{PROGRAM}' show <&- >&- 2>&-"], env=tv.env, check=False)
+    subprocess.run(["sh", "-c", f"{shlex.join(tv.program)} show <&- >&- 2>&-"], env=tv.env, check=False)
     assert tv.item(WIFI)["value"] == "On"
 
 
 def test_output_that_cannot_be_written_is_a_failure(tv):
     with open("/dev/full", "w", encoding="utf-8") as full:
-        done = subprocess.run([PROGRAM, "show"], stdout=full, stderr=subprocess.PIPE, text=True,
+        done = subprocess.run([*tv.program, "show"], stdout=full, stderr=subprocess.PIPE, text=True,
                               env=tv.env, check=False)
     assert (done.returncode, done.stderr) == (1, "ventaro: cannot write to standard output\n")
 
@@ -28,7 +27,7 @@ def test_output_that_cannot_be_written_is_a_failure(tv):
 def test_files_that_may_not_grow_are_an_error_and_harm_nothing(tv):
     tv.out("show")
     limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096))
-    done = subprocess.run([PROGRAM, "store", "set", "db/x", "1", "--type", "int"],
+    done = subprocess.run([*tv.program, "store", "set", "db/x", "1", "--type", "int"],
                           capture_output=True, text=True, env=tv.env, check=False,
                           preexec_fn=limit)
     assert done.returncode == 1
@@ -50,7 +49,7 @@ def test_what_a_provider_prints_does_not_get_into_the_output(tv):
 
 def test_bytes_that_are_no_text_are_told_as_json_all_the_same(tv):
     tv.out("show")
-    subprocess.run([PROGRAM, "store", "set", "db/x", b"a\xffb", "--type", "string"],
+    subprocess.run([*tv.program, "store", "set", "db/x", b"a\xffb", "--type", "string"],
                    capture_output=True, env=tv.env, check=True)
     assert tv.stored("db/x") == "a\ufffdb"
 

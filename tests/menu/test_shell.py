@@ -58,7 +58,7 @@ def test_the_network_service_runs_inside(tv):
 def test_a_person_gets_a_prompt_beside_the_output(tv):
     leader, follower = pty.openpty()
     tv.out("show")
-    with subprocess.Popen([os.environ["VENTARO_PROGRAM"], "shell"], stdin=follower,
+    with subprocess.Popen([*tv.program, "shell"], stdin=follower,
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
                           env=tv.env) as person:
         os.write(leader, f"get {WIFI} --brief\nexit\n".encode())

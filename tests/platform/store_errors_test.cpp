@@ -379,7 +379,8 @@ TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
   // At each of several places within a block and a page.
   for (const std::size_t odd : {0U, 1U, 2048U, 4096U, 6000U}) {
     const std::string prefix = "db/full" + std::to_string(odd) + "/";
-    const std::size_t before = std::filesystem::file_size(stateFolder() / "data.mdb");
+    const auto before =
+        static_cast<std::size_t>(std::filesystem::file_size(stateFolder() / "data.mdb"));
     Process filler([&](Channel& test) {
       limitFileSize(before + (size < kMebibyte / 2 ? 20'000 : 3 * kMebibyte) + odd);
       const int count = fill(prefix, size);
