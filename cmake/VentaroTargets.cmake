@@ -34,8 +34,9 @@ function(ventaro_compile_options target)
   endif()
 endfunction()
 
-# Copies a source folder's data files into the build tree's share folder, and installs them there.
-function(ventaro_share_files target destination)
+# Copies a source folder's data files into the build tree's share folder, and installs them there as
+# part of that component.
+function(ventaro_share_files target component destination)
   set(outputs)
   foreach(file IN LISTS ARGN)
     get_filename_component(name ${file} NAME)
@@ -46,5 +47,5 @@ function(ventaro_share_files target destination)
     list(APPEND outputs ${output})
   endforeach()
   add_custom_target(${target} ALL DEPENDS ${outputs})
-  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_DATADIR}/ventaro/${destination})
+  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_DATADIR}/ventaro/${destination} COMPONENT ${component})
 endfunction()

@@ -84,6 +84,9 @@ int parse(CLI::App& app, const std::vector<std::string>& words, const int& resul
   } catch (const CLI::CallForHelp&) {
     printLine(app.help());  // of the subcommand that the words name
     return kDone;
+  } catch (const CLI::CallForVersion& version) {
+    printLine(version.what());
+    return kDone;
   } catch (const CLI::ParseError& error) {
     return usageError(app, words, error);
   }
@@ -94,6 +97,7 @@ int parse(CLI::App& app, const std::vector<std::string>& words, const int& resul
 int runCommand(Session& session, const std::vector<std::string>& words) {
   CLI::App app("The network menu of a TV", "ventaro");
   app.footer(kEnvironmentHelp);
+  app.set_version_flag("--version", "ventaro " VENTARO_VERSION, "Print the version and exit");
   app.require_subcommand(1);
   int result = kDone;
   addMenuCommands(app, session, result);

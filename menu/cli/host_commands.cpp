@@ -178,23 +178,23 @@ void addStoreCommands(CLI::App& app, Session& session, int& result) {
   Options& options = store.options();
 
   CLI::App& get = store.add("get", "Show a value", storeGet);
-  get.add_option("KEY", options.key)->required();
+  get.add_option("KEY", options.key, "db/... or memory/...")->required();
   get.add_flag("--json", options.json, "Write JSON");
 
   CLI::App& list = store.add("list", "Show all values whose keys begin with PREFIX", storeList);
-  list.add_option("PREFIX", options.key);
+  list.add_option("PREFIX", options.key, "How the keys begin; default: anyhow");
   list.add_flag("--json", options.json, "Write JSON");
 
   CLI::App& set = store.add("set", "Store a value", storeSet);
-  set.add_option("KEY", options.key)->required();
-  set.add_option("VALUE", options.value)->required();
+  set.add_option("KEY", options.key, "db/... or memory/...")->required();
+  set.add_option("VALUE", options.value, "A number, true or false, or a text")->required();
   set.add_option("--type", options.type, "int, bool or string; default: as it was")
       ->check(CLI::IsMember({"int", "bool", "string"}));
   set.add_flag("--json", options.json, "Write JSON");
 
   CLI::App& watch =
       store.add("watch", "Show a key's value whenever it is set, until Ctrl-C", storeWatch);
-  watch.add_option("KEY", options.keys)->required();
+  watch.add_option("KEY", options.keys, "db/... or memory/...")->required();
   watch.add_option("--count", options.count, "End after so many sets")
       ->check(CLI::Range(1, std::numeric_limits<int>::max()));
   watch.add_flag("--json", options.json, "Write JSON");

@@ -3,6 +3,7 @@
 import json
 import os
 import pathlib
+import re
 
 import pytest
 
@@ -31,6 +32,10 @@ def test_a_missing_or_superfluous_word_shows_the_usage(tv):
 def test_help_is_no_error(tv):
     assert "Usage: ventaro" in tv.out("--help")
     assert "Usage: ventaro store get" in tv.out("store", "get", "--help")
+
+
+def test_the_version_is_told(tv):
+    assert re.fullmatch(r"ventaro \d+\.\d+\.\d+\n", tv.out("--version"))
 
 
 @pytest.mark.parametrize("text, message", [

@@ -1,0 +1,214 @@
+"""The packages: installed into a folder as into a machine's root, and used from there."""
+
+import json
+import os
+import pathlib
+import re
+import shlex
+import subprocess
+
+import pytest
+
+SOURCE = pathlib.Path(os.environ["VENTARO_SOURCE"])
+BUILD = pathlib.Path(os.environ["VENTARO_BUILD"])
+LIBRARY_DIR = os.environ["VENTARO_LIBRARY_DIR"]
+EMULATOR = os.environ["VENTARO_EMULATOR"]
+TOOLCHAIN = os.environ["VENTARO_TOOLCHAIN"]
+NAMES = ["ventaro-dev", "ventaro-menu", "ventaro-platform", "ventaro-provider"]
+COMMANDS_WITH_COMMANDS = ["store", "network", "product"]
+
+
+def run(*words, **options):
+    done = subprocess.run([str(word) for word in words], capture_output=True, text=True,
+                          check=False, **options)
+    assert done.returncode == 0, (words, done.stdout, done.stderr)
+    return done.stdout
+
+
+@pytest.fixture(scope="session")
+def packages(tmp_path_factory):
+    folder = tmp_path_factory.mktemp("packages")
+    run("cpack", "--config", BUILD / "CPackConfig.cmake", "-B", folder, cwd=folder)
+    return {file.name.split("_")[0]: file for file in folder.glob("*.deb")}
+
+
+@pytest.fixture(scope="session")
+def root(packages, tmp_path_factory):
+    """A root folder with the packages installed, by dpkg, and nothing else."""
+    folder = tmp_path_factory.mktemp("root")
+    database = folder / "var/lib/dpkg"
+    for name in ("info", "updates", "triggers"):
+        (database / name).mkdir(parents=True)
+    (database / "status").touch()
+    architecture = run("dpkg-deb", "--field", packages["ventaro-menu"], "Architecture").strip()
+    (database / "arch").write_text(architecture + "\n")
+    # What they need of Debian is this machine's, not this folder's.
+    run("fakeroot", "dpkg", f"--root={folder}", "--force-depends", "--force-not-root",
+        "--force-architecture", "--log=/dev/null", "--install", *packages.values())
+    return folder
+
+
+@pytest.fixture(scope="session")
+def program(root, tmp_path_factory):
+    """The installed program as a word that starts it, under an emulator where there is one."""
+    file = tmp_path_factory.mktemp("bin") / "ventaro"
+    file.write_text(f'#!/bin/sh\nexec {EMULATOR} {shlex.quote(str(root / "usr/bin/ventaro"))} "$@"\n')
+    file.chmod(0o755)
+    return file
+
+
+@pytest.fixture
+def environment(tmp_path):
+    return {"PATH": os.environ["PATH"], "LANGUAGE": "en",
+            "VENTARO_STATE_DIR": str(tmp_path / "state"),
+            "VENTARO_RUNTIME_DIR": str(tmp_path / "runtime")}
+
+
+def test_there_are_four_packages_of_one_version(packages):
+    assert sorted(packages) == NAMES
+    fields = {run("dpkg-deb", "--show", "--showformat=${Version} ${Architecture}", file)
+              for file in packages.values()}
+    assert len(fields) == 1
+
+
+def test_the_menu_needs_the_provider_and_the_platform_in_its_own_version(packages):
+    version = run("dpkg-deb", "--field", packages["ventaro-menu"], "Version").strip()
+    for name in ("ventaro-menu", "ventaro-dev"):
+        depends = run("dpkg-deb", "--field", packages[name], "Depends")
+        for other in ("ventaro-provider", "ventaro-platform"):
+            assert f"{other} (= {version})" in depends
+
+
+def libraries_needed(file):
+    names = re.findall(r"NEEDED.*\[(.*)\]", run("readelf", "-d", file))
+    return {re.sub(r"\.so.*", "", name) for name in names} - {"libventaro-platform"}
+
+
+@pytest.mark.parametrize("package, file", [
+    ("ventaro-provider", "libventaro.so"),
+    ("ventaro-platform", "libventaro-platform.so"),
+    ("ventaro-menu", "ventaro"),
+])
+def test_a_package_needs_the_debian_packages_of_the_libraries_it_is_linked_to(
+        packages, root, package, file):
+    binary = next(path for path in (root / "usr").rglob(file)
+                  if path.is_file() and not path.is_symlink() and path.read_bytes()[:4] == b"\x7fELF")
+    depends = run("dpkg-deb", "--field", packages[package], "Depends")
+    packages_of = {"libm": "libc6", "libc": "libc6", "libgcc_s": "libgcc-s1",
+                   "libstdc++": "libstdc++6", "libjsoncpp": "libjsoncpp", "liblmdb": "liblmdb",
+                   "libglib-2.0": "libglib2.0", "libspdlog": "libspdlog", "libfmt": "libfmt"}
+    for library in libraries_needed(binary):
+        if not library.startswith("ld-linux"):
+            assert packages_of[library] in depends
+
+
+def test_the_installed_program_shows_the_menu(program, environment):
+    shown = json.loads(run(program, "show", "--json", env=environment))
+    golden = json.loads((SOURCE / "tests/menu/golden/tv.en.json").read_text())
+    assert shown == golden
+
+
+def test_the_installed_catalogues_are_used(program, environment):
+    assert "네트워크" in run(program, "show", "--brief", env={**environment, "LANGUAGE": "ko"})
+
+
+def test_nothing_installed_knows_where_it_was_built(root):
+    for file in (root / "usr").rglob("*"):
+        if file.is_file():
+            content = file.read_bytes()
+            assert str(BUILD).encode() not in content, file
+            assert str(SOURCE).encode() + b"/" not in content, file
+
+
+def test_the_program_finds_its_libraries_where_the_packages_put_them(root):
+    runpath = re.search(r"RUNPATH.*\[(.*)\]", run("readelf", "-d", root / "usr/bin/ventaro"))[1]
+    folder = (root / "usr/bin" / runpath.removeprefix("$ORIGIN/")).resolve()
+    assert sorted(file.name for file in folder.iterdir()) == [
+        "libventaro-platform.so", "libventaro.so"]
+    assert folder == (root / "usr" / LIBRARY_DIR).resolve()
+
+
+def build_with_cmake(root, folder):
+    settings = ["-G", "Ninja", f"-Dventaro_DIR={root}/usr/{LIBRARY_DIR}/../cmake/ventaro"]
+    if TOOLCHAIN:
+        settings += [f"-DCMAKE_TOOLCHAIN_FILE={TOOLCHAIN}"]
+    run("cmake", "-S", SOURCE / "tests/packages/consumer", "-B", folder, *settings)
+    run("cmake", "--build", folder)
+
+
+def build_with_pkg_config(root, folder):
+    env = {**os.environ, "PKG_CONFIG_PATH": f"{root}/usr/{LIBRARY_DIR}/../pkgconfig"}
+    ask = lambda *words: run("pkg-config", f"--define-variable=prefix={root}/usr", *words,
+                             env=env).strip()
+    provider = ask("--variable=provider", "ventaro")
+    flags = shlex.split(ask("--cflags", "--libs", "ventaro-platform"))
+    run("cc", SOURCE / "tests/packages/consumer/consumer.c", f'-DPROVIDER="{provider}"',
+        "-Wl,--no-as-needed", *flags, "-o", folder / "consumer")
+
+
+# The pkg-config of this machine knows no other architecture.
+@pytest.mark.parametrize("build", [build_with_cmake] if TOOLCHAIN else
+                         [build_with_cmake, build_with_pkg_config])
+def test_a_framework_can_be_built_with_the_development_package(root, build, environment, tmp_path):
+    build(root, tmp_path)
+    said = run(*shlex.split(EMULATOR), tmp_path / "consumer", env=environment)
+    assert said == "Wi-Fi en_US\n"
+
+
+def help_of(program, environment, *command):
+    return run(program, *command, "--help", env=environment)
+
+
+def commands_in(text):
+    return re.findall(r"^  ([a-z]+) ", text.partition("Subcommands:")[2].partition("Before")[0],
+                      re.MULTILINE)
+
+
+def every_command(program, environment):
+    for command in commands_in(help_of(program, environment)):
+        if command in COMMANDS_WITH_COMMANDS:
+            yield from ((command, below)
+                        for below in commands_in(help_of(program, environment, command)))
+        else:
+            yield (command,)
+
+
+def test_the_man_page_tells_of_every_command_option_and_variable(root, program, environment):
+    page = run("gzip", "-dc", root / "usr/share/man/man1/ventaro.1.gz").replace("\\-", "-")
+    commands = list(every_command(program, environment))
+    assert ("store", "watch") in commands and ("show",) in commands
+    for command in commands:
+        assert re.search(rf'^\.BR? "?{" ".join(command)}\b', page, re.MULTILINE), command
+        for option in re.findall(r"^  (?:-h,)?(--[a-z-]+)", help_of(program, environment, *command),
+                                 re.MULTILINE):
+            assert option in page, (command, option)
+    for variable in re.findall(r"\b(?:VENTARO_[A-Z_]+|LANGUAGE)\b", help_of(program, environment)):
+        assert f".B {variable}\n" in page, variable
+
+
+def complete(root, program, environment, *words):
+    """What Bash offers for the last of the words."""
+    file = root / "usr/share/bash-completion/completions/ventaro"
+    script = ('source "$1"; program=$2; shift 2; COMP_WORDS=("$program" "$@"); COMP_CWORD=$#; '
+              '_ventaro "$program" "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD-1]}"; '
+              'printf "%s\\n" "${COMPREPLY[@]}"')
+    return run("bash", "-c", script, "bash", file, program, *words, env=environment).split()
+
+
+@pytest.mark.parametrize("words, offered", [
+    (["sh"], ["show", "shell"]),
+    (["--pro"], ["--product", "--provider"]),
+    (["--product", "modular"], ["modular-display-2", "modular-display"]),
+    (["--product", "tv", "st"], ["store"]),
+    (["store", ""], ["--help", "get", "list", "set", "watch"]),
+    (["store", "set", "--"], ["--help", "--type", "--json"]),
+    (["store", "set", "--type", ""], ["int", "bool", "string"]),
+    (["network", "load", ""], ["empty", "home"]),
+    (["get", "menu/network/Wi"], ["menu/network/WiFiOnOff", "menu/network/WiredEAP"]),
+    (["set", "menu/network/WiFiOnOff", "--"], ["--help", "--json", "--wait"]),
+    (["connect", ""], ["1", "2"]),
+    (["product", "l"], ["list"]),
+    (["product", "list", ""], ["--help", "--json"]),
+])
+def test_bash_completes(root, program, environment, words, offered):
+    assert sorted(complete(root, program, environment, *words)) == sorted(offered)
