@@ -13,7 +13,7 @@ function(ventaro_compile_options target)
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2
     -Wundef -Wvla
     # gcc 12 sees overlapping copies where a literal and a string are joined, and there are none.
-    -Wno-restrict
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast>
     $<$<BOOL:${VENTARO_WERROR}>:-Werror>
     -fvisibility=hidden
@@ -26,8 +26,8 @@ function(ventaro_compile_options target)
   target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)
   if(VENTARO_SANITIZE)
     target_compile_options(${target} PRIVATE
-      -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+      -fsanitize=${VENTARO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${VENTARO_SANITIZE})
   else()
     target_compile_definitions(${target} PRIVATE
       $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
