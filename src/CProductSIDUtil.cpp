@@ -107,7 +107,7 @@ void CProductUtil::AddProductNameInSID(std::string& text) {
   LOG_MAIN("Product type =>%d", type);
   struct Token {
     std::string_view token;
-    std::string value;
+    std::string_view value;
     bool alsoWhenEmpty;
   };
   // The product name is filled in even when it is empty, the two other words only when there are

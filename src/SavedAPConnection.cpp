@@ -104,9 +104,9 @@ std::string SavedAPConnection::GetSignalStrength(int strength) {
   const auto level = std::distance(kLevelLimits.begin(), limit);
   std::string path =
       "/usr/apps/com.norvane.tv.theme-resource/shared/res/ug-SystemSetupNetworkUG-efl/res/"
-      "systemsetup/";
-  path += "icon_wifi/";
-  path += "oobe_icon_n_wifi_" + std::to_string(level) + "." + "svg";
+      "systemsetup/icon_wifi/oobe_icon_n_wifi_";
+  path += static_cast<char>('0' + level);
+  path += ".svg";
   return path;
 }
 
