@@ -44,9 +44,19 @@ StoreCode codeOf(int error) {
   }
 }
 
+// A damaged file is left as it is, for whoever wants to rescue what it holds.
+constexpr char kAdviceOnDamage[] = "; move it away, and the store starts with its defaults";
+
+bool isDamage(int error) {
+  return error == MDB_INVALID || error == MDB_VERSION_MISMATCH || error == MDB_CORRUPTED ||
+         error == MDB_PAGE_NOTFOUND;
+}
+
 void check(int error, const char* action) {
   if (error == MDB_SUCCESS) return;
-  throw StoreError(codeOf(error), std::string(action) + ": " + mdb_strerror(error));
+  std::string message = std::string(action) + ": " + mdb_strerror(error);
+  if (isDamage(error)) message += std::string("; data.mdb is damaged") + kAdviceOnDamage;
+  throw StoreError(codeOf(error), message);
 }
 
 enum class Access { kRead, kWrite };
@@ -223,6 +233,25 @@ void reserveLockFile(const std::filesystem::path& path) {
   }
 }
 
+// What LMDB maps beyond the end of a file that was cut short would kill the process.
+void requireWholeFile(MDB_env* environment) {
+  MDB_envinfo info{};
+  MDB_stat pages{};
+  int file = -1;
+  check(mdb_env_info(environment, &info), "cannot open");
+  check(mdb_env_stat(environment, &pages), "cannot open");
+  check(mdb_env_get_fd(environment, &file), "cannot open");
+  // Taken after the number of pages, since other processes may let the file grow meanwhile.
+  struct stat status {};
+  if (fstat(file, &status) != 0) check(errno, "cannot open");
+  const std::uint64_t wanted = (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
+  const auto size = static_cast<std::uint64_t>(status.st_size);
+  if (size >= wanted) return;
+  throw StoreError(StoreCode::kUnavailable, "data.mdb is cut short: " + std::to_string(size) +
+                                                " of " + std::to_string(wanted) + " bytes" +
+                                                kAdviceOnDamage);
+}
+
 }  // namespace
 
 Database::Database(const std::filesystem::path& folder, Durability durability)
@@ -254,6 +283,7 @@ void Database::openEnvironment(const std::filesystem::path& folder, unsigned fla
   check(mdb_env_set_maxreaders(environment, kMaxReaders), "cannot open");
   if ((flags & MDB_NOLOCK) == 0) reserveLockFile(folder / "lock.mdb");
   check(mdb_env_open(environment, folder.c_str(), flags, kFileMode), "cannot open");
+  requireWholeFile(environment);
   if ((flags & MDB_NOLOCK) == 0) dropDeadReaders(environment);
 }
 

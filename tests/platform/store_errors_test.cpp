@@ -275,9 +275,37 @@ TEST_F(AStoreFolder, WithADamagedFileIsRefusedAndLeftAsItIs) {
   EXPECT_EQ(vconf_get_int("memory/key", &read), kUnavailable);
   EXPECT_EQ(read, 7);
   EXPECT_TRUE(logged("vconf_get_int: the store in " + runtimeFolder().string() +
-                     ": cannot open: MDB_INVALID: File is not an LMDB file"));
+                     ": cannot open: MDB_INVALID: File is not an LMDB file; data.mdb is damaged; "
+                     "move it away, and the store starts with its defaults"));
   EXPECT_EQ(vconf_set_int("db/key", 1), 0) << "the other area is well";
   EXPECT_TRUE(readFile(file) == garbage);
+}
+
+TEST_F(AStoreFolder, WithAFileThatIsCutShortIsRefusedAndLeftAsItIs) {
+  inOwnProcess([] {
+    store().set("db/before", 5);
+    store().set("db/long", std::string(kMebibyte, 'x'));
+  });
+  const std::filesystem::path file = stateFolder() / "data.mdb";
+  const auto whole = static_cast<std::size_t>(std::filesystem::file_size(file));
+  const std::string bytes = readFile(file);
+  for (const std::size_t size : {whole - 1, whole / 2, std::size_t{8192}}) {
+    std::filesystem::resize_file(file, size);
+    inOwnProcess([&] {
+      int read = 7;
+      EXPECT_EQ(vconf_get_int("db/before", &read), kUnavailable);
+      EXPECT_EQ(read, 7);
+      EXPECT_EQ(vconf_set_int("db/before", 1), kUnavailable);
+      EXPECT_TRUE(logged("vconf_get_int: the store in " + stateFolder().string() +
+                         ": data.mdb is cut short: " + std::to_string(size) + " of " +
+                         std::to_string(whole) +
+                         " bytes; move it away, and the store starts with "
+                         "its defaults"));
+    });
+    EXPECT_TRUE(readFile(file) == bytes.substr(0, size));
+  }
+  std::filesystem::remove(file);
+  EXPECT_EQ(vconf_set_int("db/before", 1), 0) << "moved away, as the message says";
 }
 
 TEST_F(AStoreFolder, CannotServeBothAreas) {
