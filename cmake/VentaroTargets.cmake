@@ -9,6 +9,12 @@ check_cxx_compiler_flag(-fno-gnu-unique VENTARO_HAS_NO_GNU_UNIQUE)
 add_compile_definitions(_FILE_OFFSET_BITS=64)
 
 function(ventaro_compile_options target)
+  # The counts of the lines have to find these again.
+  if(VENTARO_COVERAGE)
+    set(map macro)
+  else()
+    set(map file)
+  endif()
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2
     -Wundef -Wvla
@@ -21,8 +27,8 @@ function(ventaro_compile_options target)
     $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${VENTARO_HAS_NO_GNU_UNIQUE}>>:-fno-gnu-unique>
     -fstack-protector-strong
     # No path of the building machine goes into the binaries.
-    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=
-    -ffile-prefix-map=${CMAKE_BINARY_DIR}/=)
+    -f${map}-prefix-map=${CMAKE_SOURCE_DIR}/=
+    -f${map}-prefix-map=${CMAKE_BINARY_DIR}/=)
   target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)
   if(VENTARO_SANITIZE)
     target_compile_options(${target} PRIVATE
@@ -47,5 +53,5 @@ function(ventaro_share_files target component destination)
     list(APPEND outputs ${output})
   endforeach()
   add_custom_target(${target} ALL DEPENDS ${outputs})
-  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_DATADIR}/ventaro/${destination} COMPONENT ${component})
+  install(FILES ${ARGN} DESTINATION ${VENTARO_INSTALL_SHARE_DIR}/${destination} COMPONENT ${component})
 endfunction()

@@ -3,12 +3,17 @@
 set(VENTARO_PACKAGE_MAINTAINER "ventaro developers <ventaro@packages.invalid>" CACHE STRING
   "Who answers for the packages: name and mail address")
 
+if(CMAKE_CROSSCOMPILING AND NOT EXISTS "${CMAKE_SYSROOT}/ventaro-sysroot/shlibs")
+  message(STATUS "No packages: only a sysroot made by scripts/sysroot tells what they depend on")
+  return()
+endif()
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ventaro)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_COMPONENTS_ALL provider platform menu dev)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_PACKAGING_INSTALL_PREFIX ${CMAKE_INSTALL_PREFIX})
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -24,7 +29,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 # Each package has its own summary as the first line of its description.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 
-compress(${CMAKE_CURRENT_SOURCE_DIR}/changelog changelog.gz)
+configure_here(changelog changelog)
+compress(${CMAKE_CURRENT_BINARY_DIR}/changelog changelog.gz)
 
 # What these packages need of each other, in exactly this version.
 set(same_version "(= ${PROJECT_VERSION})")
@@ -100,6 +106,6 @@ package(dev SECTION libdevel
   DESCRIPTION "The ABI between a menu framework and the network menu provider as a C header,
 and the headers of the host platform, with pkg-config files and a CMake
 package."
-  DEPENDS "ventaro-provider ${same_version}, ventaro-platform ${same_version}, libjsoncpp-dev")
+  DEPENDS "ventaro-provider ${same_version}, ventaro-platform ${same_version}, libjsoncpp-dev, pkg-config")
 
 include(CPack)

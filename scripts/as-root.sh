@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # as_root COMMAND...: runs the command as root, through sudo unless this is root.
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then

@@ -1,19 +1,40 @@
-# Where this machine gets Debian from.
+# shellcheck shell=bash
+# Where this machine gets Debian from. Needs as-root.sh.
 
 debian_release() {
   (. /etc/os-release && echo "$VERSION_CODENAME")
 }
 
-# The main suite of the machine's release as a line of apt's sources, from what apt itself uses.
+# "URI entry" of the release's main suite, as apt uses it; the entry is the place in its sources,
+# "file:line".
+debian_main_suite() {
+  apt-get indextargets --format '$(REPO_URI) $(SOURCESENTRY)' \
+    'Created-By: Packages' "Codename: $(debian_release)" 'Component: main' | grep -v '^cdrom:' | head -n 1
+}
+
+# The keyring that an entry of apt's sources names; nothing where apt's own are meant.
+keyring_of() {
+  local file=${1%:*} line=${1##*:}
+  case $file in
+    *.sources) awk -v line="$line" -v RS= '{ n += split($0, lines, "\n") + 1 } n >= line { print; exit }' "$file" |
+                 sed -n 's|^Signed-By: *\(/.*\)|\1|ip' ;;
+    *) sed -n "${line}s|.*signed-by=\(/[^] ]*\).*|\1|p" "$file" ;;
+  esac
+}
+
+# The main suite of the machine's release as a line of apt's sources.
 debian_source() {
-  local release target mirror keyring
-  release=$(debian_release)
-  target=$(apt-get indextargets --format '$(REPO_URI) $(SIGNED_BY)' \
-             'Created-By: Packages' "Codename: $release" 'Component: main' | head -n 1)
-  read -r mirror keyring <<<"${target/'$(SIGNED_BY)'/}"
-  if [ -z "${mirror-}" ]; then
-    echo "apt knows no source of \"$release main\"; add one to /etc/apt and run: apt-get update" >&2
+  local suite keyring
+  suite=$(debian_main_suite)
+  if [ -z "$suite" ]; then
+    # There are no lists on a fresh machine.
+    as_root apt-get update >&2
+    suite=$(debian_main_suite)
+  fi
+  if [ -z "$suite" ]; then
+    echo "apt knows no source of \"$(debian_release) main\"; add one to /etc/apt, as sources.list(5) tells" >&2
     return 1
   fi
-  echo "deb ${keyring:+[signed-by=$keyring] }$mirror $release main"
+  keyring=$(keyring_of "${suite#* }")
+  echo "deb ${keyring:+[signed-by=$keyring] }${suite%% *} $(debian_release) main"
 }

@@ -1,13 +1,14 @@
 # What the 32-bit targets share: libraries and headers come from the target's sysroot, and programs
 # that the build runs from this machine. Needs VENTARO_ARCHITECTURE (Debian's name of the
-# architecture) and VENTARO_TRIPLET (of its library folders).
+# architecture) and VENTARO_TRIPLET (of its library folders). VENTARO_SYSROOT may name a sysroot that
+# is elsewhere than scripts/sysroot makes it.
 
 if(NOT DEFINED VENTARO_SYSROOT)
   execute_process(
     COMMAND ${CMAKE_CURRENT_LIST_DIR}/../../scripts/sysroot --path ${VENTARO_ARCHITECTURE}
     OUTPUT_VARIABLE VENTARO_SYSROOT OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 endif()
-if(NOT IS_DIRECTORY ${VENTARO_SYSROOT})
+if(NOT IS_DIRECTORY "${VENTARO_SYSROOT}/usr/include")
   message(FATAL_ERROR
     "There is no ${VENTARO_ARCHITECTURE} sysroot in ${VENTARO_SYSROOT}; "
     "make it with: scripts/sysroot ${VENTARO_ARCHITECTURE}")
@@ -17,7 +18,9 @@ list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VENTARO_SYSROOT)
 
 set(CMAKE_SYSROOT ${VENTARO_SYSROOT})
 set(CMAKE_LIBRARY_ARCHITECTURE ${VENTARO_TRIPLET})
-set(CMAKE_INSTALL_LIBDIR lib/${VENTARO_TRIPLET})
+if(NOT DEFINED CMAKE_INSTALL_LIBDIR)
+  set(CMAKE_INSTALL_LIBDIR lib/${VENTARO_TRIPLET})
+endif()
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

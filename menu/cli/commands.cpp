@@ -25,6 +25,7 @@ constexpr char kEnvironmentHelp[] =
     "  LANGUAGE               the menu's language, as \"ko\"; default: the TV's own\n"
     "  VENTARO_PRODUCT        the product, by name or file; default tv\n"
     "  VENTARO_SCENARIO       the simulated network, by name or file; default home\n"
+    "  VENTARO_NETWORK        the kind of network; there is only simulated\n"
     "  VENTARO_REGION         us or other, for items with regional variants; default us\n"
     "  VENTARO_LOG=stderr     shows the platform log\n"
     "  VENTARO_STATE_DIR, VENTARO_RUNTIME_DIR, VENTARO_RESOURCE_ROOT, VENTARO_PROVIDER\n"

@@ -28,9 +28,19 @@ constexpr GlobalOption kGlobalOptions[] = {
     {"--product", "VENTARO_PRODUCT", "the name or file of a product"},
 };
 
+// "--product=tv" is "--product tv".
+void splitAtEquals(std::vector<std::string>& words) {
+  if (words.empty()) return;
+  const auto equals = words.front().find('=');
+  if (!words.front().starts_with("--") || equals == std::string::npos) return;
+  words.insert(words.begin() + 1, words.front().substr(equals + 1));
+  words.front().resize(equals);
+}
+
 // Takes the options off the words. Returns false when one lacks its value.
 bool takeGlobalOptions(std::vector<std::string>& words) {
   const auto find = [&words] {
+    splitAtEquals(words);
     return std::ranges::find_if(kGlobalOptions, [&words](const GlobalOption& global) {
       return !words.empty() && words.front() == global.option;
     });
@@ -44,6 +54,14 @@ bool takeGlobalOptions(std::vector<std::string>& words) {
     words.erase(words.begin(), words.begin() + 2);
   }
   return true;
+}
+
+// Without a command the menu is shown: "ventaro", "ventaro --brief".
+bool wantsShow(const std::vector<std::string>& words) {
+  constexpr const char* kOfTheProgram[] = {"-h", "--help", "--version"};
+  return words.empty() ||
+         (words.front().starts_with("-") &&
+          std::ranges::find(kOfTheProgram, words.front()) == std::end(kOfTheProgram));
 }
 
 std::string providerFile() {
@@ -68,7 +86,7 @@ int main(int argc, char** argv) {
   cli::claimStandardOutput();
   std::vector<std::string> words(argv + 1, argv + argc);
   if (!takeGlobalOptions(words)) return cli::kUnknown;
-  if (words.empty()) words = {"show"};
+  if (wantsShow(words)) words.insert(words.begin(), "show");
   cli::Session session(providerFile());
   const int result = cli::runCommand(session, words);
   if (cli::standardOutputIsWritten()) return result;

@@ -1,11 +1,15 @@
 // The store's C functions.
 #include <dlfcn.h>
+#include <link.h>
+#include <sys/auxv.h>
 
+#include <atomic>
 #include <cstring>
 #include <functional>
-#include <list>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "faults.h"
 #include "platform/config_store.h"
@@ -61,12 +65,40 @@ T valueOf(const char* key) {
                                               platform::host::typeName(T()));
 }
 
+// How many libraries this process has loaded and unloaded so far.
+struct LoadCounts {
+  unsigned long long loads = 0;
+  unsigned long long unloads = 0;
+};
+
+LoadCounts loadCounts() {
+  LoadCounts counts;
+  const auto read = [](dl_phdr_info* info, std::size_t /*size*/, void* data) {
+    *static_cast<LoadCounts*>(data) = {info->dlpi_adds, info->dlpi_subs};
+    return 1;  // the same for all libraries
+  };
+  dl_iterate_phdr(read, &counts);
+  return counts;
+}
+
 // The library that a callback belongs to, to see whether it is still loaded. Its code must not be
 // called when it is not, and there is no way for it to say that it goes.
 class Library {
  public:
-  explicit Library(vconf_callback_fn callback) : callback_(callback), loaded_(find()) {}
-  bool isLoaded() const { return find() == loaded_; }
+  explicit Library(vconf_callback_fn callback)
+      : callback_(reinterpret_cast<const void*>(callback)),
+        loaded_(find(callback_)),
+        countsThen_(loadCounts()) {}
+
+  bool isLoaded() const { return find(callback_) == loaded_; }
+
+  // Whether it may have been unloaded and loaded again, to the same place. The program itself
+  // cannot.
+  bool mayHaveBeenReloaded() const {
+    if (loaded_ == find(reinterpret_cast<const void*>(getauxval(AT_PHDR)))) return false;
+    const LoadCounts now = loadCounts();
+    return now.loads != countsThen_.loads && now.unloads != countsThen_.unloads;
+  }
 
  private:
   struct Identity {
@@ -75,14 +107,15 @@ class Library {
     bool operator==(const Identity&) const = default;
   };
 
-  Identity find() const {
+  static Identity find(const void* address) {
     Dl_info info{};
-    if (dladdr(reinterpret_cast<const void*>(callback_), &info) == 0) return {};
+    if (dladdr(address, &info) == 0) return {};
     return {info.dli_fbase, info.dli_fname};
   }
 
-  vconf_callback_fn callback_;
+  const void* callback_;
   Identity loaded_;
+  LoadCounts countsThen_;
 };
 
 struct CSubscription {
@@ -91,32 +124,44 @@ struct CSubscription {
   void* userData;
   Library library;
   Subscription subscription;
+  std::atomic<bool> wasUnloaded = false;
+
+  CSubscription(const char* subscribedKey, vconf_callback_fn function, void* data)
+      : key(subscribedKey), callback(function), userData(data), library(function) {}
+
+  // Once it was seen to be gone it stays so, also when another is loaded to its place.
+  bool isLibraryGone() {
+    if (!library.isLoaded()) wasUnloaded = true;
+    return wasUnloaded;
+  }
 
   void tell(const std::string& changedKey) {
-    if (changedKey != key) return;
-    if (!library.isLoaded()) {
-      subscription = Subscription();
-      return;
-    }
+    if (changedKey != key || isLibraryGone()) return;
     keynode_t node{key};
     callback(&node, userData);
   }
 };
 
-// The subscriptions of C callers last as long as the process, or as the caller's library.
+// The subscriptions of C callers last as long as the process, or as the caller's library. What a
+// library left is dropped when somebody subscribes: where the library may have been loaded again
+// since, its new subscription replaces the old one, which looks as if it were still good.
 void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData) {
+  using Subscriptions = std::vector<std::shared_ptr<CSubscription>>;
   static std::mutex mutex;
-  static auto* const subscriptions = new std::list<CSubscription>;  // never destroyed, see above
+  static auto* const subscriptions = new Subscriptions;  // never destroyed, see above
+  const auto isOver = [&](const std::shared_ptr<CSubscription>& each) {
+    const bool same = each->key == key && each->callback == callback;
+    if (!each->isLibraryGone() && !(same && each->library.mayHaveBeenReloaded())) return false;
+    each->subscription = Subscription();
+    return true;
+  };
   const std::lock_guard lock(mutex);
-  CSubscription& entry =
-      subscriptions->emplace_back(CSubscription{key, callback, userData, Library(callback), {}});
-  try {
-    entry.subscription = ConfigStore::instance().subscribe(
-        key, [&entry](const std::string& changedKey) { entry.tell(changedKey); });
-  } catch (...) {
-    subscriptions->pop_back();
-    throw;
-  }
+  std::erase_if(*subscriptions, isOver);
+  const auto entry = std::make_shared<CSubscription>(key, callback, userData);
+  // Kept by the notifier, too: another thread may be telling it when it is dropped.
+  entry->subscription = ConfigStore::instance().subscribe(
+      key, [entry](const std::string& changedKey) { entry->tell(changedKey); });
+  subscriptions->push_back(entry);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 
 import pytest
@@ -22,7 +23,13 @@ def configure(folder, *settings):
 @pytest.fixture(scope="module")
 def build(tmp_path_factory):
     folder = tmp_path_factory.mktemp("device")
-    done = configure(folder, f"-DVENTARO_DEVICE_LIBRARIES={LIBRARY}")
+    # The headers from a folder of the device's own.
+    headers = folder / "sdk/include"
+    shutil.copytree(SOURCE / "platform/include/platform", headers / "platform",
+                    ignore=shutil.ignore_patterns("host"))
+    done = configure(folder, "-DCMAKE_BUILD_TYPE=Release",
+                     f"-DVENTARO_DEVICE_LIBRARIES={LIBRARY}",
+                     f"-DVENTARO_DEVICE_INCLUDE_DIR={headers}")
     assert done.returncode == 0, done.stderr
     done = cmake("--build", folder)
     assert done.returncode == 0, done.stdout
@@ -44,6 +51,23 @@ def test_the_provider_brings_the_devices_libraries_along(build):
     needed = re.findall(r"NEEDED.*\[(.*)\]", dynamic_section(build / "lib/libventaro.so"))
     assert LIBRARY.name in needed
     assert "libventaro-platform.so" not in needed
+
+
+def test_the_provider_looks_nowhere_but_where_the_device_does(build):
+    assert "PATH)" not in dynamic_section(build / "lib/libventaro.so")
+
+
+def test_what_is_compiled_takes_the_headers_from_the_given_folder(build):
+    commands = (build / "compile_commands.json").read_text()
+    assert f"{build}/sdk/include" in commands
+    assert f"{SOURCE}/platform/include" not in commands
+
+
+def test_installs_the_provider_alone(build, tmp_path):
+    done = cmake("--install", build, "--prefix", tmp_path, "--strip")
+    assert done.returncode == 0, done.stderr
+    installed = [file.relative_to(tmp_path) for file in tmp_path.rglob("*") if file.is_file()]
+    assert [file.name for file in installed] == ["libventaro.so"]
 
 
 def test_the_provider_loads_and_works(build):

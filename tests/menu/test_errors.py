@@ -34,6 +34,10 @@ def test_help_is_no_error(tv):
     assert "Usage: ventaro store get" in tv.out("store", "get", "--help")
 
 
+def test_a_misspelt_option_without_a_command_is_told_of(tv):
+    assert "--breif" in tv.error(2, "--breif")
+
+
 def test_the_version_is_told(tv):
     assert re.fullmatch(r"ventaro \d+\.\d+\.\d+\n", tv.out("--version"))
 

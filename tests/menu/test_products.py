@@ -38,6 +38,7 @@ def test_the_environment_chooses_a_product_and_the_option_has_precedence(tv):
     help_text = lambda *words, **env: tv.json(*words, "get", "menu/general/network", **env)["help"]
     assert "of the projector" in help_text(VENTARO_PRODUCT="projector")
     assert "of the screen" in help_text("--product", "screen", VENTARO_PRODUCT="projector")
+    assert "of the screen" in help_text("--product=screen", VENTARO_PRODUCT="projector")
 
 
 def test_an_unknown_product_names_those_there_are(tv):

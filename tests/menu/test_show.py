@@ -40,6 +40,7 @@ def test_shows_translated_names_current_values_and_saved_networks(tv):
 
 def test_shows_the_menu_when_no_command_is_given(tv):
     assert tv.out() == tv.out("show")
+    assert tv.out("--brief") == tv.out("show", "--brief")
 
 
 def test_shows_the_language_that_the_environment_names(tv):

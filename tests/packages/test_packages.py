@@ -138,8 +138,7 @@ def build_with_cmake(root, folder):
 
 def build_with_pkg_config(root, folder):
     env = {**os.environ, "PKG_CONFIG_PATH": f"{root}/usr/{LIBRARY_DIR}/../pkgconfig"}
-    ask = lambda *words: run("pkg-config", f"--define-variable=prefix={root}/usr", *words,
-                             env=env).strip()
+    ask = lambda *words: run("pkg-config", *words, env=env).strip()
     provider = ask("--variable=provider", "ventaro")
     flags = shlex.split(ask("--cflags", "--libs", "ventaro-platform"))
     run("cc", SOURCE / "tests/packages/consumer/consumer.c", f'-DPROVIDER="{provider}"',
@@ -204,6 +203,7 @@ def complete(root, program, environment, *words):
     (["store", "set", "--"], ["--help", "--type", "--json"]),
     (["store", "set", "--type", ""], ["int", "bool", "string"]),
     (["network", "load", ""], ["empty", "home"]),
+    (["get", "--json", "menu/network/Wi"], ["menu/network/WiFiOnOff", "menu/network/WiredEAP"]),
     (["get", "menu/network/Wi"], ["menu/network/WiFiOnOff", "menu/network/WiredEAP"]),
     (["set", "menu/network/WiFiOnOff", "--"], ["--help", "--json", "--wait"]),
     (["connect", ""], ["1", "2"]),

@@ -1,5 +1,6 @@
 // The lists and texts of the four On/Off settings, as far as these are the same for all of them.
 #include <cstring>
+#include <ostream>
 
 #include "provider_test.h"
 
@@ -12,6 +13,11 @@ struct Setting {
   const char* key;
   void (*switchOn)();
 };
+
+// How GoogleTest shows a parameter.
+void PrintTo(const Setting& setting, std::ostream* out) {
+  *out << setting.key;
+}
 
 constexpr Setting kSettings[] = {
     {"WiFiPower", "menu/network/WiFiOnOff", [] { setRadio(1); }},
