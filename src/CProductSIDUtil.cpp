@@ -30,7 +30,11 @@ void replaceUntilGone(std::string& text, std::string_view token, std::string_vie
   const std::size_t large = text.size() + kMuchGrowth;
   std::string before;
   int replacements = 0;
-  for (std::size_t at = text.find(token); at != std::string::npos; at = text.find(token)) {
+  // Before the place of the last one there is no token but one that ends in what was filled in.
+  const auto next = [&](std::size_t last) {
+    return text.find(token, last - std::min(last, token.size() - 1));
+  };
+  for (std::size_t at = text.find(token); at != std::string::npos; at = next(at)) {
     const bool endless = mayNotEnd && (++replacements > kManyReplacements || text.size() > large);
     if (endless && (at >= limit || text == before)) return;
     if (endless) before = text;

@@ -193,10 +193,10 @@ Json::Value toJson(const std::vector<Item>& items) {
   return json;
 }
 
-// A stored string need not be text; JSON must be.
+// Neither a key nor a stored string need be text; JSON must be.
 Json::Value toJson(const std::string& key, const StoreValue& value) {
   Json::Value json(Json::objectValue);
-  json["key"] = key;
+  json["key"] = menu::validText(key);
   json["type"] = platform::host::typeName(value);
   const auto* text = std::get_if<std::string>(&value);
   json["value"] = text != nullptr

@@ -52,6 +52,9 @@ def test_bytes_that_are_no_text_are_told_as_json_all_the_same(tv):
     subprocess.run([*tv.program, "store", "set", "db/x", b"a\xffb", "--type", "string"],
                    capture_output=True, env=tv.env, check=True)
     assert tv.stored("db/x") == "a\ufffdb"
+    subprocess.run([*tv.program, "store", "set", b"db/\xff", "1", "--type", "int"],
+                   capture_output=True, env=tv.env, check=True)
+    assert "db/\ufffd" in [entry["key"] for entry in tv.json("store", "list", "db/")]
 
 
 @pytest.mark.parametrize("request_to_end", [signal.SIGINT, signal.SIGTERM, signal.SIGHUP])

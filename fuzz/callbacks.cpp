@@ -1,0 +1,342 @@
+// A program of callbacks: the input says which are called with what, what the TV answers, which of
+// its functions fail, and what happens in between. The provider's objects are made anew for it, as
+// when the library is loaded, and given back at its end.
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "SavedAPConnection.h"
+#include "framework.h"
+#include "require.h"
+#include "stand_in/tv.h"
+#include "ventaro/globals.h"
+#include "ventaro/menu_keys.h"
+
+using namespace fuzz;
+
+namespace {
+
+constexpr std::array kKeys = {
+    menu_keys::kNetwork,         menu_keys::kNetworkStatus,      menu_keys::kNetworkSettings,
+    menu_keys::kResetNetwork,    menu_keys::kWiFiOnOff,          menu_keys::kSavedAp1,
+    menu_keys::kSavedAp2,        menu_keys::kSavedAp1States,     menu_keys::kSavedAp2States,
+    menu_keys::kExpertSettings,  menu_keys::kWifiDirect,         menu_keys::kEasyConnect,
+    menu_keys::kWiredEap,        menu_keys::kMobileDeviceTvUs,   menu_keys::kMobileDeviceTvNotUs,
+    menu_keys::kDeviceName,      menu_keys::kSelectDeviceName,   menu_keys::kInstallCertificate,
+    menu_keys::kCertificateList, menu_keys::kCertificateManager, "provider/owner",
+    "provider/main-component",   "provider/sub-component",       "",
+};
+
+constexpr std::array kStoreKeys = {
+    kLanguageKey,
+    kSavedNetworksKey,
+    kDeviceNameStoreKey,
+    kDefaultNameStoreKey,
+    "db/menu/network/wifidirect",
+    "db/menu/network/wiredeap",
+    "db/menu/system/accessibility/highcontrast",
+    "memory/ephotel/hotelmenu/hotelfactorymode",
+    "memory/multiscreen/state",
+};
+
+constexpr std::array kFlags = {
+    "broadcast.removable_rf_tuner_support",
+    "network.network_support",
+    "orlex_version",
+    "product.b2b_option_support",
+    "product.device_sid",
+    "product.smart_monitor_feature_support",
+    "projector_feature_support",
+    "setting.eu_energy_regulation",
+};
+
+constexpr std::size_t kLongText = 3000;
+
+// A text of the input; short, or repeated until it is longer than every buffer. Texts end at a NUL.
+std::string takeText(FuzzedDataProvider& input) {
+  const std::string text = input.ConsumeRandomLengthString(300).c_str();
+  if (text.empty() || input.ConsumeIntegralInRange(0, 7) != 7) return text;
+  std::string longText;
+  while (longText.size() < kLongText) longText += text;
+  return longText;
+}
+
+std::string takeKey(FuzzedDataProvider& input) {
+  const auto choice = input.ConsumeIntegral<std::uint8_t>();
+  if (choice < 5 * kKeys.size()) return kKeys.at(choice % kKeys.size());
+  if (choice % 2 == 0) return input.ConsumeRandomLengthString(64).c_str();
+  const std::string key = input.PickValueInArray(kKeys);
+  return key.substr(0, input.ConsumeIntegralInRange<std::size_t>(0, key.size()));
+}
+
+std::string takeDocument(FuzzedDataProvider& input) {
+  std::string text =
+      "{\"count\":" + std::to_string(input.ConsumeIntegralInRange(-1, 4)) + ",\"values\":[";
+  const int entries = input.ConsumeIntegralInRange(0, 3);
+  for (int i = 0; i < entries; ++i) {
+    const std::string status =
+        input.PickValueInArray({"Connected", "Connecting", "Disconnected", ""});
+    const int strength = input.ConsumeIntegralInRange(-100, 20);
+    text += (i == 0 ? "{\"SSID\":\"" : ",{\"SSID\":\"") + input.ConsumeRandomLengthString(40) +
+            "\",\"STATUS\":\"" + status + "\",\"SIGNAL_STRENGTH\":" + std::to_string(strength) +
+            "}";
+  }
+  return text + "]}";
+}
+
+void changeStore(FuzzedDataProvider& input) {
+  const std::string key = input.PickValueInArray(kStoreKeys);
+  switch (input.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+      answers().store.erase(key);
+      break;
+    case 1:
+      answers().store[key] = input.ConsumeIntegralInRange(-1, 3);
+      break;
+    case 2:
+      answers().store[key] = takeText(input);
+      break;
+    default:
+      answers().store[key] = takeDocument(input);
+  }
+  notify(key);
+}
+
+void changeFlag(FuzzedDataProvider& input) {
+  const std::string flag = input.PickValueInArray(kFlags);
+  switch (input.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+      answers().flags.erase(flag);
+      break;
+    case 1:
+      answers().flags[flag] = input.ConsumeBool();
+      break;
+    case 2:
+      answers().flags[flag] = input.ConsumeIntegralInRange(-1, 3);
+      break;
+    default:
+      answers().flags[flag] = takeText(input);
+  }
+}
+
+void changeNetwork(FuzzedDataProvider& input) {
+  answers().radio = input.ConsumeIntegralInRange(-1, 2);
+  answers().connectedMhz = std::nullopt;
+  if (input.ConsumeBool()) answers().connectedMhz = input.ConsumeIntegralInRange(5900, 5930);
+  answers().wakeOnMobile = input.ConsumeBool();
+}
+
+void changeTranslations(FuzzedDataProvider& input) {
+  answers().otherTranslation = std::nullopt;
+  if (input.ConsumeBool()) answers().otherTranslation = takeText(input);
+}
+
+// Which functions fail, until the next change.
+void changeFaults(FuzzedDataProvider& input) {
+  answers().failing = input.ConsumeBool() ? input.ConsumeIntegral<std::uint32_t>() : 0;
+  answers().failure = input.ConsumeIntegralInRange(1, 20) * (input.ConsumeBool() ? -1 : 1);
+  answers().failsAfterWork = input.ConsumeBool();
+}
+
+// The provider's objects, as when the library is loaded and unloaded.
+class LoadedObjects {
+ public:
+  explicit LoadedObjects(FuzzedDataProvider& input) {
+    destroy();
+    if (input.ConsumeBool()) {
+      changeFaults(input);
+      changeNetwork(input);
+      const int profiles = input.ConsumeIntegralInRange(0, 3);
+      for (int i = 0; i < profiles; ++i) {
+        answers().profileTypes.push_back(input.ConsumeIntegralInRange(0, 3));
+      }
+    }
+    construct();
+  }
+  ~LoadedObjects() {
+    destroy();
+    resetAnswers();
+    construct();  // those that the end of the process destroys
+  }
+  LoadedObjects(const LoadedObjects&) = delete;
+  LoadedObjects& operator=(const LoadedObjects&) = delete;
+
+ private:
+  static void construct() {
+    DeviceNameListInterface::m_DevicenameList.clear();
+    DeviceNameListInterface::m_DefaultDeviceName.clear();
+    DeviceNameListInterface::m_IsFillDeviceNameList = false;
+    std::construct_at(&CMobileDeviceTVObj);
+    std::construct_at(&CWiFiOnOffObj);
+    std::construct_at(&CWiFiDirectObj);
+    std::construct_at(&CWiredEAPObj);
+  }
+
+  static void destroy() {
+    std::destroy_at(&CWiredEAPObj);
+    std::destroy_at(&CWiFiDirectObj);
+    std::destroy_at(&CWiFiOnOffObj);
+    std::destroy_at(&CMobileDeviceTVObj);
+    require(openConnections() == 0, "every connection is destroyed with its object");
+    require(openAccessPoints() == 0, "every access point is destroyed");
+    require(runningTimers() == 0, "the timer ends with its object");
+  }
+};
+
+void getInt(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  const int before = input.ConsumeIntegralInRange(-2, 3);
+  int value = before;
+  int result = 0;
+  if (framework.intValue(key, value, result) == Raised::kLock) {
+    require(value == before, "an exception leaves the output untouched");
+    return;
+  }
+  require(result == -1 || result == 0 || result == 1, "an integer value gives -1, 0 or 1");
+  if (key == menu_keys::kWiFiOnOff) {
+    require(result != 0, "Wi-Fi gives 1 or -1");
+  } else if (key == menu_keys::kWifiDirect) {
+    require(result == 1 && (value == 0 || value == 1), "Wi-Fi Direct gives 1 and the value");
+  } else if (key == menu_keys::kWiredEap) {
+    require(result == value && result >= 0, "wired 802.1X gives the value itself");
+  } else if (key == menu_keys::kMobileDeviceTvUs) {
+    require(result == (result == -1 ? -1 : value), "power on with mobile gives the value itself");
+    require(result != -1 || value == before, "an unreadable mode leaves the output untouched");
+  } else {
+    require(result != 1, "the device name gives 0 or -1");
+    require(result == -1 || (value >= 0 && value <= 1), "the device name is an entry of its list");
+    require(result == 0 || value == before || value == 0, "without a name at most 0 is put");
+  }
+}
+
+void setInt(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  const int value =
+      input.ConsumeBool() ? input.ConsumeIntegralInRange(-1, 3) : input.ConsumeIntegral<int>();
+  int result = 7;
+  if (framework.setInt(key, value, result) != Raised::kNothing) return;
+  const int failure = answers().failure;
+  if (key == menu_keys::kWiFiOnOff) {
+    require(result == 1 || result == -1, "a Wi-Fi switch gives 1 or -1");
+    require(runningTimers() == 1, "a Wi-Fi switch starts the timer");
+  } else if (key == menu_keys::kMobileDeviceTvUs) {
+    require(result >= -1 && result <= 1, "power on with mobile gives the mode or -1");
+  } else {
+    const bool isDirect = key == menu_keys::kWifiDirect;
+    require(result == 0 || result == failure || (result == -1 && !isDirect),
+            "a value gives 0, the store's error, or -1");
+  }
+}
+
+void setString(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  const std::string name = takeText(input);
+  const auto before = readableText(kDeviceNameStoreKey);
+  int result = 0;
+  const Raised raised = framework.setString(key, name, result);
+  if (raised == Raised::kNothing && result == 0) {
+    require(std::get<std::string>(answers().store[kDeviceNameStoreKey]) == name,
+            "a name is stored");
+  } else if (!answers().failsAfterWork) {
+    require(readableText(kDeviceNameStoreKey) == before, "the old name stays");
+  }
+}
+
+void getString(FuzzedDataProvider& input, Framework& framework) {
+  std::optional<std::string> value;
+  const std::string key = takeKey(input);
+  framework.stringValue(key, input.ConsumeBool(), value);
+}
+
+void askText(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  std::string text;
+  switch (input.ConsumeIntegralInRange(0, 3)) {
+    case 0:
+      framework.displayName(key, text);
+      break;
+    case 1:
+      framework.helpText(key, text);
+      break;
+    case 2:
+      framework.titleIcon(key, text);
+      break;
+    default:
+      framework.statusIcon(key, text);
+  }
+}
+
+void askList(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  std::vector<Framework::Entry> entries;
+  framework.list(key, input.ConsumeIntegralInRange(0, 7) == 7, entries);
+}
+
+void askBox(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  const Framework::Box before{takeText(input), takeText(input), takeText(input)};
+  Framework::Box after;
+  framework.messageBox(key, before, after);
+}
+
+void askRules(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  bool answer = false;
+  framework.isEnabled(key, answer);
+  framework.isVisible(key, answer);
+  framework.checksWithoutRule(key);
+}
+
+void askRest(FuzzedDataProvider& input, Framework& framework) {
+  const std::string key = takeKey(input);
+  framework.moduleInfo(key);
+  framework.currentValue(key);
+  framework.nulls();
+}
+
+void passTime(FuzzedDataProvider& input, Framework& /*framework*/) {
+  const int times = input.ConsumeIntegralInRange(1, 5);
+  for (int i = 0; i < times; ++i) fireTimers();
+}
+
+void changeTv(FuzzedDataProvider& input, Framework& /*framework*/) {
+  constexpr std::array kChanges = {changeStore, changeFlag, changeNetwork, changeTranslations,
+                                   changeFaults};
+  input.PickValueInArray(kChanges)(input);
+}
+
+void failLock(FuzzedDataProvider& input, Framework& framework);
+
+using Step = void (*)(FuzzedDataProvider& input, Framework& framework);
+constexpr std::array<Step, 12> kSteps = {getInt,  setInt,   setString, getString,
+                                         askText, askList,  askBox,    askRules,
+                                         askRest, passTime, changeTv,  failLock};
+
+// One step during which the lock cannot be taken.
+void failLock(FuzzedDataProvider& input, Framework& framework) {
+  const Step step = input.PickValueInArray(kSteps);
+  if (step == failLock) return;
+  answers().lockError = input.ConsumeIntegralInRange(1, 40);
+  step(input, framework);
+  answers().lockError = 0;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
+  SavedAPConnection::GetInstance();  // subscribes, once per process
+  return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  resetAnswers();
+  FuzzedDataProvider input(data, size);
+  const LoadedObjects objects(input);
+  Framework framework;
+  while (input.remaining_bytes() > 0) input.PickValueInArray(kSteps)(input, framework);
+  return 0;
+}
