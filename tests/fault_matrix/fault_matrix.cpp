@@ -1,0 +1,231 @@
+#include "fault_matrix.h"
+
+#include <cxxabi.h>
+#include <json/value.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <system_error>
+#include <typeinfo>
+
+#include "heap.h"
+
+namespace {
+
+int combinations = 0;
+int failing = 0;  // those in which the function was called, and so failed
+
+class PrintsTheirNumber : public testing::Environment {
+ public:
+  void TearDown() override {
+    std::cout << "Combinations: " << combinations << ", in " << failing << " a call failed\n";
+  }
+};
+const testing::Environment* const kPrinter =
+    testing::AddGlobalTestEnvironment(new PrintsTheirNumber);
+
+// The exact type, so that an exception derived from an expected one is not taken for it. What the
+// JSON library raises has one name.
+std::string nameOf(const std::exception& exception) {
+  if (const auto* error = dynamic_cast<const std::system_error*>(&exception)) {
+    return "std::system_error " + std::to_string(error->code().value());
+  }
+  if (dynamic_cast<const Json::Exception*>(&exception) != nullptr) return "Json::Exception";
+  int status = 0;
+  const std::unique_ptr<char, decltype(&std::free)> name(
+      abi::__cxa_demangle(typeid(exception).name(), nullptr, nullptr, &status), &std::free);
+  return name.get();
+}
+
+// The next call would wait for ever.
+void demandFreeLock(const Journal& journal, const std::string& who) {
+  if (journal.count(locks()) == journal.count(unlocks())) return;
+  std::cerr << who << " has kept the lock; nothing can be called any more.\n";
+  std::_Exit(EXIT_FAILURE);
+}
+
+constexpr char kPrintingFunction[] = "connection_profile_enable_ethernet_eap";
+
+}  // namespace
+
+const std::vector<std::string>& failingFunctions() {
+  static const std::vector<std::string> functions = {
+      "CStringUtil::CombinateStrings",
+      "connection_create",
+      "connection_destroy",
+      "connection_get_profile_iterator",
+      kPrintingFunction,
+      "connection_profile_get_type",
+      "connection_profile_iterator_has_next",
+      "connection_profile_iterator_next",
+      "evas_textblock_text_utf8_to_markup",
+      "platform_mkpath",
+      kLockFunction,
+      "system_info_get_custom_bool",
+      "system_info_get_custom_int",
+      "system_info_get_custom_string",
+      "util_get_wakeOnMobile_mode",
+      "util_set_wakeOnMobile_mode",
+      "vconf_get_bool",
+      "vconf_get_int",
+      "vconf_get_str",
+      "vconf_notify_key_changed",
+      "vconf_set_int",
+      "vconf_set_str",
+      "wifi_ap_destroy",
+      "wifi_ap_get_frequency",
+      "wifi_get_connected_ap",
+      "wifi_get_enable_qx",
+      "wifi_initialize",
+      "wifi_set_enable_qx",
+  };
+  return functions;
+}
+
+const std::vector<Mode>& matrixModes() {
+  static const std::vector<Mode> modes = {Mode::kAlways, Mode::kFirstCall, Mode::kSecondCall,
+                                          Mode::kAlwaysWithOutput};
+  return modes;
+}
+
+void countCombination(const Walker& walker) {
+  ++combinations;
+  if (walker.hasFailed()) ++failing;
+}
+
+void arm(const Fault& fault) {
+  if (fault.function == kLockFunction) return;  // that is armed taking by taking
+  switch (fault.mode) {
+    case Mode::kNever:
+      return;
+    case Mode::kAlways:
+      return failWith(fault.function, kFailure);
+    case Mode::kAlwaysWithOutput:
+      return failWith(fault.function, kFailure, Effect::kAsSuccess);
+    case Mode::kFirstCall:
+      return failCall(fault.function, 1, kFailure);
+    case Mode::kSecondCall:
+      return failCall(fault.function, 2, kFailure);
+    case Mode::kThirdCall:
+      return failCall(fault.function, 3, kFailure);
+  }
+}
+
+void disarm(const Fault& fault) {
+  if (fault.function != kLockFunction && fault.mode != Mode::kNever) succeedAgain(fault.function);
+}
+
+void FaultMatrix::enter(const World& world, bool watching) {
+  world_ = world;
+  // The loading asks for the access point once.
+  walker_ = Walker({.accessPoints = 1, .networksAreWatched = watching});
+  useWorldTexts();
+  apply(world);
+  create();
+  functions_ = std::make_unique<Functions>(entries(), table());
+  if (world.wiredListWasAsked) listItems("menu/network/WiredEAP");
+  if (watching) {
+    store().erase(kNetworksKey);
+    titleIcon(kFirstNetworkKey);
+    publishNetworks(world);
+  }
+  clearJournal();
+  blocksBefore_ = liveBlocks();
+}
+
+void FaultMatrix::expectTable(const Function& function, const Table& rows,
+                              const std::vector<std::string>& keys) {
+  for (const std::string& key : keys) {
+    const Steps& steps = stepsFor(rows, key);
+    for (const std::string& failing : failingFunctions()) {
+      for (const Mode mode : matrixModes()) {
+        expectTwoCalls(function, steps, key, {failing, mode});
+        if (HasFailure()) return;  // the others would be the same
+      }
+    }
+  }
+}
+
+void FaultMatrix::expectTwoCalls(const Function& function, const Steps& steps,
+                                 const std::string& key, const Fault& fault) {
+  settle();
+  for (int i = 0; i < 2 && function.prepare; ++i) function.prepare(key.c_str());
+  walker_.arm(fault);
+  arm(fault);
+  for (int i = 1; i <= 2; ++i) {
+    if (walker_.nextLockFails()) failNextLock(kLockFailure);
+    const Outcome expected = walker_.walk(steps, key);
+    const Outcome actual = callOnce(function, key, fault.function == kPrintingFunction);
+    EXPECT_EQ(actual, expected) << function.name << " of \"" << key << "\" on "  //
+                                << world_.name << ", call " << i << ", while " << fault.function
+                                << " fails " << nameOf(fault.mode);
+    EXPECT_EQ(store().subscriptions().size(), walker_.subscriptions()) << function.name;
+    EXPECT_EQ(openAps(), walker_.openAccessPoints()) << function.name << " of \"" << key << "\"";
+  }
+  disarm(fault);
+  countCombination(walker_);
+  EXPECT_EQ(openConnections(), 3) << function.name;
+  const int kept = countsBlocks() ? walker_.keptTexts() : 0;
+  EXPECT_EQ(liveBlocks() - blocksBefore_, kept)
+      << function.name << " of \"" << key << "\" while " << fault.function << " fails "
+      << nameOf(fault.mode) << ": blocks that nobody has freed";
+}
+
+Outcome FaultMatrix::callOnce(const Function& function, const std::string& key, bool capture) {
+  Outcome run;
+  Outputs out;
+  clearJournal();
+  if (capture) testing::internal::CaptureStdout();
+  run.answer = called(function, out, key.c_str());
+  if (capture) run.printed = testing::internal::GetCapturedStdout();
+  failNextLock(0);  // what was not taken cannot fail any more
+  run.journal = journal();
+  demandFreeLock(run.journal, function.name + " of \"" + key + "\"");
+  const bool raised = run.answer.starts_with("raises ");
+  if (raised) {
+    run.answer = answerOf(run.answer, out.areUntouched() ? kUntouched : "outputs touched");
+  } else if (function.outputs) {
+    run.answer = answerOf(run.answer, function.outputs(out));
+  }
+  if (function.giveBack) function.giveBack(out);
+  return run;
+}
+
+// Only three may leave: when the lock cannot be had, for a misshapen document, and without a menu
+// language.
+std::string FaultMatrix::called(const Function& function, Outputs& out, const char* key) {
+  std::string name = "something that is no std::exception";
+  try {
+    return function.call(out, key);
+  } catch (const std::exception& exception) {
+    name = nameOf(exception);
+  } catch (...) {  // reported below
+  }
+  const bool mayLeave = name.starts_with("std::system_error ") || name == "Json::Exception" ||
+                        name == "std::logic_error";
+  EXPECT_TRUE(mayLeave) << name << " left " << function.name << " of \"" << key << "\"";
+  return "raises " + name;
+}
+
+// Puts back what the last combination has changed, the refresh timer included.
+void FaultMatrix::settle() {
+  restore(world_);
+  if (runningTimers() == 0) return;
+  advanceTimers(4);
+  walker_.timerHasEnded();
+}
+
+void FaultMatrix::leave() {
+  functions_.reset();
+  unload();
+  EXPECT_EQ(openConnections(), 0);
+  EXPECT_EQ(logMistakes(), std::vector<std::string>());
+  EXPECT_EQ(wrongRemovals(), std::vector<unsigned>());
+  reset();
+}
+
+void FaultMatrix::TearDown() {
+  leave();
+  ProviderTest::TearDown();
+}

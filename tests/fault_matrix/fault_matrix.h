@@ -1,0 +1,59 @@
+// The fixture of the matrix: the real provider, called again and again while the platform's
+// functions fail one after the other, and compared with the tables.
+#ifndef FAULT_MATRIX_FAULT_MATRIX_H
+#define FAULT_MATRIX_FAULT_MATRIX_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "course.h"
+#include "functions.h"
+#include "provider_test.h"
+#include "tables.h"
+#include "world.h"
+
+// Every platform function that can fail; the lock's among them. GLib's timers cannot.
+const std::vector<std::string>& failingFunctions();
+
+const std::vector<Mode>& matrixModes();
+
+// Counts a combination for the sums that are printed at the end.
+void countCombination(const Walker& walker);
+
+// Makes the platform fail so, and no longer.
+void arm(const Fault& fault);
+void disarm(const Fault& fault);
+
+class FaultMatrix : public ProviderTest {
+ protected:
+  // Loads the provider over this world and creates it. The saved networks are watched from here on
+  // unless said otherwise.
+  void enter(const World& world, bool watching = true);
+
+  Functions& functions() { return *functions_; }
+
+  // Two calls in a row, for every key and under every fault, are as the table says.
+  void expectTable(const Function& function, const Table& rows,
+                   const std::vector<std::string>& keys = allKeys());
+
+  // The same for one key and one fault.
+  void expectTwoCalls(const Function& function, const Steps& steps, const std::string& key,
+                      const Fault& fault);
+
+  // One call and what came of it, standard output only when it is to be captured.
+  Outcome callOnce(const Function& function, const std::string& key, bool capture);
+  void leave();
+  void TearDown() override;
+
+ private:
+  std::string called(const Function& function, Outputs& out, const char* key);
+  void settle();
+
+  World world_;
+  Walker walker_;
+  std::unique_ptr<Functions> functions_;
+  int blocksBefore_ = 0;
+};
+
+#endif  // FAULT_MATRIX_FAULT_MATRIX_H
