@@ -74,25 +74,30 @@ void CWiFiOnOff::UpdateWifiDirect() {
 int CWiFiOnOff::OnTimerTimeOut(void* data) {
   if (data == nullptr) return G_SOURCE_REMOVE;
   auto& self = *static_cast<CWiFiOnOff*>(data);
-  if (self.m_tickCount != kSilentFirings) {
-    ++self.m_tickCount;
+  // A switch may take this timer away meanwhile, and start the next. It resets the count before it
+  // takes the id; here the id is read before the count, so it is not the next timer's when the
+  // count says that this is the last firing.
+  unsigned int source = self.m_timerSource;
+  int firings = self.m_tickCount;
+  if (firings != kSilentFirings) {
+    self.m_tickCount.compare_exchange_strong(firings, firings + 1);  // or it stays reset
     return G_SOURCE_CONTINUE;
   }
-  self.m_tickCount = 0;
-  // In one step, here too: a switch may start the next timer meanwhile.
-  g_source_remove(self.m_timerSource.exchange(0));
+  if (!self.m_tickCount.compare_exchange_strong(firings, 0)) return G_SOURCE_CONTINUE;
+  // Whoever takes the id removes the timer.
+  const bool isTaken = !self.m_timerSource.compare_exchange_strong(source, 0);
+  if (!isTaken) g_source_remove(source);
   if (vconf_set_int("db/menu/refresh_menu", kRefreshMenu) != 0) {
     LOG_MAIN("Failed to set REFRESH_MENU_VCONF ");
   } else {
     LOG_MAIN("Success to Set REFRESH_MENU_VCONF");
   }
-  return G_SOURCE_REMOVE;
+  return isTaken ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
 }
 
 void CWiFiOnOff::stopTimer() {
-  // In one step: the timer, which takes no lock, may end itself meanwhile.
+  if (m_timerSource == 0) return;
+  m_tickCount = 0;  // first, see OnTimerTimeOut()
   const unsigned int source = m_timerSource.exchange(0);
-  if (source == 0) return;
-  m_tickCount = 0;
-  g_source_remove(source);
+  if (source != 0) g_source_remove(source);  // else the timer has ended itself
 }
