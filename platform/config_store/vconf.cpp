@@ -95,6 +95,7 @@ class Library {
   // Whether it may have been unloaded and loaded again, to the same place. The program itself
   // cannot.
   bool mayHaveBeenReloaded() const {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel hands the address over as a number.
     if (loaded_ == find(reinterpret_cast<const void*>(getauxval(AT_PHDR)))) return false;
     const LoadCounts now = loadCounts();
     return now.loads != countsThen_.loads && now.unloads != countsThen_.unloads;
