@@ -85,19 +85,20 @@ int CWiFiOnOff::OnTimerTimeOut(void* data) {
   }
   if (!self.m_tickCount.compare_exchange_strong(firings, 0)) return G_SOURCE_CONTINUE;
   // Whoever takes the id removes the timer.
-  const bool isTaken = !self.m_timerSource.compare_exchange_strong(source, 0);
-  if (!isTaken) g_source_remove(source);
+  if (self.m_timerSource.compare_exchange_strong(source, 0)) g_source_remove(source);
   if (vconf_set_int("db/menu/refresh_menu", kRefreshMenu) != 0) {
     LOG_MAIN("Failed to set REFRESH_MENU_VCONF ");
   } else {
     LOG_MAIN("Success to Set REFRESH_MENU_VCONF");
   }
-  return isTaken ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
+  return G_SOURCE_REMOVE;
 }
 
 void CWiFiOnOff::stopTimer() {
   if (m_timerSource == 0) return;
   m_tickCount = 0;  // first, see OnTimerTimeOut()
   const unsigned int source = m_timerSource.exchange(0);
-  if (source != 0) g_source_remove(source);  // else the timer has ended itself
+  if (source == 0) return;  // the timer has ended itself
+  g_source_remove(source);
+  m_tickCount = 0;  // again: it may have fired until now
 }

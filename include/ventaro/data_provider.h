@@ -27,6 +27,12 @@
  *  7. Exceptions. A [locked] function raises std::system_error when the lock cannot be taken. The
  *     other exceptions are named at their functions. Whatever leaves a function, the lock is free
  *     again, nothing has leaked, and the outputs are untouched.
+ *  8. Loading and unloading. Loading the library already asks the platform's services. Load and
+ *     unload it on the thread that runs GLib's default main context: there the refresh timer fires,
+ *     without the lock, and nobody else may be inside the library when it goes. What it handed out
+ *     must have gone back. Its subscription to the saved networks stays with the store, which must
+ *     not call into a library that is gone. Where nobody iterates the main context, the menu is not
+ *     asked to refresh after a Wi-Fi switch.
  */
 #ifndef VENTARO_DATA_PROVIDER_H
 #define VENTARO_DATA_PROVIDER_H

@@ -186,6 +186,37 @@ void appendChange(const Transaction& transaction, MDB_dbi journal, std::string_v
   if (error != MDB_NOTFOUND) check(error, "cannot write");
 }
 
+struct FileSize {
+  int file = -1;
+  std::uint64_t is = 0;      // bytes
+  std::uint64_t wanted = 0;  // bytes, for all pages that are in use
+};
+
+FileSize fileSize(MDB_env* environment) {
+  MDB_envinfo info{};
+  MDB_stat pages{};
+  FileSize size;
+  check(mdb_env_info(environment, &info), "cannot open");
+  check(mdb_env_stat(environment, &pages), "cannot open");
+  check(mdb_env_get_fd(environment, &size.file), "cannot open");
+  size.wanted = (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
+  // Taken after the number of pages, since other processes may let the file grow meanwhile.
+  struct stat status {};
+  if (fstat(size.file, &status) != 0) check(errno, "cannot open");
+  size.is = static_cast<std::uint64_t>(status.st_size);
+  return size;
+}
+
+// A page that was taken and given back in one transaction is counted and not written. Where it is
+// the last one the file ends before it; it is filled up, so that only a file that was cut is short.
+void fillUpFile(MDB_env* environment) {
+  const FileSize size = fileSize(environment);
+  if (size.is >= size.wanted) return;
+  // Without room the file stays as short as it is, and what is stored is stored.
+  [[maybe_unused]] const int error = posix_fallocate(size.file, static_cast<off_t>(size.is),
+                                                     static_cast<off_t>(size.wanted - size.is));
+}
+
 struct Tables {
   MDB_dbi values;
   MDB_dbi journal;
@@ -207,8 +238,10 @@ bool write(MDB_env* environment, Tables tables, const std::map<std::string, Stor
     appendChange(transaction, tables.journal, name);
     changed = true;
   }
-  if (changed) transaction.commit();
-  return changed;
+  if (!changed) return false;
+  transaction.commit();
+  fillUpFile(environment);
+  return true;
 }
 
 void makeFolder(const std::filesystem::path& folder) {
@@ -235,20 +268,10 @@ void reserveLockFile(const std::filesystem::path& path) {
 
 // What LMDB maps beyond the end of a file that was cut short would kill the process.
 void requireWholeFile(MDB_env* environment) {
-  MDB_envinfo info{};
-  MDB_stat pages{};
-  int file = -1;
-  check(mdb_env_info(environment, &info), "cannot open");
-  check(mdb_env_stat(environment, &pages), "cannot open");
-  check(mdb_env_get_fd(environment, &file), "cannot open");
-  // Taken after the number of pages, since other processes may let the file grow meanwhile.
-  struct stat status {};
-  if (fstat(file, &status) != 0) check(errno, "cannot open");
-  const std::uint64_t wanted = (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
-  const auto size = static_cast<std::uint64_t>(status.st_size);
-  if (size >= wanted) return;
-  throw StoreError(StoreCode::kUnavailable, "data.mdb is cut short: " + std::to_string(size) +
-                                                " of " + std::to_string(wanted) + " bytes" +
+  const FileSize size = fileSize(environment);
+  if (size.is >= size.wanted) return;
+  throw StoreError(StoreCode::kUnavailable, "data.mdb is cut short: " + std::to_string(size.is) +
+                                                " of " + std::to_string(size.wanted) + " bytes" +
                                                 kAdviceOnDamage);
 }
 

@@ -63,6 +63,8 @@ std::size_t heapInUse() {
 
 // Whether a timer runs on the default main context.
 bool isATimerRunning() {
+  while (g_main_context_iteration(nullptr, FALSE)) {  // those that are due
+  }
   gint timeout = 0;
   gint priority = 0;
   GMainContext* context = g_main_context_default();
@@ -70,7 +72,7 @@ bool isATimerRunning() {
   g_main_context_prepare(context, &priority);
   g_main_context_query(context, priority, &timeout, nullptr, 0);
   g_main_context_release(context);
-  return timeout > 0;
+  return timeout >= 0;
 }
 
 class LoadingAndUnloading : public platform_tests::PlatformTest {
