@@ -3,6 +3,7 @@
 // when the library is loaded, and given back at its end.
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -142,6 +143,14 @@ void changeFaults(FuzzedDataProvider& input) {
   answers().failsAfterWork = input.ConsumeBool();
 }
 
+// So many entries has the list of wired 802.1X: none before it has been asked for once.
+int wiredEntries = 0;
+
+// Of the device name's list all but the last can be set as a number.
+int nameEntries() {
+  return std::max(static_cast<int>(DeviceNameListInterface::m_DevicenameList.size()) - 1, 0);
+}
+
 // The provider's objects, as when the library is loaded and unloaded.
 class LoadedObjects {
  public:
@@ -174,6 +183,7 @@ class LoadedObjects {
     std::construct_at(&CWiFiOnOffObj);
     std::construct_at(&CWiFiDirectObj);
     std::construct_at(&CWiredEAPObj);
+    wiredEntries = 0;
   }
 
   static void destroy() {
@@ -213,22 +223,30 @@ void getInt(FuzzedDataProvider& input, Framework& framework) {
   }
 }
 
+// The result of an item whose value is an entry of its list.
+void requireEntrySet(int value, int entries, int whenSet, int result) {
+  const int expected = value >= 0 && value < entries ? whenSet : -1;
+  require(result == expected, "an entry of the list gives the store's result, others -1");
+}
+
 void setInt(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
   const int value =
       input.ConsumeBool() ? input.ConsumeIntegralInRange(-1, 3) : input.ConsumeIntegral<int>();
   int result = 7;
   if (framework.setInt(key, value, result) != Raised::kNothing) return;
-  const int failure = answers().failure;
+  const int whenSet = resultOf(Function::kVconfSetInt);
   if (key == menu_keys::kWiFiOnOff) {
     require(result == 1 || result == -1, "a Wi-Fi switch gives 1 or -1");
     require(runningTimers() == 1, "a Wi-Fi switch starts the timer");
   } else if (key == menu_keys::kMobileDeviceTvUs) {
     require(result >= -1 && result <= 1, "power on with mobile gives the mode or -1");
-  } else {
-    const bool isDirect = key == menu_keys::kWifiDirect;
-    require(result == 0 || result == failure || (result == -1 && !isDirect),
-            "a value gives 0, the store's error, or -1");
+  } else if (key == menu_keys::kWifiDirect) {
+    require(result == whenSet, "Wi-Fi Direct gives the store's result");
+  } else if (key == menu_keys::kWiredEap) {
+    requireEntrySet(value, wiredEntries, whenSet, result);
+  } else if (key != menu_keys::kSavedAp1 && key != menu_keys::kSavedAp2) {
+    requireEntrySet(value, nameEntries(), resultOf(Function::kVconfSetStr), result);
   }
 }
 
@@ -273,7 +291,10 @@ void askText(FuzzedDataProvider& input, Framework& framework) {
 void askList(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
   std::vector<Framework::Entry> entries;
-  framework.list(key, input.ConsumeIntegralInRange(0, 7) == 7, entries);
+  const Raised raised = framework.list(key, input.ConsumeIntegralInRange(0, 7) == 7, entries);
+  if (raised == Raised::kNothing && key == menu_keys::kWiredEap) {
+    wiredEntries = static_cast<int>(entries.size());
+  }
 }
 
 void askBox(FuzzedDataProvider& input, Framework& framework) {

@@ -7,6 +7,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
@@ -15,6 +17,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "../menu/cli/commands.h"
@@ -34,6 +37,8 @@ constexpr std::size_t kLongest = 4096;  // bytes that are typed
 
 int input = -1;   // a file in memory, in the place of standard input
 int output = -1;  // and of standard output
+
+bool interrupted = false;  // Ctrl-C came
 
 // Connecting takes no time here.
 constexpr char kScenario[] =
@@ -78,6 +83,15 @@ Json::Value printedJson() {
   return root;
 }
 
+// Whether one of the words was typed that may wait, however it was quoted.
+bool mayWait(std::string typed) {
+  std::erase_if(typed,
+                [](char c) { return std::string_view("\"'\\").find(c) != std::string::npos; });
+  constexpr std::array<std::string_view, 4> kWaiting = {"watch", "serve", "connect", "--wait"};
+  return std::ranges::any_of(
+      kWaiting, [&](std::string_view word) { return typed.find(word) != std::string::npos; });
+}
+
 // What holds whatever was typed before.
 void requireOrder(bool alsoOfTheMenu) {
   const auto values = ConfigStore::instance().list("");
@@ -94,10 +108,13 @@ void requireOrder(bool alsoOfTheMenu) {
 }
 
 void type(const std::uint8_t* data, std::size_t size) {
-  fill(input, reinterpret_cast<const char*>(data), size);
+  const auto* text = reinterpret_cast<const char*>(data);
+  fill(input, text, size);
+  interrupted = false;
   const int result = run({"shell"});
+  require(!interrupted || mayWait({text, size}), "nothing waits that is not to");
   require(result == cli::kDone || result == cli::kFailed || result == cli::kUnknown ||
-              result == cli::kUnanswered || result == cli::kInterrupted,
+              result == cli::kUnanswered || (result == cli::kInterrupted && interrupted),
           "the program ends with one of its codes");
 }
 
@@ -128,6 +145,7 @@ gboolean __wrap_g_main_context_iteration(GMainContext* context, gboolean mayBloc
 gboolean __wrap_g_main_context_iteration(GMainContext* context, gboolean mayBlock) {
   const gboolean worked = __real_g_main_context_iteration(context, FALSE);
   if (worked != FALSE || mayBlock == FALSE) return worked;
+  interrupted = true;
   std::raise(SIGINT);
   return __real_g_main_context_iteration(context, TRUE);
 }

@@ -45,13 +45,14 @@ void replaceUntilGone(std::string& text, std::string_view token, std::string_vie
 
 // Replaces token after token, going on one byte after the start of what was filled in. Where the
 // value brings the token in behind its first byte that would never end; it ends behind the bytes
-// that count.
+// that count, and the text is kept no longer than they depend on.
 void fillToken(std::string& text, std::string_view token, std::string_view value,
                std::size_t limit) {
   const bool endless = value.find(token, 1) != std::string_view::npos;
   for (std::size_t at = text.find(token); at != std::string::npos; at = text.find(token, at + 1)) {
     if (endless && at >= limit) return;
     text.replace(at, token.size(), value);
+    if (endless) text.resize(std::min(text.size(), limit + token.size() - 1));
   }
 }
 

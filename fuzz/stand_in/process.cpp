@@ -75,6 +75,7 @@ gboolean __wrap_g_source_remove(unsigned id);
 int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex) {
   if (mutex != ProviderMutex.native_handle()) return __real_pthread_mutex_lock(mutex);
   require(!held, "the lock is not taken twice");
+  takeLock();
   if (answers().lockError != 0) return answers().lockError;
   held = true;
   return __real_pthread_mutex_lock(mutex);
@@ -89,6 +90,7 @@ int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex) {
 }
 
 char* __wrap_dgettext(const char* domain, const char* sid) {
+  enter();
   require(std::strcmp(domain, "ventaro") == 0, "texts are of the provider's domain");
   const auto found = answers().translations.find(sid);
   if (found != answers().translations.end()) return keep(found->second);
@@ -96,12 +98,14 @@ char* __wrap_dgettext(const char* domain, const char* sid) {
 }
 
 unsigned __wrap_g_timeout_add_seconds(unsigned seconds, GSourceFunc function, void* data) {
+  enter();
   require(seconds > 0 && function != nullptr, "a timer has a period and a function");
   timers().running.push_back({++timers().lastId, function, data});
   return timers().lastId;
 }
 
 gboolean __wrap_g_source_remove(unsigned id) {
+  enter();
   require(isRunning(id), "a timer is removed while it runs");
   stop(id);
   return TRUE;

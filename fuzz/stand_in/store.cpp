@@ -82,6 +82,7 @@ int vconf_get_bool(const char* key, int* value) {
 }
 
 int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* user_data) {
+  enter();
   require(callback != nullptr, "a subscriber has a callback");
   subscribers().push_back({key, callback, user_data});
   return 0;

@@ -57,6 +57,7 @@ char* evas_textblock_text_utf8_to_markup(const void* /*object*/, const char* utf
 void CStringUtil::CombinateStrings(char* buffer, std::size_t capacity, const char* text,
                                    const char* first, const char* second, const char* third,
                                    const char* fourth) {
+  enter();
   require(buffer != nullptr && capacity > 0 && text != nullptr, "there is a buffer and a text");
   constexpr std::string_view kLetters = "ABCD";
   const std::array arguments = {first, second, third, fourth};

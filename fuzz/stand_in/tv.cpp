@@ -33,10 +33,14 @@ void resetAnswers() {
   state().kept.clear();
 }
 
+int resultOf(Function function) {
+  const bool fails = (answers().failing >> static_cast<unsigned>(function) & 1U) != 0;
+  return fails ? answers().failure : 0;
+}
+
 std::optional<std::string> readableText(const std::string& key) {
-  const bool fails = (answers().failing >> static_cast<unsigned>(Function::kVconfGetStr) & 1U) != 0;
   const auto found = answers().store.find(key);
-  if (fails || found == answers().store.end()) return std::nullopt;
+  if (resultOf(Function::kVconfGetStr) != 0 || found == answers().store.end()) return std::nullopt;
   const auto* text = std::get_if<std::string>(&found->second);
   return text != nullptr ? std::optional(*text) : std::nullopt;
 }
@@ -49,12 +53,17 @@ LockRule::~LockRule() {
   state().rule = Lock::kAny;
 }
 
+void takeLock() {
+  require(state().rule != Lock::kFree, "a lock-free function does not take the lock");
+}
+
+void enter() {
+  require(state().rule != Lock::kHeld || isLockHeld(), "the platform is asked with the lock held");
+}
+
 int enter(Function function) {
-  const Lock rule = state().rule;
-  require(rule != Lock::kHeld || isLockHeld(), "the platform is asked with the lock held");
-  require(rule != Lock::kFree || !isLockHeld(), "a lock-free function does not take the lock");
-  const bool fails = (answers().failing >> static_cast<unsigned>(function) & 1U) != 0;
-  return fails ? answers().failure : 0;
+  enter();
+  return resultOf(function);
 }
 
 char* keep(const std::string& text) {

@@ -77,6 +77,9 @@ Answers& answers();
 // Makes the answers those of a TV that holds no values; handles and timers stay.
 void resetAnswers();
 
+// What a function gives that does its work unless it is to fail: 0, or the code of the failure.
+int resultOf(Function function);
+
 // Whether a string can be read from the store at this moment.
 std::optional<std::string> readableText(const std::string& key);
 
@@ -105,8 +108,13 @@ std::size_t openAccessPoints();
 
 // ---- For the stand-in's own files ----
 
-// Called first by every function: 0, or the code with which it is to fail.
+// Called first by every function of the platform; for one that can fail: 0, or the code with which
+// it is to.
+void enter();
 int enter(Function function);
+
+// Called when the provider takes its lock.
+void takeLock();
 
 // Keeps a text for as long as the answers, for functions that hand out what stays theirs.
 char* keep(const std::string& text);

@@ -88,9 +88,10 @@ class Transaction {
 
   void commit() {
     const int error = mdb_txn_commit(std::exchange(transaction_, nullptr));
-    // What LMDB calls a write that the disk took a part of only.
+    // LMDB gives this, too, for a write of which the disk took a part only, which is the likely one.
     if (error == EIO) {
-      throw StoreError(StoreCode::kNoSpace, "cannot commit: the disk did not take all of it");
+      throw StoreError(StoreCode::kNoSpace,
+                       "cannot commit: the disk is full, or failed while it was written");
     }
     check(error, "cannot commit");
   }

@@ -145,7 +145,9 @@ struct CSubscription {
 
 // The subscriptions of C callers last as long as the process, or as the caller's library. What a
 // library left is dropped when somebody subscribes: where the library may have been loaded again
-// since, its new subscription replaces the old one, which looks as if it were still good.
+// since, its new subscription replaces the old one, which looks as if it were still good. So a
+// library that subscribes one callback to one key twice keeps the last, when any was loaded and any
+// unloaded between; better than calling a callback with the data of one that is gone.
 void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData) {
   using Subscriptions = std::vector<std::shared_ptr<CSubscription>>;
   static std::mutex mutex;

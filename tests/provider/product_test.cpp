@@ -525,6 +525,14 @@ TEST_F(AddProductName, EndsForANameThatHoldsTheTokenWithWhatWouldBeHandedOutInTh
   }
 }
 
+TEST_F(AddProductName, KeepsNoMoreThanIsHandedOutOfATextThatWouldGrowWithoutEnd) {
+  callTelevision("x<<A>>" + std::string(3000, 't'));
+  std::string text = "<<A>>" + std::string(3000, 'r');
+  CProductUtil::AddProductNameInSID(text);
+  EXPECT_EQ(text.substr(0, kMost), repeated("x", kMost));
+  EXPECT_LT(text.size(), kMost + sizeof("<<A>>"));
+}
+
 TEST_F(AddProductName, FillsANameThatBeginsWithTheTokenInOnce) {
   for (const std::size_t start : kStarts) {
     const std::string before(start, 'b');
