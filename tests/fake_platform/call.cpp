@@ -11,6 +11,7 @@ namespace fake_platform {
 namespace {
 
 constexpr const char* kFunctions[] = {
+    "__dlog_print",
     "CStringUtil::CombinateStrings",
     "connection_create",
     "connection_destroy",
@@ -126,13 +127,17 @@ int takeLockError() {
   return std::exchange(state().lockError, 0);
 }
 
-Call::Call(const char* function, std::initializer_list<std::string> arguments) {
+Call::Call(const char* function, std::initializer_list<std::string> arguments)
+    : Call(function, Kind::kCall, callLine(function, arguments),
+           arguments.size() > 0 ? *arguments.begin() : "") {}
+
+Call::Call(const char* function, Kind kind, std::string line, const std::string& firstArgument) {
   std::function<void()> hook;
   {
     const StateLock lock(stateMutex());
-    state().entries.push_back({Kind::kCall, callLine(function, arguments)});
+    state().entries.push_back({kind, std::move(line)});
     Script& script = scriptOf(function);
-    failure_ = failureOf(script, arguments.size() > 0 ? *arguments.begin() : "");
+    failure_ = failureOf(script, firstArgument);
     hook = script.hook;
   }
   if (hook) hook();

@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "fake_platform.h"
 #include "platform/export.h"
@@ -38,6 +39,10 @@ class Call {
   explicit Call(const char* function, const Arguments&... arguments)
       : Call(function, std::initializer_list<std::string>{shown(arguments)...}) {}
 
+  // One that stands in the journal as something else: a log statement.
+  Call(const char* function, Kind kind, std::string line)
+      : Call(function, kind, std::move(line), std::string()) {}
+
   // The function's result: 0 or an error from `work`, or the scripted failure. `work` runs under
   // stateMutex().
   template <typename Work>
@@ -53,6 +58,7 @@ class Call {
 
  private:
   Call(const char* function, std::initializer_list<std::string> arguments);
+  Call(const char* function, Kind kind, std::string line, const std::string& firstArgument);
 
   std::optional<Failure> failure_;
 };

@@ -146,6 +146,16 @@ TEST_F(FakePlatform, AProperLogStatementIsNoMistake) {
   EXPECT_EQ(logMistakes(), std::vector<std::string>());
 }
 
+TEST_F(FakePlatform, ALogStatementThatFailsIsRecordedAllTheSame) {
+  failCall("__dlog_print", 2, -9);
+  for (const int result : {0, -9, 0}) {
+    EXPECT_EQ(__dlog_print(0, 4, "VENTARO", "file.cpp: function(12) > text"), result);
+    ht::TSLoggerHelper::Log(kPlace, "text");
+  }
+  EXPECT_EQ(journal(), (Journal{mainLog("text"), mainLog("text"), mainLog("text")}));
+  EXPECT_EQ(logMistakes(), std::vector<std::string>());
+}
+
 TEST_F(FakePlatform, EveryDifferenceBetweenTheLogChannelsIsAMistake) {
   struct Case {
     const char* what;

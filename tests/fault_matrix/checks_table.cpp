@@ -30,6 +30,8 @@ Steps networksAreCounted(const World& world, int more) {
 }
 
 // Split screens keep the name; business products keep it for the administrator of the hotel mode.
+// A hotel mode that a failing read has written all the same could count as off or as it stands. Of
+// these two readings the second is chosen.
 Steps nameMayChange(const World& world) {
   const Steps administrator = {mainLog("User Admin"), gives("true")};
   const Step hotelFailed = systemLog("memory/ephotel/hotelmenu/hotelfactorymode failed");

@@ -225,8 +225,16 @@ void Walker::walkTimerStart() {
   ++timer_;
 }
 
+// A failure of the log's changes nothing.
+void Walker::walkLog() {
+  if (fault_.function == kLogFunction && fails(++calls_)) hasFailed_ = true;
+}
+
 void Walker::addLines(const Journal::Piece& piece) {
-  for (const std::string& line : piece.lines) run_.journal.add(filled(line));
+  for (const std::string& line : piece.lines) {
+    if (line.starts_with("log ")) walkLog();
+    run_.journal.add(filled(line));
+  }
 }
 
 // What the platform hands out and takes back.

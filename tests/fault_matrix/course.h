@@ -26,6 +26,7 @@ using namespace fake_platform;  // NOLINT(google-build-using-namespace): the tes
 inline constexpr int kFailure = -9;
 inline constexpr int kLockFailure = EDEADLK;
 inline constexpr char kLockFunction[] = "pthread_mutex_lock";
+inline constexpr char kLogFunction[] = "__dlog_print";
 
 struct Step;
 using Steps = std::vector<Step>;
@@ -174,6 +175,7 @@ class Walker {
   bool walkCall(const Step& step);
   bool walkLock();
   bool walkWatch();
+  void walkLog();
   bool isOnNoConnection(const Step& step) const;
   void walkTimerStart();
   void addLines(const Journal::Piece& piece);

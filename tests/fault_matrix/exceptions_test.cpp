@@ -1,10 +1,17 @@
 // The three ways in which an exception may leave the provider, for every function and every key:
-// the lock cannot be had, the saved networks' document is misshapen, there is no menu language.
+// the lock cannot be had, the saved networks' document is misshapen, there is no menu language. And
+// one in which none may.
+#include <json/reader.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "fault_matrix.h"
+#include "heap.h"
 
 namespace {
 
@@ -67,6 +74,23 @@ const std::vector<std::string> kMalformed = {
     R"( {"SSID": "c", "STATUS": "d"}]})",
 };
 
+// Right but for its depth: deeper than the parser goes.
+std::string tooDeeplyNested() {
+  constexpr int kDepth = 2000;
+  return R"({"count": 1, "values": [{"SSID": )" + std::string(kDepth, '[') +
+         std::string(kDepth, ']') + R"(, "SIGNAL_STRENGTH": -70, "STATUS": "b"}]})";
+}
+
+// The parser does not merely refuse it.
+void expectParserRaises(const std::string& document) {
+  Json::CharReaderBuilder strict;
+  Json::CharReaderBuilder::strictMode(&strict.settings_);
+  const std::unique_ptr<Json::CharReader> parser(strict.newCharReader());
+  Json::Value root;
+  EXPECT_THROW(parser->parse(document.data(), document.data() + document.size(), &root, nullptr),
+               Json::RuntimeError);
+}
+
 class Exceptions : public FaultMatrix {
  protected:
   void SetUp() override {
@@ -86,12 +110,14 @@ class Exceptions : public FaultMatrix {
   }
 
   // Of every function and key, exactly those of the table raise this, and leave the outputs
-  // untouched, the lock free and no "END" behind.
+  // untouched and no "END" behind. All leave the lock free, and no block of the C heap that was not
+  // there before.
   void expectRaisedBy(
       const std::vector<Raising>& table, const std::string& exception,
       const std::function<void()>& beforeEach = [] {}) {
     for (const Function& function : allFunctions()) {
       for (const std::string& key : allKeys()) {
+        const int blocksBefore = liveBlocks();
         if (function.prepare) function.prepare(key.c_str());
         beforeEach();
         const Outcome outcome = callOnce(function, key, false);
@@ -105,8 +131,18 @@ class Exceptions : public FaultMatrix {
         }
         EXPECT_EQ(outcome.journal.count(locks()), outcome.journal.count(unlocks()))
             << function.name;
+        EXPECT_EQ(liveBlocks() - blocksBefore, keptTexts(outcome.journal))
+            << function.name << " of \"" << key << "\": blocks that nobody has freed";
       }
     }
+  }
+
+ private:
+  // A product's device name is kept for ever, deliberately.
+  static int keptTexts(const Journal& journal) {
+    const Journal::Piece reading =
+        call("system_info_get_custom_string", "com.norvane/featureconf/product.device_sid");
+    return countsBlocks() ? static_cast<int>(journal.count(reading)) : 0;
   }
 };
 
@@ -121,8 +157,14 @@ TEST_F(Exceptions, AMalformedNumberOfTheSavedNetworksLeavesTheFunctionsThatReadT
   for (const std::string& document : kMalformed) {
     SCOPED_TRACE(document);
     store().set(kNetworksKey, document);
-    expectRaisedBy(kReadNetworks, "Json::Exception");
+    expectRaisedBy(kReadNetworks, "Json::LogicError");
   }
+}
+
+TEST_F(Exceptions, ATooDeeplyNestedDocumentOfTheSavedNetworksLeavesNone) {
+  expectParserRaises(tooDeeplyNested());
+  store().set(kNetworksKey, tooDeeplyNested());
+  expectRaisedBy({}, "");
 }
 
 TEST_F(Exceptions, AMissingMenuLanguageLeavesTheHelpTexts) {

@@ -1,5 +1,5 @@
 // Every function of the provider, for every key, while each platform function fails: always, on its
-// first call only, on its second call only, and always although its work is done.
+// first, second or third call only, and always although its work is done.
 #include "fault_matrix.h"
 
 namespace {

@@ -1,5 +1,6 @@
 // The blocks of the C heap that cross the provider's boundaries: what it allocates to hand out, and
-// the texts that the platform hands to it.
+// the texts that the platform hands to it. C++ objects are not among them: what operator new
+// allocates, containers and strings included, is not counted.
 #ifndef FAULT_MATRIX_HEAP_H
 #define FAULT_MATRIX_HEAP_H
 

@@ -21,9 +21,6 @@ const std::vector<Profiles> kProfiles = {
 
 constexpr char kDirectHelp[] = "TV_SID_SETTINGS_MIX_CBOCT_USE_SOME_SERVICE_WIFI_DIRECT_TURN_ON";
 
-const std::vector<Mode> kModes = {Mode::kAlways, Mode::kFirstCall, Mode::kSecondCall,
-                                  Mode::kThirdCall, Mode::kAlwaysWithOutput};
-
 // ---- The table ----
 
 // A connection is opened; what becomes of it is no matter.
@@ -194,7 +191,7 @@ std::string nameOf(const Profiles& profiles, const Fault& fault) {
 TEST_F(Loading, CreatingDeletingAndUnloadingAreUnderEveryFaultAsTheTableSays) {
   for (const Profiles& profiles : kProfiles) {
     for (const std::string& function : failingFunctions()) {
-      for (const Mode mode : kModes) {
+      for (const Mode mode : matrixModes()) {
         const Fault fault{function, mode};
         SCOPED_TRACE(nameOf(profiles, fault));
         begin(profiles);
@@ -213,7 +210,7 @@ TEST_F(Loading, CreatingDeletingAndUnloadingAreUnderEveryFaultAsTheTableSays) {
 }
 
 TEST_F(Loading, AFaultOfTheUnloadingLeavesNoTimerBehind) {
-  for (const Mode mode : kModes) {
+  for (const Mode mode : matrixModes()) {
     const Fault fault{"connection_destroy", mode};
     SCOPED_TRACE(nameOf(kProfiles.front(), fault));
     begin(kProfiles.front());
@@ -301,7 +298,7 @@ TEST_F(Loading, WhatAFailureLeavesToTheCallbacksIsAsTheTableSays) {
   for (const Profiles& profiles : kProfiles) {
     for (const std::string& function : failingFunctions()) {
       if (function == kLockFunction) continue;  // then there is no provider
-      for (const Mode mode : kModes) {
+      for (const Mode mode : matrixModes()) {
         const Fault fault{function, mode};
         SCOPED_TRACE(nameOf(profiles, fault));
         begin(profiles);

@@ -54,7 +54,7 @@ Step networkLine(const World& world, int network) {
 Steps networksAreRead(const World& world, Steps read, Steps none) {
   if (world.networks == Networks::kMisshapen) {
     return {watchesNetworks(), ask("vconf_get_str", kNetworksKey)
-                                   .works({raises("Json::Exception"), unlocks(), ends()})
+                                   .works({raises("Json::LogicError"), unlocks(), ends()})
                                    .fails(std::move(none))};
   }
   return {watchesNetworks(),

@@ -69,6 +69,7 @@ Steps setWired(const World& world, int value) {
                       gives("-9")})};
 }
 
+// Nothing says what is logged after a failed write; this line is our own choice.
 Steps setName(int value) {
   const bool isDefaultName = value == 0;
   if (!isDefaultName) return {mainLog("set_device_name::status [0xffffffff]"), gives("-1")};
@@ -160,7 +161,7 @@ Table currentValueTable(const World& /*world*/) {
 Table refreshTimerTable(const World& world) {
   return {
       {{},
-       {setIntTable(world, 1).at(3).steps, endsTimer(),
+       {stepsFor(setIntTable(world, 1), kWifiItemKey), endsTimer(),
         ask("vconf_set_int", kRefreshKey, 1)
             .works({mainLog("Success to Set REFRESH_MENU_VCONF")})
             .fails({mainLog("Failed to set REFRESH_MENU_VCONF ")})}},

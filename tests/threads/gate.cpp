@@ -1,6 +1,7 @@
 #include "gate.h"
 
 #include <dlfcn.h>
+#include <gtest/gtest.h>
 
 #include <cstdarg>
 #include <cstdio>
@@ -30,14 +31,15 @@ void Gate::pass() {
 
 void Gate::waitForOpening() {
   std::unique_lock lock(mutex_);
-  waiting_ = true;
+  reached_ = true;
   changed_.notify_all();
   changed_.wait(lock, [this] { return open_; });
 }
 
-void Gate::waitUntilSomebodyWaits() {
+void Gate::waitForSomebody() {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return waiting_; });
+  EXPECT_TRUE(changed_.wait_for(lock, kPatience, [this] { return reached_; }))
+      << "no thread has come to the log statement at which it was to stop";
 }
 
 void Gate::open() {

@@ -3,10 +3,14 @@
 #ifndef TESTS_THREADS_GATE_H
 #define TESTS_THREADS_GATE_H
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
 namespace threads_tests {
+
+// How long the tests wait for what must come, before they say that it has not.
+inline constexpr std::chrono::seconds kPatience{10};
 
 // One thread at a time.
 class Gate {
@@ -15,7 +19,9 @@ class Gate {
   // until the gate opens.
   void stopThisThreadAt(int statement);
 
-  void waitUntilSomebodyWaits();
+  // Until a thread has come to the gate, be it open or not. That none comes in time is a failure
+  // of the test.
+  void waitForSomebody();
   void open();
 
   // Called by __dlog_print.
@@ -26,7 +32,7 @@ class Gate {
 
   std::mutex mutex_;
   std::condition_variable changed_;
-  bool waiting_ = false;
+  bool reached_ = false;
   bool open_ = false;
 };
 

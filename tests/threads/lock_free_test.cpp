@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstring>
 #include <functional>
+#include <future>
 #include <memory>
 #include <string>
 #include <thread>
@@ -86,6 +87,14 @@ class ALockFreeFunction : public platform_tests::PlatformTest {
     };
   }
 
+  // On a thread of its own, or a function that waits for the lock would never end.
+  static void expectToEnd(const Function& function, Gate& gate) {
+    const std::future<void> end = std::async(std::launch::async, function.run);
+    if (end.wait_for(kPatience) == std::future_status::ready) return;
+    ADD_FAILURE() << function.name << " waits for the lock";
+    gate.open();
+  }
+
   int getInt() const {
     int value = 0;
     return table().get_int(kWifi, &value);
@@ -156,21 +165,24 @@ TEST_F(ALockFreeFunction, AnswersWhileAnyLockedOneIsStoppedWithTheLockInItsHands
       gate.stopThisThreadAt(locked.statementUnderTheLock);
       locked.run();
     });
-    gate.waitUntilSomebodyWaits();
-    // Has the lock only when the holder does not, or does not any more.
+    gate.waitForSomebody();
+    // Has the lock only when the holder does not, or does not any more. Its first statement is the
+    // last thing before the lock.
+    Gate beforeTheLock;
+    beforeTheLock.open();
     std::atomic<bool> lockWasFree = false;
     std::thread another([&] {
+      beforeTheLock.stopThisThreadAt(1);
       getInt();
       lockWasFree = true;
     });
-    for (const Function& lockFree : lockFreeFunctions()) {
-      SCOPED_TRACE(lockFree.name);
-      lockFree.run();
-    }
-    EXPECT_FALSE(lockWasFree);
+    beforeTheLock.waitForSomebody();
+    for (const Function& lockFree : lockFreeFunctions()) expectToEnd(lockFree, gate);
+    EXPECT_FALSE(lockWasFree) << "another locked function has run";
     gate.open();
     holder.join();
     another.join();
+    if (HasFailure()) return;  // the others would be the same, and take their time
   }
 }
 

@@ -28,8 +28,8 @@ class FixedTexts {
   std::map<std::string, std::string> helps;
 };
 
-// Whether the saved-network document may have a wrong shape, so that callbacks raise
-// Json::Exception.
+// Whether the saved-network document may have a wrong shape, so that the functions that read it
+// raise Json::LogicError.
 enum class Documents { kRightShape, kAnyShape };
 
 // For one thread.
@@ -52,6 +52,7 @@ class RandomCalls {
   int pick(int choices);
   const char* key();
   void called(const char* function);
+  bool mayRaise() const;
   static void require(bool holds, const char* function, const std::string& what);
   // The text that the callback hands out, released.
   std::string text(const char* function, TextCallback callback, const char* key, int result);
@@ -77,6 +78,7 @@ class RandomCalls {
   const FixedTexts& texts_;
   Documents documents_;
   std::mt19937_64 random_;
+  const char* lastCalled_ = "";
   std::map<std::string, std::uint64_t> calls_;
   std::uint64_t count_ = 0;
 };
