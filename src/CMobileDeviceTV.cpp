@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "log.h"
-#include "on_off_list.h"
 #include "platform/app_util.h"
 
 CMobileDeviceTV::CMobileDeviceTV() {
@@ -69,13 +68,13 @@ int CMobileDeviceTV::connection_set_wakeOnMobile_mode(int value) {
 }
 
 void CMobileDeviceTV::fillList() {
-  fillOnOffTexts(m_itemTexts);
+  m_itemTexts.fill();
 }
 
 const char** CMobileDeviceTV::getListItems(const char* /*key*/, int* count) {
   fillList();
-  LOG_MAIN("listSize==%d\n", static_cast<int>(m_itemTexts.size()));
-  return copyListTexts(m_itemTexts, count);
+  LOG_MAIN("listSize==%d\n", m_itemTexts.count());
+  return m_itemTexts.copy(count);
 }
 
 void CMobileDeviceTV::setOnOffStatus(char** text) {

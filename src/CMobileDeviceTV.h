@@ -3,9 +3,7 @@
 #ifndef VENTARO_CMOBILEDEVICETV_H
 #define VENTARO_CMOBILEDEVICETV_H
 
-#include <string>
-#include <vector>
-
+#include "on_off_list.h"
 #include "platform/connection.h"
 
 // All operations but construction and destruction run under the caller's ProviderMutex.
@@ -46,7 +44,7 @@ class CMobileDeviceTV {
 
  private:
   connection_h m_connection = nullptr;
-  std::vector<std::string> m_itemTexts;
+  OnOffTexts m_itemTexts;
 };
 
 #endif  // VENTARO_CMOBILEDEVICETV_H

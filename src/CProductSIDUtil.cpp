@@ -56,6 +56,30 @@ void fillToken(std::string& text, std::string_view token, std::string_view value
   }
 }
 
+constexpr char kProductToken[] = "<<A>>";
+
+void askProduct(std::string& name) {
+  const int type = CProductUtil::GetProductType(name);
+  LOG_MAIN("Product type =>%d", type);
+}
+
+void fillTokens(std::string& text, const std::string& productName) {
+  struct Token {
+    std::string_view token;
+    std::string_view value;
+    bool alsoWhenEmpty;
+  };
+  // The product name is filled in even when it is empty, the two other words only when there are
+  // any.
+  const Token tokens[] = {
+      {kProductToken, productName, true}, {"<<B>>", "", false}, {"<<C>>", "", false}};
+  for (const Token& entry : tokens) {
+    if (entry.alsoWhenEmpty || !entry.value.empty()) {
+      fillToken(text, entry.token, entry.value, CProductUtil::kTextSize - 1);
+    }
+  }
+}
+
 }  // namespace
 
 bool CProductUtil::IsProductTunerless() {
@@ -108,21 +132,17 @@ int CProductUtil::GetProductType(std::string& productName) {
 
 void CProductUtil::AddProductNameInSID(std::string& text) {
   std::string productName;
-  const int type = GetProductType(productName);
-  LOG_MAIN("Product type =>%d", type);
-  struct Token {
-    std::string_view token;
-    std::string_view value;
-    bool alsoWhenEmpty;
-  };
-  // The product name is filled in even when it is empty, the two other words only when there are
-  // any.
-  const Token tokens[] = {{"<<A>>", productName, true}, {"<<B>>", "", false}, {"<<C>>", "", false}};
-  for (const Token& entry : tokens) {
-    if (entry.alsoWhenEmpty || !entry.value.empty()) {
-      fillToken(text, entry.token, entry.value, kTextSize - 1);
-    }
-  }
+  askProduct(productName);
+  fillTokens(text, productName);
+}
+
+const char* CProductUtil::WithProductName(const char* text, std::string& room) {
+  std::string productName;
+  askProduct(productName);
+  if (std::strstr(text, kProductToken) == nullptr) return text;
+  room = text;
+  fillTokens(room, productName);
+  return room.c_str();
 }
 
 std::string CProductUtil::GetDeviceNameString() {

@@ -30,6 +30,10 @@ class CProductUtil {
   // that this product line does not have, and stay as they are.
   static void AddProductNameInSID(std::string& text);
 
+  // The same for a text that is only read: `text` itself where it has no such token, and else a new
+  // one in `room`.
+  static const char* WithProductName(const char* text, std::string& room);
+
   // The string ID of the device's name, untranslated.
   static std::string GetDeviceNameString();
 

@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "log.h"
-#include "on_off_list.h"
 #include "platform/config_store.h"
 #include "platform/wifi.h"
 #include "ventaro/menu_keys.h"
@@ -38,12 +37,12 @@ int CWiFiDirect::setInt(const char* /*key*/, int value) {
 const char** CWiFiDirect::getListItems(const char* key, int* count) {
   fillList();
   if (std::strcmp(key, menu_keys::kWifiDirect) != 0) return nullptr;
-  LOG_MAIN("listSize==%d\n", static_cast<int>(m_itemTexts.size()));
-  return copyListTexts(m_itemTexts, count);
+  LOG_MAIN("listSize==%d\n", m_itemTexts.count());
+  return m_itemTexts.copy(count);
 }
 
 void CWiFiDirect::fillList() {
-  fillOnOffTexts(m_itemTexts);
+  m_itemTexts.fill();
 }
 
 void CWiFiDirect::setOnOffStatus(char** text) {

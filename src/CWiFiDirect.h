@@ -3,8 +3,7 @@
 #ifndef VENTARO_CWIFIDIRECT_H
 #define VENTARO_CWIFIDIRECT_H
 
-#include <string>
-#include <vector>
+#include "on_off_list.h"
 
 // All operations but construction and destruction run under the caller's ProviderMutex.
 class CWiFiDirect {
@@ -46,7 +45,7 @@ class CWiFiDirect {
   void setInitialValue();
 
  private:
-  std::vector<std::string> m_itemTexts;
+  OnOffTexts m_itemTexts;
 };
 
 #endif  // VENTARO_CWIFIDIRECT_H

@@ -4,9 +4,8 @@
 #define VENTARO_CWIFIONOFF_H
 
 #include <atomic>
-#include <string>
-#include <vector>
 
+#include "on_off_list.h"
 #include "platform/connection.h"
 
 // All operations but construction, destruction and the timer run under the caller's ProviderMutex.
@@ -51,7 +50,7 @@ class CWiFiOnOff {
   std::atomic<unsigned int> m_timerSource{0};
   std::atomic<int> m_tickCount{0};
   connection_h m_connection = nullptr;
-  std::vector<std::string> m_itemTexts;
+  OnOffTexts m_itemTexts;
 };
 
 #endif  // VENTARO_CWIFIONOFF_H

@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "log.h"
-#include "on_off_list.h"
 #include "platform/config_store.h"
 
 namespace {
@@ -42,7 +41,7 @@ int CWiredEAP::getInt(const char* /*key*/, int* value) {
 
 int CWiredEAP::setInt(const char* key, int value) {
   // The list is empty, and every value refused, until it has been asked for once: deliberate.
-  if (value < 0 || value >= static_cast<int>(m_itemTexts.size())) {
+  if (value < 0 || value >= m_itemTexts.count()) {
     // The message is borrowed from the device name, deliberately.
     LOG_MAIN("set_device_name::status [0x%04x]", static_cast<unsigned>(-1));
     return -1;
@@ -98,13 +97,13 @@ void CWiredEAP::m_DisableEAP() {
 }
 
 void CWiredEAP::fillList() {
-  fillOnOffTexts(m_itemTexts);
+  m_itemTexts.fill();
 }
 
 const char** CWiredEAP::getListItems(const char* /*key*/, int* count) {
   fillList();
-  LOG_MAIN("listSize==%d\n", static_cast<int>(m_itemTexts.size()));
-  return copyListTexts(m_itemTexts, count);
+  LOG_MAIN("listSize==%d\n", m_itemTexts.count());
+  return m_itemTexts.copy(count);
 }
 
 void CWiredEAP::setOnOffStatus(char** text) {

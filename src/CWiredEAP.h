@@ -2,9 +2,7 @@
 #ifndef VENTARO_CWIREDEAP_H
 #define VENTARO_CWIREDEAP_H
 
-#include <string>
-#include <vector>
-
+#include "on_off_list.h"
 #include "platform/connection.h"
 
 // All operations but construction and destruction run under the caller's ProviderMutex.
@@ -46,7 +44,7 @@ class CWiredEAP {
   // The profile and the iterator end with the connection and are never returned.
   connection_profile_h m_ethernetProfile = nullptr;
   connection_profile_iterator_h m_profileIterator = nullptr;
-  std::vector<std::string> m_itemTexts;
+  OnOffTexts m_itemTexts;
 };
 
 #endif  // VENTARO_CWIREDEAP_H

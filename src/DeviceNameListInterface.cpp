@@ -1,5 +1,7 @@
 #include "DeviceNameListInterface.h"
 
+#include <cstdlib>
+
 #include "c_heap.h"
 #include "log.h"
 #include "on_off_list.h"
@@ -13,6 +15,21 @@ constexpr char kNameKey[] = "db/menu/network/devicename/tv_name";
 
 int lastIndex() {
   return static_cast<int>(DeviceNameListInterface::m_DevicenameList.size()) - 1;
+}
+
+// Before each name: the left-to-right override, opened and never closed, deliberately: the name
+// ends the text.
+constexpr char kOverride[] = "&#x202d;";
+
+// The name as text widgets read it; null when the platform gives none.
+CText markupOf(const std::string& name) {
+  CText markup(evas_textblock_text_utf8_to_markup(nullptr, name.c_str()));
+  if (markup == nullptr) LOG_MAIN("evas_textblock_text_utf8_to_markup returned NULL");
+  return markup;
+}
+
+bool hasText(const CText& text) {
+  return text != nullptr && *text != '\0';
 }
 
 const std::string& entry(int index) {
@@ -42,11 +59,15 @@ int DeviceNameListInterface::getListItemIntValue(void* item, int* value) {
 }
 
 const char** DeviceNameListInterface::getListItems(const char* /*key*/, int* count) {
-  std::vector<std::string> texts = m_DevicenameList;
-  for (int i = 0; i < lastIndex(); ++i) {
-    texts[static_cast<std::size_t>(i)] = MakeMarkup(entry(i));
+  auto** texts = static_cast<char**>(std::malloc(m_DevicenameList.size() * sizeof(char*)));
+  const int last = lastIndex();
+  for (int i = 0; i < last; ++i) {
+    const CText markup = markupOf(entry(i));
+    texts[i] = hasText(markup) ? newListText(kOverride, markup.get()) : newListText({});
   }
-  return copyListTexts(texts, count);
+  if (last >= 0) texts[last] = newListText(entry(last));
+  *count = last + 1;
+  return const_cast<const char**>(texts);
 }
 
 int DeviceNameListInterface::getListItemDisplayValue(void* item, char** text) {
@@ -107,12 +128,6 @@ void DeviceNameListInterface::fillDeviceNameList() {
 }
 
 std::string DeviceNameListInterface::MakeMarkup(const std::string& name) {
-  const CText markup(evas_textblock_text_utf8_to_markup(nullptr, name.c_str()));
-  if (markup == nullptr) {
-    LOG_MAIN("evas_textblock_text_utf8_to_markup returned NULL");
-    return {};
-  }
-  if (*markup == '\0') return {};
-  // The left-to-right override is opened and never closed, deliberately: the name ends the text.
-  return std::string("&#x202d;") + markup.get();
+  const CText markup = markupOf(name);
+  return hasText(markup) ? kOverride + std::string(markup.get()) : std::string();
 }

@@ -38,6 +38,10 @@ Json::CharReaderBuilder strictReader() {
   return builder;
 }
 
+void logItem(const SavedAPData& item) {
+  LOG_MAIN(" AP Name = %s status = %s ", item.ssid.c_str(), item.status.c_str());
+}
+
 }  // namespace
 
 SavedAPConnection* SavedAPConnection::GetInstance() {
@@ -50,34 +54,44 @@ SavedAPConnection::SavedAPConnection() {
 }
 
 void SavedAPConnection::ReadVconf() {
-  m_savedAPs.clear();
   const CText document(vconf_get_str(kDocumentKey));
+  if (document != nullptr && m_isComplete && m_document == document.get()) {
+    for (const SavedAPData& item : m_savedAPs) logItem(item);
+    return;
+  }
+  m_isComplete = false;
+  m_savedAPs.clear();
   if (document == nullptr) return;
+  m_document = document.get();
+  m_isComplete = Parse();
+}
 
+bool SavedAPConnection::Parse() {
   Json::Value root;
   std::string errors;
-  if (!parseJson(strictReader(), document.get(), root, errors)) {
+  if (!parseJson(strictReader(), m_document, root, errors)) {
     LOG_MAIN("reader.parse() - return false errs=%s", errors.c_str());
-    return;
+    return false;
   }
   const int count = root.get("count", "").asInt();
   const Json::Value& values = std::as_const(root)["values"];
   if (values.empty()) {
     LOG_MAIN("request.empty() - return");
-    return;
+    return false;
   }
   for (int i = 0; i < count; ++i) {
     const Json::Value& item = values[static_cast<Json::ArrayIndex>(i)];
     if (item.empty()) {
       LOG_MAIN("itemdata.empty() - return");
-      return;
+      return false;
     }
     const std::string ssid = item.get("SSID", "").asString();
     const int strength = item.get("SIGNAL_STRENGTH", "").asInt();
     const std::string status = item.get("STATUS", "").asString();
-    LOG_MAIN(" AP Name = %s status = %s ", ssid.c_str(), status.c_str());
     m_savedAPs.push_back({ssid, status, strength});
+    logItem(m_savedAPs.back());
   }
+  return true;
 }
 
 std::string SavedAPConnection::GetFirstItemName() {
@@ -104,9 +118,8 @@ std::string SavedAPConnection::GetSignalStrength(int strength) {
   const auto level = std::distance(kLevelLimits.begin(), limit);
   std::string path =
       "/usr/apps/com.norvane.tv.theme-resource/shared/res/ug-SystemSetupNetworkUG-efl/res/"
-      "systemsetup/icon_wifi/oobe_icon_n_wifi_";
-  path += static_cast<char>('0' + level);
-  path += ".svg";
+      "systemsetup/icon_wifi/oobe_icon_n_wifi_0.svg";
+  path[path.size() - sizeof(".svg")] = static_cast<char>('0' + level);
   return path;
 }
 
@@ -136,7 +149,7 @@ const SavedAPData* SavedAPConnection::ReadItem(std::size_t position) {
 std::string SavedAPConnection::ItemName(std::size_t position) {
   const SavedAPData* item = ReadItem(position);
   if (item == nullptr) return {};
-  LOG_MAIN(" AP Name = %s status = %s ", item->ssid.c_str(), item->status.c_str());
+  logItem(*item);
   return item->ssid;
 }
 
@@ -144,7 +157,7 @@ std::string SavedAPConnection::ItemStatus(std::size_t position) {
   LOG_MAIN("START");
   const SavedAPData* item = ReadItem(position);
   if (item == nullptr) return {};
-  LOG_MAIN(" AP Name = %s status = %s ", item->ssid.c_str(), item->status.c_str());
+  logItem(*item);
   return item->status;
 }
 

@@ -28,7 +28,8 @@ class SavedAPConnection {
   SavedAPConnection& operator=(const SavedAPConnection&) = delete;
 
   // Makes the list what the published document says. The list is empty when there is no document,
-  // and ends at the first missing element.
+  // and ends at the first missing element. A document that was read to its end is not parsed again
+  // while it stays the same: the menu asks for it with nearly every call.
   void ReadVconf();
 
   // How many networks the last ReadVconf() found.
@@ -70,7 +71,12 @@ class SavedAPConnection {
   std::string ItemStatus(std::size_t position);
   std::string ItemIcon(std::size_t position);
 
+  // Reads m_document into the list. Whether it came to its end.
+  bool Parse();
+
   std::list<SavedAPData> m_savedAPs;
+  std::string m_document;     // what the list was read from
+  bool m_isComplete = false;  // whether the list is all that it says
 };
 
 #endif  // VENTARO_SAVED_AP_CONNECTION_H

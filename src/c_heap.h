@@ -3,9 +3,12 @@
 #ifndef VENTARO_C_HEAP_H
 #define VENTARO_C_HEAP_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <string_view>
 
 struct FreeDeleter {
   void operator()(void* block) const { std::free(block); }
@@ -17,6 +20,13 @@ using CText = std::unique_ptr<char, FreeDeleter>;
 // A block of zeroes, null without memory.
 inline CText zeroedBlock(std::size_t size) {
   return CText(static_cast<char*>(std::calloc(1, size)));
+}
+
+// Puts a text, cut to `size` - 1 bytes, and a NUL into a buffer of `size` bytes.
+[[gnu::noinline]] inline void copyText(char* buffer, std::size_t size, std::string_view text) {
+  const std::size_t length = std::min(text.size(), size - 1);
+  std::memcpy(buffer, text.data(), length);
+  buffer[length] = '\0';
 }
 
 #endif  // VENTARO_C_HEAP_H

@@ -1,23 +1,30 @@
 #include "on_off_list.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 #include "CMobileDeviceTV.h"
 #include "translation.h"
 
-void fillOnOffTexts(std::vector<std::string>& texts) {
-  texts.clear();
-  texts.emplace_back(translate("SID_OFF"));
-  texts.emplace_back(translate("SID_ON"));
+char* newListText(std::string_view first, std::string_view second) {
+  // Not calloc() where a block is small: it does without the C library's cache of freed blocks.
+  auto* block = static_cast<char*>(std::malloc(kListTextSize));
+  std::size_t size = first.copy(block, kListTextSize);
+  size += second.copy(block + size, kListTextSize - size);
+  std::memset(block + size, 0, kListTextSize - size);
+  return block;
 }
 
-const char** copyListTexts(const std::vector<std::string>& texts, int* count) {
-  auto** copies = static_cast<char**>(std::calloc(texts.size(), sizeof(char*)));
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    copies[i] = static_cast<char*>(std::calloc(1, kListTextSize));
-    texts[i].copy(copies[i], kListTextSize);
-  }
-  *count = static_cast<int>(texts.size());
+void OnOffTexts::fill() {
+  texts_[0] = translate("SID_OFF");
+  texts_[1] = translate("SID_ON");
+}
+
+const char** OnOffTexts::copy(int* count) const {
+  auto** copies = static_cast<char**>(std::malloc(sizeof(texts_)));
+  std::ranges::transform(texts_, copies, [](const char* text) { return newListText(text); });
+  *count = this->count();
   return const_cast<const char**>(copies);
 }
 

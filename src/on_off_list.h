@@ -2,21 +2,34 @@
 #ifndef VENTARO_ON_OFF_LIST_H
 #define VENTARO_ON_OFF_LIST_H
 
+#include <array>
 #include <cstddef>
-#include <string>
-#include <vector>
+#include <string_view>
 
 // Every text of a list stands in a block of its own of this many bytes. A longer text is cut to
 // fill the block, without a terminating NUL, deliberately: who reads it reads no more than the
 // block.
 inline constexpr std::size_t kListTextSize = 256;
 
-// Makes `texts` the two entries of an On/Off list in the user's language: Off, then On.
-void fillOnOffTexts(std::vector<std::string>& texts);
+// Returns a block of the C heap, the caller's, with two texts, one behind the other.
+char* newListText(std::string_view first, std::string_view second = {});
 
-// Returns an array with a block for each text and puts their number into `*count`. The caller owns
-// the array and the blocks, all of the C heap.
-const char** copyListTexts(const std::vector<std::string>& texts, int* count);
+// The two entries of an On/Off list in the user's language: Off, then On. The texts are gettext's.
+class OnOffTexts {
+ public:
+  // Translates them anew.
+  void fill();
+
+  // None before they were filled.
+  int count() const { return texts_[0] == nullptr ? 0 : static_cast<int>(texts_.size()); }
+
+  // Returns an array with a block for each text and puts their number into `*count`. The
+  // caller owns the array and the blocks, all of the C heap.
+  const char** copy(int* count) const;
+
+ private:
+  std::array<const char*, 2> texts_{};
+};
 
 // Gives the caller a copy of the translated word On or Off in `*text`, of the C heap; null without
 // memory.

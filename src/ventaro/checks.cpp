@@ -27,15 +27,14 @@ const char* trueOrFalse(bool value) {
   return value ? "true" : "false";
 }
 
-// A member as text or number; null when the document has another shape than that.
-Json::Value scalarMember(const Json::Value& object, const char* name) {
-  if (!object.isObject()) return {};
-  const Json::Value& member = object[name];
-  return member.isArray() || member.isObject() ? Json::Value() : member;
+const Json::Value& memberOf(const Json::Value& object, const char* name) {
+  return object.isObject() ? object[name] : Json::Value::nullSingleton();
 }
 
-Json::Value objectMember(const Json::Value& object, const char* name) {
-  return object.isObject() ? object[name] : Json::Value();
+// A member as text or number; null when the document has another shape than that.
+const Json::Value& scalarMember(const Json::Value& object, const char* name) {
+  const Json::Value& member = memberOf(object, name);
+  return member.isArray() || member.isObject() ? Json::Value::nullSingleton() : member;
 }
 
 bool isSplitStyle(const std::string& style) {
@@ -67,7 +66,7 @@ bool mayChangeDeviceName() {
 }
 
 struct EnableRule {
-  const char* key;
+  menu_keys::Key key;
   bool (*isEnabled)();
 };
 
@@ -115,7 +114,7 @@ bool IsMultiViewControlMode() {
   LOG_MAIN("parsingSuccessful[%s]  root [%s] ", trueOrFalse(parsed), text.c_str());
   if (!parsed) return false;
 
-  const Json::Value endStyle = scalarMember(objectMember(root, "end"), "style");
+  const Json::Value& endStyle = scalarMember(memberOf(root, "end"), "style");
   if (endStyle.isNull()) {
     LOG_MAIN("EndStyleValue is null");
     return false;
@@ -123,7 +122,7 @@ bool IsMultiViewControlMode() {
   const std::string style = endStyle.asString();
   LOG_MAIN("EndStyle=%s", style.c_str());
 
-  const Json::Value statusValue = scalarMember(root, "status");
+  const Json::Value& statusValue = scalarMember(root, "status");
   if (statusValue.isNull()) {
     LOG_MAIN("StatusValue is null");
     return false;
@@ -162,7 +161,7 @@ bool check_visibility_bool(const char* /*key*/, bool /*value*/) {
 bool check_enable_int(const char* key, int /*value*/) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("key = %s", key);
-  const EnableRule* rule = menu_keys::find(kEnableRules, key);
+  const EnableRule* rule = menu_keys::find<kEnableRules>(key);
   return rule == nullptr || rule->isEnabled();
 }
 

@@ -1,5 +1,4 @@
 // The callback that gives an item's name.
-#include <cstdio>
 #include <string>
 
 #include "SavedAPConnection.h"
@@ -14,14 +13,15 @@ namespace {
 using menu_keys::Match;
 
 struct DisplayName {
-  const char* key;
+  menu_keys::Key key;
   Match match;
   const char* sid;
-  std::string (*text)(const DisplayName& entry, const char* askedKey);
+  // Writes the name into the block that is handed out.
+  void (*write)(const DisplayName& entry, const char* askedKey, char* block);
 };
 
-std::string translated(const DisplayName& entry, const char* /*askedKey*/) {
-  return translate(entry.sid);
+void translated(const DisplayName& entry, const char* /*askedKey*/, char* block) {
+  copyText(block, kTextBlockSize, translate(entry.sid));
 }
 
 // Asked before the reset item is named, and without influence: its name is the same on every
@@ -31,29 +31,28 @@ bool IsProductTypeLFD() {
   return false;
 }
 
-std::string resetName(const DisplayName& entry, const char* /*askedKey*/) {
+void resetName(const DisplayName& entry, const char* askedKey, char* block) {
   IsProductTypeLFD();
-  return translate(entry.sid);
+  translated(entry, askedKey, block);
 }
 
-std::string expertSettingsName(const DisplayName& entry, const char* askedKey) {
+void expertSettingsName(const DisplayName& entry, const char* askedKey, char* block) {
   LOG_MAIN("-expertsettings ->%s\n", askedKey);
-  return translate(entry.sid);
+  translated(entry, askedKey, block);
 }
 
-// The networks' own names, as they are.
-std::string firstNetworkName(const DisplayName& /*entry*/, const char* /*askedKey*/) {
-  return SavedAPConnection::GetInstance()->GetFirstItemName();
-}
-
-std::string secondNetworkName(const DisplayName& /*entry*/, const char* /*askedKey*/) {
-  return SavedAPConnection::GetInstance()->GetSecondItemName();
+// The networks' own names, as they are, up to a NUL.
+template <std::string (SavedAPConnection::*name)()>
+void networkName(const DisplayName& /*entry*/, const char* /*askedKey*/, char* block) {
+  copyText(block, kTextBlockSize, (SavedAPConnection::GetInstance()->*name)().c_str());
 }
 
 // The order decides: a leading part of several keys gets the name of the first of them.
 constexpr DisplayName kDisplayNames[] = {
-    {menu_keys::kSavedAp1, Match::kLeadingPart, nullptr, firstNetworkName},
-    {menu_keys::kSavedAp2, Match::kLeadingPart, nullptr, secondNetworkName},
+    {menu_keys::kSavedAp1, Match::kLeadingPart, nullptr,
+     networkName<&SavedAPConnection::GetFirstItemName>},
+    {menu_keys::kSavedAp2, Match::kLeadingPart, nullptr,
+     networkName<&SavedAPConnection::GetSecondItemName>},
     {menu_keys::kNetwork, Match::kLeadingPart, "COM_SID_NETWORK", translated},
     {menu_keys::kNetworkStatus, Match::kLeadingPart, "TV_SID_NETWORK_STATUS", translated},
     {menu_keys::kNetworkSettings, Match::kLeadingPart, "TV_SID_NETWORK_SETTINGS", translated},
@@ -81,8 +80,8 @@ int get_display_name(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("Key ---->%s\n", key);
   CText name = zeroedBlock(kTextBlockSize);
-  if (const DisplayName* entry = menu_keys::findByRule(kDisplayNames, key)) {
-    std::snprintf(name.get(), kTextBlockSize, "%s", entry->text(*entry, key).c_str());
+  if (const DisplayName* entry = menu_keys::find<kDisplayNames>(key)) {
+    entry->write(*entry, key, name.get());
   } else {
     LOG_MAIN("Key does not Match");
   }

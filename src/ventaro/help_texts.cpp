@@ -1,7 +1,8 @@
 // The callback that gives an item's help text.
-#include <cstdio>
+#include <algorithm>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "CProductSIDUtil.h"
 #include "c_heap.h"
@@ -16,29 +17,31 @@ namespace {
 
 using menu_keys::Match;
 
-using WorkBuffer = char[CProductUtil::kTextSize];
-
-enum class ProductNames { kLeave, kFillIn };
-
 struct HelpText {
-  const char* key;
+  menu_keys::Key key;
   Match match;
-  ProductNames productNames;
-  std::string (*text)();
+  // Writes the text into the block that is handed out.
+  void (*write)(char* block);
 };
 
 template <const char* sid>
-std::string translated() {
-  return translate(sid);
+void translated(char* block) {
+  copyText(block, kTextBlockSize, translate(sid));
+}
+
+// With the product's name in its "<<A>>".
+void writeForProduct(char* block, const char* text) {
+  std::string room;
+  copyText(block, kTextBlockSize, CProductUtil::WithProductName(text, room));
 }
 
 // A translated template with the device's translated name in its "<<A>>".
-std::string withDeviceName(const char* templateSid) {
-  WorkBuffer work = {};
+void writeForDevice(char* block, const char* templateSid) {
+  char work[CProductUtil::kTextSize] = {};
   const std::string deviceSid = CProductUtil::GetDeviceNameString();
   const char* deviceName = translate(deviceSid.c_str());
   CProductUtil::ReplaceText(work, translate(templateSid), "<<A>>", deviceName, sizeof(work));
-  return work;
+  writeForProduct(block, work);
 }
 
 int productType() {
@@ -46,49 +49,59 @@ int productType() {
   return CProductUtil::GetProductType(ignoredName);
 }
 
-std::string networkHelp() {
+void networkHelp(char* block) {
   if (productType() == CProductUtil::PRODUCT_TYPE_TV) {
-    return translate("TV_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK");
+    writeForProduct(block, translate("TV_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK"));
+  } else {
+    writeForDevice(block, "PJT_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK");
   }
-  return withDeviceName("PJT_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK");
 }
 
-std::string powerOnWithMobileHelp() {
+void powerOnWithMobileHelp(char* block) {
   if (productType() == CProductUtil::PRODUCT_TYPE_SCREEN) {
-    return translate("REP.DEVICE.SCREEN_SID_SYSTEM_CCDEC_ALLOW_MOBILE_SMARTPHONE_TABLET");
+    writeForProduct(block,
+                    translate("REP.DEVICE.SCREEN_SID_SYSTEM_CCDEC_ALLOW_MOBILE_SMARTPHONE_TABLET"));
+  } else {
+    writeForDevice(block, "PJT_SID_SYSTEM_ALLOW_MOBILE_SMARTPHONE_TABLET_TV");
   }
-  return withDeviceName("PJT_SID_SYSTEM_ALLOW_MOBILE_SMARTPHONE_TABLET_TV");
 }
 
-std::string deviceNameHelp() {
+void deviceNameHelp(char* block) {
   switch (productType()) {
     case CProductUtil::PRODUCT_TYPE_TV:
-      return translate("COM_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK");
+      writeForProduct(block, translate("COM_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK"));
+      break;
     case CProductUtil::PRODUCT_TYPE_SCREEN:
-      return translate("REP.DEVICE.SCREEN_SID_CCDEC_CHANGE_DEVICE_NAME_MOBILE_NETWORK");
+      writeForProduct(block,
+                      translate("REP.DEVICE.SCREEN_SID_CCDEC_CHANGE_DEVICE_NAME_MOBILE_NETWORK"));
+      break;
     default:
-      return withDeviceName("PJT_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK");
+      writeForDevice(block, "PJT_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK");
   }
 }
 
-std::string easyConnectHelp() {
-  return withDeviceName("PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT");
+void easyConnectHelp(char* block) {
+  writeForDevice(block, "PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT");
 }
 
-std::string certificateListHelp() {
-  return std::string(translate("COM_SID_SIGNAGE_CDFEB_VIEW_AND_MANAGE_NW_CERTIFICATE_DEVICE")) +
-         "\n" + translate("COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE");
+void certificateListHelp(char* block) {
+  const std::string_view first =
+      translate("COM_SID_SIGNAGE_CDFEB_VIEW_AND_MANAGE_NW_CERTIFICATE_DEVICE");
+  const std::string_view second = translate("COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE");
+  copyText(block, kTextBlockSize, first);
+  const std::size_t size = std::min(first.size(), kTextBlockSize - 1);
+  if (size + 1 >= kTextBlockSize) return;
+  block[size] = '\n';
+  copyText(block + size + 1, kTextBlockSize - size - 1, second);
 }
 
-std::string wifiDirectHelp() {
-  WorkBuffer work = {};
-  const std::string features =
-      std::string(translate("COM_SCREEN_SHARING")) + ", " + translate("TV_SID_CONNECT_KELVO");
+void wifiDirectHelp(char* block) {
+  std::string features = translate("COM_SCREEN_SHARING");
+  features.append(", ").append(translate("TV_SID_CONNECT_KELVO"));
   CStringUtil::CombinateStrings(
-      work, sizeof(work),
+      block, kTextBlockSize,
       translate("TV_SID_SETTINGS_MIX_CBOCT_USE_SOME_SERVICE_WIFI_DIRECT_TURN_ON"), features.c_str(),
       nullptr, "", "");
-  return work;
 }
 
 constexpr char kNetworkStatus[] = "COM_SID_VIEW_CURRENT_NETWORK_INTERNET_STATUS";
@@ -102,43 +115,28 @@ constexpr char kWiredEap[] = "COM_SID_CM_CADEC_ENALBE_OPTION_WIRED802";
 
 // The order decides: a leading part of several keys gets the text of the first of them.
 constexpr HelpText kHelpTexts[] = {
-    {menu_keys::kNetwork, Match::kLeadingPart, ProductNames::kFillIn, networkHelp},
-    {menu_keys::kNetworkStatus, Match::kLeadingPart, ProductNames::kLeave,
-     translated<kNetworkStatus>},
-    {menu_keys::kNetworkSettings, Match::kLeadingPart, ProductNames::kLeave,
-     translated<kNetworkSettings>},
-    {menu_keys::kMobileDeviceTvUs, Match::kLeadingPart, ProductNames::kFillIn,
-     powerOnWithMobileHelp},
-    {menu_keys::kMobileDeviceTvNotUs, Match::kLeadingPart, ProductNames::kFillIn,
-     powerOnWithMobileHelp},
-    {menu_keys::kSelectDeviceName, Match::kLeadingPart, ProductNames::kFillIn, deviceNameHelp},
-    {menu_keys::kResetNetwork, Match::kLeadingPart, ProductNames::kLeave,
-     translated<kResetNetwork>},
-    {menu_keys::kExpertSettings, Match::kLeadingPart, ProductNames::kLeave,
-     translated<kExpertSettings>},
-    {menu_keys::kInstallCertificate, Match::kLeadingPart, ProductNames::kLeave,
-     translated<kInstallCertificate>},
-    {menu_keys::kCertificateList, Match::kLeadingPart, ProductNames::kLeave, certificateListHelp},
-    {menu_keys::kCertificateManager, Match::kLeadingPart, ProductNames::kLeave,
-     translated<kCertificateManager>},
-    {menu_keys::kEasyConnect, Match::kLeadingPart, ProductNames::kFillIn, easyConnectHelp},
-    {menu_keys::kWiFiOnOff, Match::kLeadingPart, ProductNames::kLeave, translated<kWifi>},
-    {menu_keys::kWifiDirect, Match::kLeadingPart, ProductNames::kLeave, wifiDirectHelp},
-    {menu_keys::kWiredEap, Match::kExact, ProductNames::kLeave, translated<kWiredEap>},
+    {menu_keys::kNetwork, Match::kLeadingPart, networkHelp},
+    {menu_keys::kNetworkStatus, Match::kLeadingPart, translated<kNetworkStatus>},
+    {menu_keys::kNetworkSettings, Match::kLeadingPart, translated<kNetworkSettings>},
+    {menu_keys::kMobileDeviceTvUs, Match::kLeadingPart, powerOnWithMobileHelp},
+    {menu_keys::kMobileDeviceTvNotUs, Match::kLeadingPart, powerOnWithMobileHelp},
+    {menu_keys::kSelectDeviceName, Match::kLeadingPart, deviceNameHelp},
+    {menu_keys::kResetNetwork, Match::kLeadingPart, translated<kResetNetwork>},
+    {menu_keys::kExpertSettings, Match::kLeadingPart, translated<kExpertSettings>},
+    {menu_keys::kInstallCertificate, Match::kLeadingPart, translated<kInstallCertificate>},
+    {menu_keys::kCertificateList, Match::kLeadingPart, certificateListHelp},
+    {menu_keys::kCertificateManager, Match::kLeadingPart, translated<kCertificateManager>},
+    {menu_keys::kEasyConnect, Match::kLeadingPart, easyConnectHelp},
+    {menu_keys::kWiFiOnOff, Match::kLeadingPart, translated<kWifi>},
+    {menu_keys::kWifiDirect, Match::kLeadingPart, wifiDirectHelp},
+    {menu_keys::kWiredEap, Match::kExact, translated<kWiredEap>},
 };
 
 // A TV always has a menu language: without one no text is given at all, although none depends on
 // it.
-std::string menuLanguage() {
+void requireMenuLanguage() {
   const CText language(vconf_get_str("db/menu_widget/language"));
   if (language == nullptr) throw std::logic_error("db/menu_widget/language has no value");
-  return language.get();
-}
-
-std::string helpText(const HelpText& entry) {
-  std::string text = entry.text();
-  if (entry.productNames == ProductNames::kFillIn) CProductUtil::AddProductNameInSID(text);
-  return text;
 }
 
 int get_help_text(const char* key, char** value) {
@@ -149,9 +147,9 @@ int get_help_text(const char* key, char** value) {
     LOG_MAIN("Memory not allocated");
     return -1;
   }
-  [[maybe_unused]] const std::string language = menuLanguage();
-  if (const HelpText* entry = menu_keys::findByRule(kHelpTexts, key)) {
-    std::snprintf(block.get(), kTextBlockSize, "%s", helpText(*entry).c_str());
+  requireMenuLanguage();
+  if (const HelpText* entry = menu_keys::find<kHelpTexts>(key)) {
+    entry->write(block.get());
   } else {
     LOG_MAIN("Key does not Match");
   }

@@ -1,5 +1,4 @@
 // The callbacks that give an item's icons.
-#include <cstdio>
 #include <string>
 
 #include "SavedAPConnection.h"
@@ -40,28 +39,36 @@ bool IsHighContrastMode() {
   return false;
 }
 
-bool isKey(const char* key, const char* menuKey) {
-  return menu_keys::matches(key, menuKey, menu_keys::Match::kExact);
-}
+struct SavedNetwork {
+  menu_keys::Key key;
+  bool isFirst;
+};
 
-std::string titleIcon(const char* key) {
-  if (isKey(key, menu_keys::kSavedAp1)) return SavedAPConnection::GetInstance()->GetFirstItemIcon();
-  if (isKey(key, menu_keys::kSavedAp2))
-    return SavedAPConnection::GetInstance()->GetSecondItemIcon();
-  return kFullSignalIcon;
+constexpr SavedNetwork kSavedNetworks[] = {{menu_keys::kSavedAp1, true},
+                                           {menu_keys::kSavedAp2, false}};
+
+void writeTitleIcon(const char* key, char* block) {
+  if (const SavedNetwork* network = menu_keys::find<kSavedNetworks>(key)) {
+    SavedAPConnection* saved = SavedAPConnection::GetInstance();
+    copyText(block, kTextBlockSize,
+             network->isFirst ? saved->GetFirstItemIcon() : saved->GetSecondItemIcon());
+  } else {
+    copyText(block, kTextBlockSize, kFullSignalIcon);
+  }
 }
 
 // Any key but the first network's is answered as the second's, deliberately.
 std::string networkStatus(const char* key) {
+  const SavedNetwork* network = menu_keys::find<kSavedNetworks>(key);
   SavedAPConnection* saved = SavedAPConnection::GetInstance();
-  return isKey(key, menu_keys::kSavedAp1) ? saved->GetFirstItemStatus()
-                                          : saved->GetSecondItemStatus();
+  return network != nullptr && network->isFirst ? saved->GetFirstItemStatus()
+                                                : saved->GetSecondItemStatus();
 }
 
-std::string statusIcon(const std::string& status) {
+const char* statusIcon(const std::string& status) {
   if (status == "Connecting") return kBusyAnimation;
   if (status == "Connected") return IsHighContrastMode() ? kHighContrastCheckIcon : kCheckIcon;
-  return {};
+  return "";
 }
 
 int get_title_icon_path(const char* key, char** path) {
@@ -69,7 +76,7 @@ int get_title_icon_path(const char* key, char** path) {
   LOG_MAIN("START");
   LOG_MAIN("key = %s", key);
   CText block = zeroedBlock(kTextBlockSize);
-  std::snprintf(block.get(), kTextBlockSize, "%s", titleIcon(key).c_str());
+  writeTitleIcon(key, block.get());
   *path = block.release();
   return 0;
 }
@@ -78,7 +85,7 @@ int get_second_icon_path(const char* key, char** path) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("key = %s", key);  // no "START", deliberately
   CText block = zeroedBlock(kTextBlockSize);
-  std::snprintf(block.get(), kTextBlockSize, "%s", statusIcon(networkStatus(key)).c_str());
+  copyText(block.get(), kTextBlockSize, statusIcon(networkStatus(key)));
   *path = block.release();
   return 0;
 }

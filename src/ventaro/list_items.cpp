@@ -2,10 +2,8 @@
 // records.
 #include "ventaro/list_item.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
 
 #include "c_heap.h"
 #include "log.h"
@@ -21,9 +19,10 @@ constexpr const char* kStateTexts[] = {"disconnected", "loading", "connected"};
 constexpr int kStateCount = 3;
 constexpr int kRecordCount = 2;
 
-// Where the two texts of a list come from, and what follows the choice of each.
+// Where the two texts of a list come from, and what follows the choice of each. Null for the states
+// of a saved network, which are no setting's.
 struct ListSource {
-  const char* key;
+  menu_keys::Key key;
   const char** (*texts)(const char* key, int* count);
   ITEM_FOLLOWING_ACTION_TYPE (*secondAction)();
   ITEM_FOLLOWING_ACTION_TYPE firstAction;
@@ -55,26 +54,32 @@ constexpr ListSource kListSources[] = {
      ITEM_FOLLOWING_ACTION_REFRESH, false},
     {menu_keys::kWiredEap, textsOf<CWiredEAPObj>, always<ITEM_FOLLOWING_ACTION_REFRESH>,
      ITEM_FOLLOWING_ACTION_REFRESH, true},
+    {menu_keys::kSavedAp1States, nullptr, nullptr, ITEM_FOLLOWING_ACTION_NONE, false},
+    {menu_keys::kSavedAp2States, nullptr, nullptr, ITEM_FOLLOWING_ACTION_NONE, false},
 };
-constexpr ListSource kAnyOtherKey = {nullptr, textsOf<devicenameInterface>,
+constexpr ListSource kAnyOtherKey = {menu_keys::kDeviceName, textsOf<devicenameInterface>,
                                      always<ITEM_FOLLOWING_ACTION_REFRESH>,
                                      ITEM_FOLLOWING_ACTION_NONE, false};
 
 // The framework's array: it knows a record by its address alone.
 void** newArray(int count) {
-  return static_cast<void**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
+  return static_cast<void**>(std::malloc(static_cast<std::size_t>(count) * sizeof(void*)));
 }
 
 ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
-  auto* record = static_cast<ListItem*>(std::calloc(1, sizeof(ListItem)));
+  auto* record = static_cast<ListItem*>(std::malloc(sizeof(ListItem)));
   *record = {text, value, action};
   return record;
 }
 
-// A list text as the log may print it: it has no NUL when it fills its block. A missing text is
-// empty.
-std::string bounded(const char* text) {
-  return text != nullptr ? std::string(text, strnlen(text, kListTextSize)) : std::string();
+using PrintableText = char[kListTextSize + 1];
+
+// A list text as the log may print it: one that fills its block has no NUL, so `room` takes a copy
+// of it.
+const char* printable(const char* text, PrintableText& room) {
+  if (text == nullptr || std::memchr(text, '\0', kListTextSize) != nullptr) return text;
+  copyText(room, sizeof(room), {text, kListTextSize});
+  return room;
 }
 
 // The states of a saved network, the same for both.
@@ -84,18 +89,20 @@ void** stateRecords(int* count) {
   if (records == nullptr) return nullptr;
   for (int i = 0; i < kStateCount; ++i) {
     CText text = zeroedBlock(kTextBlockSize);
-    std::snprintf(text.get(), kTextBlockSize, "%s", kStateTexts[i]);
+    copyText(text.get(), kTextBlockSize, kStateTexts[i]);
     records[i] = newRecord(text.release(), i, ITEM_FOLLOWING_ACTION_NONE);
   }
   return records;
 }
 
 void logTexts(char** texts) {
-  const std::string first = bounded(texts[0]);
-  const std::string second = bounded(texts[1]);
+  PrintableText room;
+  PrintableText otherRoom;
+  const char* first = printable(texts[0], room);
+  const char* second = printable(texts[1], otherRoom);
   // Each text twice, deliberately.
-  LOG_MAIN("pDisplayValue[0]=%s::%s", first.c_str(), first.c_str());
-  LOG_MAIN("pDisplayValue[1]=%s::%s", second.c_str(), second.c_str());
+  LOG_MAIN("pDisplayValue[0]=%s::%s", first, first);
+  LOG_MAIN("pDisplayValue[1]=%s::%s", second, second);
 }
 
 // Two records whatever the count: a device-name list of one entry leaves the second without a text.
@@ -113,14 +120,10 @@ const void** get_list_items(const char* key, int* count) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   LOG_MAIN("Key ---->%s::\n", key);
-  void** records = nullptr;
-  if (menu_keys::matches(key, menu_keys::kSavedAp1States, menu_keys::Match::kExact) ||
-      menu_keys::matches(key, menu_keys::kSavedAp2States, menu_keys::Match::kExact)) {
-    records = stateRecords(count);
-  } else {
-    const ListSource* source = menu_keys::find(kListSources, key);
-    records = sourceRecords(source != nullptr ? *source : kAnyOtherKey, key, count);
-  }
+  const ListSource* source = menu_keys::find<kListSources>(key);
+  if (source == nullptr) source = &kAnyOtherKey;
+  void** records =
+      source->texts == nullptr ? stateRecords(count) : sourceRecords(*source, key, count);
   return const_cast<const void**>(records);
 }
 
@@ -130,10 +133,9 @@ int get_list_item_display_value(void* item, char** value) {
   if (item == nullptr) return 0;
   const auto& record = *static_cast<const ListItem*>(item);
   *value = record.displayValue;
-  const std::string text = bounded(record.displayValue);
+  PrintableText room;
   // A missing text goes to the log as it is.
-  const char* logged = record.displayValue != nullptr ? text.c_str() : nullptr;
-  LOG_MAIN("pDisplayValue = %s::%d", logged, record.intValue);
+  LOG_MAIN("pDisplayValue = %s::%d", printable(record.displayValue, room), record.intValue);
   return 0;
 }
 

@@ -19,20 +19,20 @@ namespace {
 constexpr std::size_t kModuleInfoSize = 255;
 
 struct ModuleInfo {
-  const char* key;
+  menu_keys::Key key;
   const char* value;
 };
 
 constexpr ModuleInfo kModuleInfos[] = {
-    {"provider/owner", "ventarodevs"},
-    {"provider/main-component", "TP_ConnectivityApp"},
-    {"provider/sub-component", "TP_NetworkSettings"},
+    {menu_keys::kOwner, "ventarodevs"},
+    {menu_keys::kMainComponent, "TP_ConnectivityApp"},
+    {menu_keys::kSubComponent, "TP_NetworkSettings"},
 };
 
 int get_module_info(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   // An unknown key is no error, deliberately: the caller has preset its pointer.
-  if (const ModuleInfo* info = menu_keys::find(kModuleInfos, key)) {
+  if (const ModuleInfo* info = menu_keys::find<kModuleInfos>(key)) {
     CText block = zeroedBlock(kModuleInfoSize);
     std::memcpy(block.get(), info->value, std::strlen(info->value) + 1);
     *value = block.release();

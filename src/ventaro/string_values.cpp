@@ -1,6 +1,5 @@
 // The callback that gives an item's value as text.
 #include <cstring>
-#include <string>
 
 #include "c_heap.h"
 #include "log.h"
@@ -16,7 +15,7 @@ constexpr int kAnswered = 1;
 // A setting whose value is the word On or Off. An unreadable setting leaves `*text` as it was, and
 // that is what its log line then shows.
 struct OnOffSetting {
-  const char* key;
+  menu_keys::Key key;
   void (*putText)(char** text);
 };
 
@@ -57,15 +56,14 @@ int putDeviceName(char** text) {
   }
   status = 0;
   LOG_MAIN("wifi_direct_get_device_name::status [0x%04x]", static_cast<unsigned>(status));
-  const std::string name = stored.get();
-  *text = strdup(name.c_str());
+  *text = strdup(stored.get());
   return status;
 }
 
 int get_string(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
-  if (const OnOffSetting* setting = menu_keys::find(kOnOffSettings, key)) {
+  if (const OnOffSetting* setting = menu_keys::find<kOnOffSettings>(key)) {
     setting->putText(value);
   } else if (putDeviceName(value) != 0) {
     return -1;  // no "END", deliberately

@@ -1,6 +1,4 @@
 // The callbacks that carry the values of menu items: integers by item, and the device name.
-#include <cstdio>
-
 #include "SavedAPConnection.h"
 #include "c_heap.h"
 #include "log.h"
@@ -15,37 +13,43 @@ constexpr char kDeviceNameKey[] = "db/menu/network/devicename/tv_name";
 
 // The object that keeps an item's integer value.
 struct IntOwner {
-  const char* key;
+  menu_keys::Key key;
   int (*getInt)(const char* key, int* value);
   int (*setInt)(const char* key, int value);
 };
 
 template <auto& object>
-constexpr IntOwner ownedBy(const char* itemKey) {
-  return {itemKey, [](const char* key, int* value) { return object.getInt(key, value); },
-          [](const char* key, int value) { return object.setInt(key, value); }};
+int getIntOf(const char* key, int* value) {
+  return object.getInt(key, value);
+}
+
+template <auto& object>
+int setIntOf(const char* key, int value) {
+  return object.setInt(key, value);
+}
+
+// Setting a saved network connects to it. Deliberately -1, whatever became of the command.
+template <int position>
+int connect(const char* /*key*/, int /*value*/) {
+  SavedAPConnection::GetInstance()->Connect(position);
+  return -1;
 }
 
 constexpr IntOwner kIntOwners[] = {
-    ownedBy<CMobileDeviceTVObj>(menu_keys::kMobileDeviceTvUs),
-    ownedBy<CWiFiOnOffObj>(menu_keys::kWiFiOnOff),
-    ownedBy<CWiFiDirectObj>(menu_keys::kWifiDirect),
-    ownedBy<CWiredEAPObj>(menu_keys::kWiredEap),
+    {menu_keys::kMobileDeviceTvUs, getIntOf<CMobileDeviceTVObj>, setIntOf<CMobileDeviceTVObj>},
+    {menu_keys::kWiFiOnOff, getIntOf<CWiFiOnOffObj>, setIntOf<CWiFiOnOffObj>},
+    {menu_keys::kWifiDirect, getIntOf<CWiFiDirectObj>, setIntOf<CWiFiDirectObj>},
+    {menu_keys::kWiredEap, getIntOf<CWiredEAPObj>, setIntOf<CWiredEAPObj>},
+    {menu_keys::kSavedAp1, getIntOf<devicenameInterface>, connect<0>},
+    {menu_keys::kSavedAp2, getIntOf<devicenameInterface>, connect<1>},
 };
-constexpr IntOwner kAnyOtherKey = ownedBy<devicenameInterface>(nullptr);
+constexpr IntOwner kAnyOtherKey = {menu_keys::kDeviceName, getIntOf<devicenameInterface>,
+                                   setIntOf<devicenameInterface>};
 
 const IntOwner& ownerOf(const char* key) {
-  const IntOwner* owner = menu_keys::find(kIntOwners, key);
+  const IntOwner* owner = menu_keys::find<kIntOwners>(key);
   return owner != nullptr ? *owner : kAnyOtherKey;
 }
-
-// Setting one of these items connects to the network at that position.
-struct SavedNetwork {
-  const char* key;
-  int index;
-};
-
-constexpr SavedNetwork kSavedNetworks[] = {{menu_keys::kSavedAp1, 0}, {menu_keys::kSavedAp2, 1}};
 
 int get_int(const char* key, int* value) {
   LOG_MAIN("START");
@@ -61,12 +65,7 @@ int set_int(const char* key, int value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, value);
-  int result = -1;  // deliberately what a saved network answers, whatever became of the command
-  if (const SavedNetwork* network = menu_keys::find(kSavedNetworks, key)) {
-    SavedAPConnection::GetInstance()->Connect(network->index);
-  } else {
-    result = ownerOf(key).setInt(key, value);
-  }
+  const int result = ownerOf(key).setInt(key, value);
   LOG_MAIN("END");
   return result;
 }
@@ -91,7 +90,7 @@ int get_current_value_sid(const char* /*key*/, char** value) {
   int result = -1;
   const CText name(vconf_get_str(kDeviceNameKey));
   if (name != nullptr) {
-    std::snprintf(*value, VENTARO_CURRENT_VALUE_SIZE, "%s", name.get());
+    copyText(*value, VENTARO_CURRENT_VALUE_SIZE, name.get());
     result = 0;
   } else {
     LOG_SYSTEM("get_device_name::Failed");

@@ -46,6 +46,41 @@ TEST_F(SavedNetworkItems, ANameIsReadAndLogged) {
   EXPECT_EQ(journal(), (Journal{readingHomeAndOffice(), networkLog("Office", "Saved")}));
 }
 
+TEST_F(SavedNetworkItems, AnUnchangedDocumentIsReadAndLoggedAsAChangedOneIs) {
+  publish(kHomeAndOffice);
+  EXPECT_EQ(networks_.GetFirstItemName(), "Home");
+  publish(document(1, {network("Attic", -60, "Saved")}));
+  EXPECT_EQ(networks_.GetFirstItemName(), "Attic");
+  for (int i = 0; i < 3; ++i) {
+    publish(kHomeAndOffice);
+    EXPECT_EQ(networks_.GetSecondItemName(), "Office");
+    EXPECT_EQ(journal(), (Journal{readingHomeAndOffice(), networkLog("Office", "Saved")})) << i;
+  }
+}
+
+TEST_F(SavedNetworkItems, ADocumentThatCannotBeReadToItsEndIsReadAnewEachTime) {
+  for (int i = 0; i < 3; ++i) {
+    publish(R"({"count":2,"values":[{"SSID":"Home","STATUS":"Saved","SIGNAL_STRENGTH":-50}]})");
+    EXPECT_EQ(networks_.GetFirstItemName(), "Home");
+    EXPECT_EQ(logLines().count(mainLog("itemdata.empty() - return")), 1U) << i;
+    publish(R"({"count":"two","values":[1]})");
+    EXPECT_THROW(networks_.GetFirstItemName(), Json::LogicError) << i;
+    publish("no JSON");
+    EXPECT_EQ(networks_.GetFirstItemName(), "") << i;
+    publish(kHomeAndOffice);
+    EXPECT_EQ(networks_.GetFirstItemName(), "Home");
+  }
+}
+
+TEST_F(SavedNetworkItems, ADocumentThatIsGoneAndComesBackIsRead) {
+  publish(kHomeAndOffice);
+  EXPECT_EQ(networks_.GetFirstItemName(), "Home");
+  store().erase(kSavedNetworksKey);
+  EXPECT_EQ(networks_.GetFirstItemName(), "");
+  publish(kHomeAndOffice);
+  EXPECT_EQ(networks_.GetFirstItemName(), "Home");
+}
+
 TEST_F(SavedNetworkItems, AStatusIsReadAndLoggedBehindAStart) {
   publish(kHomeAndOffice);
   EXPECT_EQ(networks_.GetFirstItemStatus(), "Connected");
