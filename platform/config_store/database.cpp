@@ -88,7 +88,8 @@ class Transaction {
 
   void commit() {
     const int error = mdb_txn_commit(std::exchange(transaction_, nullptr));
-    // LMDB gives this, too, for a write of which the disk took a part only, which is the likely one.
+    // LMDB gives this, too, for a write of which the disk took a part only, which is the likely
+    // one.
     if (error == EIO) {
       throw StoreError(StoreCode::kNoSpace,
                        "cannot commit: the disk is full, or failed while it was written");
