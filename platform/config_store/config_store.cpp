@@ -173,6 +173,11 @@ std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) c
   return found;
 }
 
+std::uint64_t ConfigStore::version(const std::string& key) const {
+  checkKey(key);
+  return impl_->areaOf(key).database.version();
+}
+
 Subscription ConfigStore::subscribe(const std::string& prefix,
                                     std::function<void(const std::string&)> changed) {
   if (!prefix.starts_with(kPersistent) && !prefix.starts_with(kVolatile)) checkKey(prefix);

@@ -367,6 +367,13 @@ bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite ov
   return changed;
 }
 
+std::uint64_t Database::version() const {
+  if (empty_) return 0;
+  MDB_envinfo info{};
+  check(mdb_env_info(environment_.get(), &info), "cannot read");
+  return info.me_last_txnid;
+}
+
 std::uint64_t Database::lastChange() const {
   if (empty_) return 0;
   return lastNumber(Transaction(environment_.get(), Access::kRead), journal_);

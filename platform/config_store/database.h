@@ -38,6 +38,9 @@ class Database {
   // Returns whether it wrote any.
   bool put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
 
+  // The number of the last commit; 0 when there was none.
+  std::uint64_t version() const;
+
   // The number of the last change; 0 when there was none.
   std::uint64_t lastChange() const;
 

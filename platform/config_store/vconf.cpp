@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "faults.h"
+#include "host_switches.h"
 #include "platform/config_store.h"
 #include "platform/host/config_store.h"
 #include "platform/log.h"

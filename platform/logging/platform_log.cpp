@@ -1,11 +1,12 @@
 // The platform log: lines of text in a rotating file, or on standard error.
 #include <spdlog/spdlog.h>
+#include <unistd.h>
 
 #include <cstdarg>
 #include <memory>
 #include <string>
 
-#include "../config_store/faults.h"
+#include "../config_store/host_switches.h"
 #include "log_files.h"
 #include "message.h"
 #include "platform/log.h"
@@ -24,9 +25,14 @@ const char* bufferName(int logId) {
   }
 }
 
+// With the process's number in it: to ask for that with each line would be a system call.
+std::string pattern() {
+  return "%Y-%m-%dT%H:%M:%S.%e " + std::to_string(getpid()) + " %v";
+}
+
 spdlog::logger& logger() {
   static auto* const shared = new std::shared_ptr<spdlog::logger>(  // never destroyed
-      platform::makeLogger("platform", "platform.log", "%Y-%m-%dT%H:%M:%S.%e %P %v"));
+      platform::makeLogger("platform", "platform.log", pattern()));
   return **shared;
 }
 

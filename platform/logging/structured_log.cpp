@@ -12,14 +12,11 @@
 #include <memory>
 #include <string>
 
+#include "../config_store/host_switches.h"
 #include "log_files.h"
 #include "message.h"
-#include "platform/host/config_store.h"
 
 namespace {
-
-// A person switches storage on and off here while the product runs.
-constexpr char kStorageKey[] = "memory/host/structured_log";
 
 spdlog::logger& logger() {
   static auto* const shared = new std::shared_ptr<spdlog::logger>(  // never destroyed
@@ -56,13 +53,7 @@ TCLogger& TCLogger::Instance() {
 }
 
 bool TCLogger::IsStorageEnabled() const {
-  using namespace platform::host;
-  try {
-    const auto value = ConfigStore::instance().get(kStorageKey);
-    return value == StoreValue(true);
-  } catch (const StoreError&) {
-    return false;
-  }
+  return platform::keepsStructuredLog();
 }
 
 void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...) {

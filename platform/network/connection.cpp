@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "../config_store/faults.h"
+#include "../config_store/host_switches.h"
 #include "guard.h"
 #include "handles.h"
 #include "network.h"

@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "../config_store/faults.h"
+#include "../config_store/host_switches.h"
 #include "platform/log.h"
 
 namespace platform {

@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-#include "../config_store/faults.h"
+#include "../config_store/host_switches.h"
 #include "platform/host/errors.h"
 #include "platform/host/resources.h"
 #include "platform/log.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "../config_store/faults.h"
+#include "../config_store/host_switches.h"
 #include "platform/host/errors.h"
 #include "platform/host/product.h"
 #include "platform/log.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "../config_store/faults.h"
+#include "../config_store/host_switches.h"
 #include "platform/app_util.h"
 #include "platform/markup.h"
 

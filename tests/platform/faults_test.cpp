@@ -13,6 +13,7 @@
 #include "platform/path.h"
 #include "platform/system_info.h"
 #include "platform/wifi.h"
+#include "process.h"
 #include "simulated_network.h"
 
 namespace platform_tests {
@@ -242,6 +243,23 @@ TEST_F(AFaultyFunction, CanBeMadeOneThroughTheStoresOwnFunctions) {
   EXPECT_EQ(wifi_initialize(), 5) << "any number but 0, as on a device";
   EXPECT_EQ(vconf_set_int("memory/host/fault/wifi_initialize", 0), 0);
   EXPECT_EQ(wifi_initialize(), 0);
+}
+
+TEST_F(AFaultyFunction, IsOneFromTheNextCallOnWhenAnotherProcessMakesItSo) {
+  Process other([this](Channel& test) {
+    for (const int fault : {kFault, kFault + 1, 0}) {
+      test.hear();
+      store().set("memory/host/fault/wifi_initialize", fault);
+      test.say("set");
+    }
+  });
+  EXPECT_EQ(wifi_initialize(), 0);
+  for (const int fault : {kFault, kFault + 1, 0}) {
+    other.channel().say("set");
+    other.channel().hear();
+    EXPECT_EQ(wifi_initialize(), fault);
+  }
+  other.join();
 }
 
 TEST_F(AFaultyFunction, IsNoneWithoutAStore) {

@@ -92,6 +92,10 @@ class PLATFORM_API ConfigStore {
   // All values whose keys begin with `prefix`, in the order of their keys.
   std::map<std::string, StoreValue> list(const std::string& prefix) const;
 
+  // A number that is another after every set in the area of that key ("db/", "memory/"), by any
+  // process; 0 in one that nobody has written yet. Much cheaper than a reading.
+  std::uint64_t version(const std::string& key) const;
+
   // Calls `changed` with the key after every set of a key that begins with `prefix`, by any
   // process, also of an equal value. The calls come from the default GLib main context; an
   // exception that leaves one is logged and goes no further. A process that falls thousands of
