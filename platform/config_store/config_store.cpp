@@ -1,5 +1,7 @@
 #include "platform/host/config_store.h"
 
+#include <atomic>
+#include <mutex>
 #include <string_view>
 
 #include "database.h"
@@ -66,10 +68,14 @@ const char* typeName(const StoreValue& value) {
 }
 
 struct ConfigStore::Impl {
-  // Opened at their first use; tried again when that failed.
-  std::mutex mutex;
-  std::unique_ptr<Area> persistent;
-  std::unique_ptr<Area> transient;
+  // Opened at its first use, and tried again when that failed.
+  struct Slot {
+    std::unique_ptr<Area> owned;
+    std::atomic<Area*> opened = nullptr;
+  };
+  std::mutex mutex;  // of the opening
+  Slot persistent;
+  Slot transient;
 
   static void seed(Area& area, std::string_view prefix) {
     std::map<std::string, StoreValue> missing;
@@ -85,11 +91,11 @@ struct ConfigStore::Impl {
   }
 
   // A process must not open one database twice.
-  static void requireOtherFolder(const std::filesystem::path& folder,
-                                 const std::unique_ptr<Area>& other) {
+  static void requireOtherFolder(const std::filesystem::path& folder, const Slot& other) {
     std::error_code error;  // a folder that is not there yet is another
-    if (other == nullptr ||
-        !std::filesystem::equivalent(folder, other->database.noticeFile().parent_path(), error)) {
+    if (other.owned == nullptr ||
+        !std::filesystem::equivalent(folder, other.owned->database.noticeFile().parent_path(),
+                                     error)) {
       return;
     }
     throw StoreError(StoreCode::kUnavailable,
@@ -97,25 +103,29 @@ struct ConfigStore::Impl {
                          "; they must be two folders");
   }
 
-  Area& open(std::unique_ptr<Area>& area, std::string_view prefix, Durability durability) {
+  void open(Slot& slot, std::string_view prefix, Durability durability) {
     const std::lock_guard lock(mutex);
-    if (area == nullptr) {
-      const auto folder = durability == Durability::kSynced ? stateFolder() : runtimeFolder();
-      requireOtherFolder(folder, durability == Durability::kSynced ? transient : persistent);
-      try {
-        auto opened = std::make_unique<Area>(folder, durability);
-        seed(*opened, prefix);
-        area = std::move(opened);
-      } catch (const StoreError& error) {
-        throw StoreError(error.code(), "the store in " + folder.string() + ": " + error.what());
-      }
+    if (slot.owned != nullptr) return;
+    const auto folder = durability == Durability::kSynced ? stateFolder() : runtimeFolder();
+    requireOtherFolder(folder, durability == Durability::kSynced ? transient : persistent);
+    try {
+      auto opened = std::make_unique<Area>(folder, durability);
+      seed(*opened, prefix);
+      slot.owned = std::move(opened);
+      slot.opened = slot.owned.get();
+    } catch (const StoreError& error) {
+      throw StoreError(error.code(), "the store in " + folder.string() + ": " + error.what());
     }
-    return *area;
   }
 
   Area& areaOf(std::string_view key) {
-    return key.starts_with(kPersistent) ? open(persistent, kPersistent, Durability::kSynced)
-                                        : open(transient, kVolatile, Durability::kInMemory);
+    const bool isPersistent = key.starts_with(kPersistent);
+    Slot& slot = isPersistent ? persistent : transient;
+    if (slot.opened == nullptr) {
+      open(slot, isPersistent ? kPersistent : kVolatile,
+           isPersistent ? Durability::kSynced : Durability::kInMemory);
+    }
+    return *slot.opened;
   }
 
   bool put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {

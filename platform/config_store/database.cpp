@@ -7,11 +7,13 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <string_view>
 #include <system_error>
 
 #include "platform/host/config_store.h"
+#include "transactions.h"
 
 namespace platform {
 
@@ -26,101 +28,6 @@ constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
 constexpr std::uint64_t kJournalLength = 4096;  // changes
-
-bool isReadOnlyError(int error) {
-  return error == EACCES || error == EROFS || error == EPERM;
-}
-
-StoreCode codeOf(int error) {
-  if (isReadOnlyError(error)) return StoreCode::kReadOnly;
-  switch (error) {
-    case MDB_MAP_FULL:
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-      return StoreCode::kNoSpace;
-    default:
-      return StoreCode::kUnavailable;
-  }
-}
-
-// A damaged file is left as it is, for whoever wants to rescue what it holds.
-constexpr char kAdviceOnDamage[] = "; move it away, and the store starts with its defaults";
-
-bool isDamage(int error) {
-  return error == MDB_INVALID || error == MDB_VERSION_MISMATCH || error == MDB_CORRUPTED ||
-         error == MDB_PAGE_NOTFOUND;
-}
-
-void check(int error, const char* action) {
-  if (error == MDB_SUCCESS) return;
-  std::string message = std::string(action) + ": " + mdb_strerror(error);
-  if (isDamage(error)) message += std::string("; data.mdb is damaged") + kAdviceOnDamage;
-  throw StoreError(codeOf(error), message);
-}
-
-enum class Access { kRead, kWrite };
-
-// Gives the places of processes that were killed while they read back, and with them the space that
-// what they read takes. Whether there were any.
-bool dropDeadReaders(MDB_env* environment) {
-  int dead = 0;
-  check(mdb_reader_check(environment, &dead), "cannot look for dead readers");
-  return dead > 0;
-}
-
-// Rolls back unless it was committed.
-class Transaction {
- public:
-  Transaction(MDB_env* environment, Access access) {
-    const unsigned flags = access == Access::kRead ? MDB_RDONLY : 0;
-    int error = mdb_txn_begin(environment, nullptr, flags, &transaction_);
-    if (error == MDB_READERS_FULL && dropDeadReaders(environment)) {
-      error = mdb_txn_begin(environment, nullptr, flags, &transaction_);
-    }
-    check(error, "cannot begin");
-  }
-  ~Transaction() {
-    if (transaction_ != nullptr) mdb_txn_abort(transaction_);
-  }
-  Transaction(const Transaction&) = delete;
-  Transaction& operator=(const Transaction&) = delete;
-
-  void commit() {
-    const int error = mdb_txn_commit(std::exchange(transaction_, nullptr));
-    // LMDB gives this, too, for a write of which the disk took a part only, which is the likely
-    // one.
-    if (error == EIO) {
-      throw StoreError(StoreCode::kNoSpace,
-                       "cannot commit: the disk is full, or failed while it was written");
-    }
-    check(error, "cannot commit");
-  }
-  MDB_txn* get() const { return transaction_; }
-
- private:
-  MDB_txn* transaction_ = nullptr;
-};
-
-class Cursor {
- public:
-  Cursor(const Transaction& transaction, MDB_dbi table) {
-    check(mdb_cursor_open(transaction.get(), table, &cursor_), "cannot read");
-  }
-  ~Cursor() { mdb_cursor_close(cursor_); }
-  Cursor(const Cursor&) = delete;
-  Cursor& operator=(const Cursor&) = delete;
-
-  // False at the end.
-  bool move(MDB_val& key, MDB_val& data, MDB_cursor_op operation) {
-    const int error = mdb_cursor_get(cursor_, &key, &data, operation);
-    if (error != MDB_NOTFOUND) check(error, "cannot read");
-    return error == MDB_SUCCESS;
-  }
-
- private:
-  MDB_cursor* cursor_ = nullptr;
-};
 
 MDB_val asVal(std::string_view bytes) {
   return {bytes.size(), const_cast<char*>(bytes.data())};
@@ -139,14 +46,17 @@ std::string encode(const StoreValue& value) {
 
 StoreValue decode(std::string_view bytes) {
   if (bytes.empty()) throw StoreError(StoreCode::kUnavailable, "a stored value is damaged");
-  const std::string text(bytes.substr(1));
+  const std::string_view text = bytes.substr(1);
   switch (bytes.front()) {
-    case 'i':
-      return std::atoi(text.c_str());
+    case 'i': {
+      int number = 0;
+      std::from_chars(text.data(), text.data() + text.size(), number);
+      return number;
+    }
     case 'b':
       return text == "1";
     case 's':
-      return text;
+      return std::string(text);
     default:
       throw StoreError(StoreCode::kUnavailable, "a stored value is of an unknown type");
   }
@@ -169,22 +79,22 @@ std::uint64_t decodeNumber(const MDB_val& key) {
   return number;
 }
 
-std::uint64_t lastNumber(const Transaction& transaction, MDB_dbi journal) {
+std::uint64_t lastNumber(MDB_txn* transaction, MDB_dbi journal) {
   MDB_val key{};
   MDB_val data{};
   return Cursor(transaction, journal).move(key, data, MDB_LAST) ? decodeNumber(key) : 0;
 }
 
-void appendChange(const Transaction& transaction, MDB_dbi journal, std::string_view changedKey) {
+void appendChange(MDB_txn* transaction, MDB_dbi journal, std::string_view changedKey) {
   const std::uint64_t number = lastNumber(transaction, journal) + 1;
   const JournalKey numberBytes = encodeNumber(number);
   MDB_val key = asVal({numberBytes.data(), numberBytes.size()});
   MDB_val data = asVal(changedKey);
-  check(mdb_put(transaction.get(), journal, &key, &data, MDB_APPEND), "cannot write");
+  check(mdb_put(transaction, journal, &key, &data, MDB_APPEND), "cannot write");
   if (number <= kJournalLength) return;
   const JournalKey oldestBytes = encodeNumber(number - kJournalLength);
   MDB_val oldest = asVal({oldestBytes.data(), oldestBytes.size()});
-  const int error = mdb_del(transaction.get(), journal, &oldest, nullptr);
+  const int error = mdb_del(transaction, journal, &oldest, nullptr);
   if (error != MDB_NOTFOUND) check(error, "cannot write");
 }
 
@@ -237,7 +147,7 @@ bool write(MDB_env* environment, Tables tables, const std::map<std::string, Stor
     const int error = mdb_put(transaction.get(), tables.values, &key, &data, flags);
     if (error == MDB_KEYEXIST) continue;
     check(error, "cannot write");
-    appendChange(transaction, tables.journal, name);
+    appendChange(transaction.get(), tables.journal, name);
     changed = true;
   }
   if (!changed) return false;
@@ -325,10 +235,10 @@ void Database::openTables() {
 
 std::optional<StoreValue> Database::get(const std::string& key) const {
   if (empty_) return std::nullopt;
-  const Transaction transaction(environment_.get(), Access::kRead);
+  const Reading reading(environment_.get(), readers_);
   MDB_val name = asVal(key);
   MDB_val data{};
-  const int error = mdb_get(transaction.get(), values_, &name, &data);
+  const int error = mdb_get(reading.get(), values_, &name, &data);
   if (error == MDB_NOTFOUND) return std::nullopt;
   check(error, "cannot read");
   return decode(asView(data));
@@ -337,8 +247,8 @@ std::optional<StoreValue> Database::get(const std::string& key) const {
 std::map<std::string, StoreValue> Database::list(const std::string& prefix) const {
   std::map<std::string, StoreValue> found;
   if (empty_) return found;
-  const Transaction transaction(environment_.get(), Access::kRead);
-  Cursor cursor(transaction, values_);
+  const Reading reading(environment_.get(), readers_);
+  Cursor cursor(reading.get(), values_);
   MDB_val key = asVal(prefix);
   MDB_val data{};
   // LMDB has no empty keys, not even to search for.
@@ -376,14 +286,14 @@ std::uint64_t Database::version() const {
 
 std::uint64_t Database::lastChange() const {
   if (empty_) return 0;
-  return lastNumber(Transaction(environment_.get(), Access::kRead), journal_);
+  return lastNumber(Reading(environment_.get(), readers_).get(), journal_);
 }
 
 Database::Changes Database::changesAfter(std::uint64_t number) const {
   Changes result;
   if (empty_) return result;
-  const Transaction transaction(environment_.get(), Access::kRead);
-  Cursor cursor(transaction, journal_);
+  const Reading reading(environment_.get(), readers_);
+  Cursor cursor(reading.get(), journal_);
   const JournalKey start = encodeNumber(number + 1);
   MDB_val key = asVal({start.data(), start.size()});
   MDB_val data{};

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/host/config_store.h"
+#include "transactions.h"
 
 namespace platform {
 
@@ -70,6 +71,7 @@ class Database {
   void wakeSubscribers() const;
 
   std::unique_ptr<MDB_env, CloseEnvironment> environment_;
+  mutable IdleReaders readers_;
   MDB_dbi values_ = 0;
   MDB_dbi journal_ = 0;
   bool readOnly_ = false;

@@ -57,9 +57,9 @@ void requireArgument(const void* argument, const char* name) {
 template <typename T>
 T valueOf(const char* key) {
   requireArgument(key, "the key");
-  const auto value = ConfigStore::instance().get(key);
+  auto value = ConfigStore::instance().get(key);
   if (!value) throw StoreError(StoreCode::kNoSuchKey, std::string("no value for ") + key);
-  if (const T* typed = std::get_if<T>(&*value)) return *typed;
+  if (T* const typed = std::get_if<T>(&*value)) return std::move(*typed);
   throw StoreError(StoreCode::kWrongType, std::string("the value of ") + key + " is of type " +
                                               platform::host::typeName(*value) + ", not " +
                                               platform::host::typeName(T()));

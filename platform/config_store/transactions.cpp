@@ -1,0 +1,124 @@
+#include "transactions.h"
+
+#include <cerrno>
+#include <string>
+#include <utility>
+
+namespace platform {
+
+using host::StoreCode;
+using host::StoreError;
+
+namespace {
+
+constexpr std::size_t kMostIdle = 16;  // each keeps one of the environment's places for readers
+
+bool isReadOnlyError(int error) {
+  return error == EACCES || error == EROFS || error == EPERM;
+}
+
+bool isDamage(int error) {
+  return error == MDB_INVALID || error == MDB_VERSION_MISMATCH || error == MDB_CORRUPTED ||
+         error == MDB_PAGE_NOTFOUND;
+}
+
+MDB_txn* begin(MDB_env* environment, Access access) {
+  const unsigned flags = access == Access::kRead ? MDB_RDONLY : 0;
+  MDB_txn* transaction = nullptr;
+  int error = mdb_txn_begin(environment, nullptr, flags, &transaction);
+  if (error == MDB_READERS_FULL && dropDeadReaders(environment)) {
+    error = mdb_txn_begin(environment, nullptr, flags, &transaction);
+  }
+  check(error, "cannot begin");
+  return transaction;
+}
+
+}  // namespace
+
+StoreCode codeOf(int error) {
+  if (isReadOnlyError(error)) return StoreCode::kReadOnly;
+  switch (error) {
+    case MDB_MAP_FULL:
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      return StoreCode::kNoSpace;
+    default:
+      return StoreCode::kUnavailable;
+  }
+}
+
+void check(int error, const char* action) {
+  if (error == MDB_SUCCESS) return;
+  std::string message = std::string(action) + ": " + mdb_strerror(error);
+  if (isDamage(error)) message += std::string("; data.mdb is damaged") + kAdviceOnDamage;
+  throw StoreError(codeOf(error), message);
+}
+
+bool dropDeadReaders(MDB_env* environment) {
+  int dead = 0;
+  check(mdb_reader_check(environment, &dead), "cannot look for dead readers");
+  return dead > 0;
+}
+
+Transaction::Transaction(MDB_env* environment, Access access)
+    : transaction_(begin(environment, access)) {}
+
+Transaction::~Transaction() {
+  if (transaction_ != nullptr) mdb_txn_abort(transaction_);
+}
+
+void Transaction::commit() {
+  const int error = mdb_txn_commit(std::exchange(transaction_, nullptr));
+  // LMDB gives this for a write of which the disk took a part only, too, which is the likely one.
+  if (error == EIO) {
+    throw StoreError(StoreCode::kNoSpace,
+                     "cannot commit: the disk is full, or failed while it was written");
+  }
+  check(error, "cannot commit");
+}
+
+IdleReaders::~IdleReaders() {
+  for (MDB_txn* const transaction : idle_) mdb_txn_abort(transaction);
+}
+
+MDB_txn* IdleReaders::pop() {
+  const std::lock_guard lock(mutex_);
+  if (idle_.empty()) return nullptr;
+  MDB_txn* const transaction = idle_.back();
+  idle_.pop_back();
+  return transaction;
+}
+
+MDB_txn* IdleReaders::take(MDB_env* environment) {
+  MDB_txn* const transaction = pop();
+  if (transaction == nullptr) return begin(environment, Access::kRead);
+  const int error = mdb_txn_renew(transaction);
+  if (error != MDB_SUCCESS) mdb_txn_abort(transaction);
+  check(error, "cannot begin");
+  return transaction;
+}
+
+void IdleReaders::giveBack(MDB_txn* transaction) {
+  mdb_txn_reset(transaction);
+  {
+    const std::lock_guard lock(mutex_);
+    if (idle_.size() < kMostIdle) {
+      idle_.push_back(transaction);
+      return;
+    }
+  }
+  mdb_txn_abort(transaction);
+}
+
+Cursor::Cursor(MDB_txn* transaction, MDB_dbi table) {
+  check(mdb_cursor_open(transaction, table, &cursor_), "cannot read");
+}
+
+bool Cursor::move(MDB_val& key, MDB_val& data, MDB_cursor_op operation) {
+  const int error = mdb_cursor_get(cursor_, &key, &data, operation);
+  if (error != MDB_NOTFOUND) check(error, "cannot read");
+  return error == MDB_SUCCESS;
+}
+
+}  // namespace platform
