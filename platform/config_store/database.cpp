@@ -27,7 +27,8 @@ constexpr std::size_t kMapSize = std::size_t{64} << 20;  // bytes; the file grow
 constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
-constexpr std::uint64_t kJournalLength = 4096;  // changes
+constexpr std::uint64_t kJournalLength = 4096;  // changes that are kept at least
+constexpr std::uint64_t kPruningStep = 256;     // changes after which older ones are dropped
 
 MDB_val asVal(std::string_view bytes) {
   return {bytes.size(), const_cast<char*>(bytes.data())};
@@ -85,17 +86,23 @@ std::uint64_t lastNumber(MDB_txn* transaction, MDB_dbi journal) {
   return Cursor(transaction, journal).move(key, data, MDB_LAST) ? decodeNumber(key) : 0;
 }
 
+// Many at once: each set that drops one has another page to write.
+void pruneJournal(MDB_txn* transaction, MDB_dbi journal, std::uint64_t last) {
+  Cursor cursor(transaction, journal);
+  MDB_val key{};
+  MDB_val data{};
+  while (cursor.move(key, data, MDB_FIRST) && decodeNumber(key) + kJournalLength <= last) {
+    cursor.erase();
+  }
+}
+
 void appendChange(MDB_txn* transaction, MDB_dbi journal, std::string_view changedKey) {
   const std::uint64_t number = lastNumber(transaction, journal) + 1;
   const JournalKey numberBytes = encodeNumber(number);
   MDB_val key = asVal({numberBytes.data(), numberBytes.size()});
   MDB_val data = asVal(changedKey);
   check(mdb_put(transaction, journal, &key, &data, MDB_APPEND), "cannot write");
-  if (number <= kJournalLength) return;
-  const JournalKey oldestBytes = encodeNumber(number - kJournalLength);
-  MDB_val oldest = asVal({oldestBytes.data(), oldestBytes.size()});
-  const int error = mdb_del(transaction, journal, &oldest, nullptr);
-  if (error != MDB_NOTFOUND) check(error, "cannot write");
+  if (number % kPruningStep == 0) pruneJournal(transaction, journal, number);
 }
 
 struct FileSize {

@@ -121,4 +121,8 @@ bool Cursor::move(MDB_val& key, MDB_val& data, MDB_cursor_op operation) {
   return error == MDB_SUCCESS;
 }
 
+void Cursor::erase() {
+  check(mdb_cursor_del(cursor_, 0), "cannot write");
+}
+
 }  // namespace platform

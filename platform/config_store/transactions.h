@@ -88,6 +88,9 @@ class Cursor {
   // False at the end.
   bool move(MDB_val& key, MDB_val& data, MDB_cursor_op operation);
 
+  // The entry that it is at.
+  void erase();
+
  private:
   MDB_cursor* cursor_ = nullptr;
 };
