@@ -126,16 +126,6 @@ FileSize fileSize(MDB_env* environment) {
   return size;
 }
 
-// A page that was taken and given back in one transaction is counted and not written. Where it is
-// the last one the file ends before it; it is filled up, so that only a file that was cut is short.
-void fillUpFile(MDB_env* environment) {
-  const FileSize size = fileSize(environment);
-  if (size.is >= size.wanted) return;
-  // Without room the file stays as short as it is, and what is stored is stored.
-  [[maybe_unused]] const int error = posix_fallocate(size.file, static_cast<off_t>(size.is),
-                                                     static_cast<off_t>(size.wanted - size.is));
-}
-
 struct Tables {
   MDB_dbi values;
   MDB_dbi journal;
@@ -159,7 +149,6 @@ bool write(MDB_env* environment, Tables tables, const std::map<std::string, Stor
   }
   if (!changed) return false;
   transaction.commit();
-  fillUpFile(environment);
   return true;
 }
 
@@ -271,7 +260,7 @@ bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite ov
   if (values.empty()) return false;
   if (readOnly_) {
     throw StoreError(StoreCode::kReadOnly,
-                     "the folder cannot be written: " + noticeFile_.parent_path().string());
+                     "the folder cannot be written: " + noticeFile_.path().parent_path().string());
   }
   bool changed = false;
   try {
@@ -280,8 +269,25 @@ bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite ov
     if (error.code() != StoreCode::kNoSpace || !dropDeadReaders(environment_.get())) throw;
     changed = write(environment_.get(), {values_, journal_}, values, overwrite);
   }
-  if (changed) wakeSubscribers();
-  return changed;
+  if (!changed) return false;
+  fillUpFile();
+  noticeFile_.write();
+  return true;
+}
+
+// A page that was taken and given back in one transaction is counted and not written. Where it is
+// the last one the file ends before it; it is filled up, so that only a file that was cut is short.
+void Database::fillUpFile() {
+  MDB_envinfo info{};
+  check(mdb_env_info(environment_.get(), &info), "cannot look at the file");
+  if (info.me_last_pgno <= filledUpTo_) return;  // the file has never been shorter since
+  const FileSize size = fileSize(environment_.get());
+  // Without room the file stays as short as it is, and what is stored is stored.
+  if (size.is < size.wanted && posix_fallocate(size.file, static_cast<off_t>(size.is),
+                                               static_cast<off_t>(size.wanted - size.is)) != 0) {
+    return;
+  }
+  filledUpTo_ = info.me_last_pgno;
 }
 
 std::uint64_t Database::version() const {
@@ -310,15 +316,6 @@ Database::Changes Database::changesAfter(std::uint64_t number) const {
   }
   result.complete = result.changes.empty() || result.changes.front().number == number + 1;
   return result;
-}
-
-void Database::wakeSubscribers() const {
-  // What is written does not matter, the watchers look at the journal. The values are stored
-  // already: a failure here delays the news until the next change, and is no failure of the set.
-  const int file = open(noticeFile_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kFileMode);
-  if (file < 0) return;
-  [[maybe_unused]] const ssize_t written = pwrite(file, "!", 1, 0);
-  close(file);
 }
 
 }  // namespace platform

@@ -5,6 +5,8 @@
 
 #include <lmdb.h>
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <map>
@@ -13,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "notice_file.h"
 #include "platform/host/config_store.h"
 #include "transactions.h"
 
@@ -58,8 +61,8 @@ class Database {
   };
   Changes changesAfter(std::uint64_t number) const;
 
-  // A file that is written after every put(), by any process: what a subscriber watches.
-  const std::filesystem::path& noticeFile() const { return noticeFile_; }
+  // Written after every put(), by any process: what a subscriber watches.
+  const std::filesystem::path& noticeFile() const { return noticeFile_.path(); }
 
  private:
   struct CloseEnvironment {
@@ -68,15 +71,16 @@ class Database {
 
   void openEnvironment(const std::filesystem::path& folder, unsigned flags);
   void openTables();
-  void wakeSubscribers() const;
+  void fillUpFile();
 
   std::unique_ptr<MDB_env, CloseEnvironment> environment_;
   mutable IdleReaders readers_;
   MDB_dbi values_ = 0;
   MDB_dbi journal_ = 0;
   bool readOnly_ = false;
-  bool empty_ = false;  // opened for reading before anybody wrote
-  std::filesystem::path noticeFile_;
+  bool empty_ = false;                       // opened for reading before anybody wrote
+  std::atomic<std::size_t> filledUpTo_ = 0;  // the last page that the file is known to hold
+  NoticeFile noticeFile_;
 };
 
 }  // namespace platform

@@ -205,6 +205,24 @@ TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
   subscriber.join();
 }
 
+TEST_F(ASubscriber, OfAnotherProcessIsToldAlsoWhenTheFileItWatchesIsNewToTheWriter) {
+  Process subscriber([](Channel& test) {
+    test.hear();
+    Keys told;
+    const auto subscription = listen("db/key", told);
+    test.say("ready");
+    EXPECT_TRUE(iterateUntil([&] { return !told.empty(); }));
+    test.say(told.back());
+  });
+  store().set("db/key", 1);
+  ASSERT_TRUE(std::filesystem::remove(stateFolder() / "changed"));
+  subscriber.channel().say("go");
+  ASSERT_EQ(subscriber.channel().hear(), "ready");
+  store().set("db/key", 2);
+  EXPECT_EQ(subscriber.channel().hear(), "db/key");
+  subscriber.join();
+}
+
 TEST_F(ASubscriber, ThatIsAsFarBehindAsTheJournalIsLongMissesNothing) {
   Keys told;
   const auto subscription = listen("db/", told);

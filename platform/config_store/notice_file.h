@@ -1,0 +1,34 @@
+// The file that is written after every change of a database, by any process: what a subscriber
+// watches. What is in it does not matter.
+#ifndef PLATFORM_CONFIG_STORE_NOTICE_FILE_H
+#define PLATFORM_CONFIG_STORE_NOTICE_FILE_H
+
+#include <filesystem>
+#include <mutex>
+
+namespace platform {
+
+class NoticeFile {
+ public:
+  explicit NoticeFile(std::filesystem::path path) : path_(std::move(path)) {}
+  ~NoticeFile();
+  NoticeFile(const NoticeFile&) = delete;
+  NoticeFile& operator=(const NoticeFile&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+
+  // Makes it when it is missing. Any thread. Fails silently: what was changed is stored already, and
+  // the watchers hear of it with the next change.
+  void write();
+
+ private:
+  void close();
+
+  const std::filesystem::path path_;
+  std::mutex mutex_;
+  int file_ = -1;
+};
+
+}  // namespace platform
+
+#endif  // PLATFORM_CONFIG_STORE_NOTICE_FILE_H
