@@ -17,8 +17,8 @@ class NoticeFile {
 
   const std::filesystem::path& path() const { return path_; }
 
-  // Makes it when it is missing. Any thread. Fails silently: what was changed is stored already, and
-  // the watchers hear of it with the next change.
+  // Makes it when it is missing. Any thread. Fails silently: what was changed is stored already,
+  // and the watchers hear of it with the next change.
   void write();
 
  private:

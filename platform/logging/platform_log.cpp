@@ -2,9 +2,11 @@
 #include <spdlog/spdlog.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "../config_store/host_switches.h"
 #include "log_files.h"
@@ -36,13 +38,17 @@ spdlog::logger& logger() {
   return **shared;
 }
 
-// One line of the file per call, whatever the text holds.
-std::string onOneLine(std::string text) {
-  while (text.ends_with('\n')) text.pop_back();
-  for (char& c : text) {
-    if (c == '\n') c = ' ';
-  }
-  return text;
+std::string_view withoutLastNewlines(std::string_view text) {
+  return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
+// One line of the file per call, whatever the texts hold.
+std::string lineOf(const char* buffer, std::string_view tag, std::string_view message) {
+  std::string line;
+  line.reserve(16 + tag.size() + message.size());
+  line.append(buffer).append(" ").append(tag).append(": ").append(message);
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  return line;
 }
 
 }  // namespace
@@ -52,8 +58,11 @@ int __dlog_print(int log_id, int /*priority*/, const char* tag, const char* form
   if (format == nullptr) return -1;
   std::va_list arguments;
   va_start(arguments, format);
-  const std::string message = onOneLine(platform::formatMessage(format, arguments));
+  const std::string text = platform::formatMessage(format, arguments);
   va_end(arguments);
-  logger().info("{} {}: {}", bufferName(log_id), onOneLine(tag != nullptr ? tag : "-"), message);
+  const std::string_view message = withoutLastNewlines(text);
+  logger().log(
+      spdlog::level::info,
+      lineOf(bufferName(log_id), withoutLastNewlines(tag != nullptr ? tag : "-"), message));
   return static_cast<int>(message.size());
 }
