@@ -1,0 +1,30 @@
+/*
+ * A platform that costs next to nothing: every symbol that the provider asks, and of libc and GLib
+ * the translations and the timers, answers at once with what stands here. Not for several threads.
+ */
+#ifndef BENCH_CALLBACKS_STAND_IN_H
+#define BENCH_CALLBACKS_STAND_IN_H
+
+#include <functional>
+#include <string>
+
+namespace stand_in {
+
+struct Answers {
+  const char* text = nullptr;  // of every string in the store; null is an error
+  int number = 0;              // every integer in the store
+  bool tunerless = false;      // the flag of the tunerless screen; all others are false
+  bool b2b = false;            // and that of a business product
+  int frequencyMhz = 6135;
+  bool wakeOnMobile = true;
+};
+
+extern Answers answers;
+
+// What `work` asks of the platform, in order: a line for every call with its arguments. Of a log
+// line only what follows the place that it names.
+std::string traceOf(const std::function<void()>& work);
+
+}  // namespace stand_in
+
+#endif  // BENCH_CALLBACKS_STAND_IN_H

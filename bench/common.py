@@ -1,0 +1,99 @@
+"""What the benchmarks have in common: figures, Markdown and plots."""
+
+import json
+import os
+import statistics
+import subprocess
+from pathlib import Path
+
+SOURCE = Path(__file__).resolve().parent.parent
+BUILD = SOURCE / "build" / "bench"
+SHIPPED = BUILD / "shipped"
+PROGRAMS = BUILD / "programs" / "bin"
+PROVIDER = SHIPPED / "lib" / "libventaro.so"
+
+# What a program may find in its surroundings and must not.
+FOREIGN = ("VENTARO_PRODUCT", "VENTARO_SCENARIO", "VENTARO_NETWORK", "VENTARO_LOG", "VENTARO_RESOURCE_ROOT",
+           "LANGUAGE")
+
+
+def environment(**more):
+    """The environment of a measured program."""
+    clean = {name: value for name, value in os.environ.items() if name not in FOREIGN}
+    return {**clean, "LC_ALL": "C.UTF-8", **{name: str(value) for name, value in more.items()}}
+
+
+def run(*command, **variables):
+    """Runs a program and returns its output; ends with what it printed when it fails."""
+    done = subprocess.run([str(word) for word in command], env=environment(**variables), text=True,
+                          stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    if done.returncode != 0:
+        raise SystemExit(f"bench: {command[0]} ended with {done.returncode}\n{done.stdout}{done.stderr}")
+    return done.stdout
+
+
+def run_json(*command, **variables):
+    return json.loads(run(*command, **variables))
+
+
+def run_google_benchmark(program, short, *arguments, repetitions=9, min_time=0.05, **variables):
+    """The nanoseconds of every repetition, by benchmark; the repetitions of all are interleaved."""
+    result = run_json(program, *arguments, "--benchmark_format=json", "--benchmark_enable_random_interleaving=true",
+                      f"--benchmark_repetitions={2 if short else repetitions}",
+                      f"--benchmark_min_time={0.001 if short else min_time}", **variables)
+    times = {}
+    for row in result["benchmarks"]:
+        if row["run_type"] == "iteration":
+            assert row["time_unit"] == "ns", row
+            times.setdefault(row["run_name"].removesuffix("/real_time"), []).append(row["real_time"])
+    return times
+
+
+def median(values):
+    return statistics.median(values)
+
+
+def spread(values):
+    """Half the distance between the quartiles, as a share of the median."""
+    if len(values) < 2:
+        return 0.0
+    low, _, high = statistics.quantiles(values, n=4, method="inclusive")
+    return (high - low) / 2 / median(values)
+
+
+def ratios(ours, theirs):
+    """Repetition by repetition, as they ran beside each other."""
+    return [mine / other for mine, other in zip(ours, theirs)]
+
+
+def with_spread(values, digits=2):
+    return f"{median(values):.{digits}f} ± {100 * spread(values):.0f} %"
+
+
+def duration(nanoseconds):
+    for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
+        if nanoseconds >= size:
+            return f"{nanoseconds / size:.3g} {unit}"
+    return f"{nanoseconds:.3g} ns"
+
+
+def verdict(value, aim):
+    return "reached" if value <= aim else "**missed**"
+
+
+def table(heads, rows):
+    """A Markdown table; all columns but the first are figures."""
+    lines = ["| " + " | ".join(heads) + " |", "| --- |" + " ---: |" * (len(heads) - 1)]
+    lines += ["| " + " | ".join(str(cell) for cell in row) + " |" for row in rows]
+    return "\n".join(lines) + "\n"
+
+
+def plot(file, script, series):
+    """Makes an SVG with gnuplot. `script` holds its commands; it finds the rows of series N as $dataN."""
+    blocks = []
+    for index, rows in enumerate(series):
+        lines = [" ".join(f'"{cell}"' if isinstance(cell, str) else f"{cell}" for cell in row) for row in rows]
+        blocks.append(f"$data{index} << END\n" + "\n".join(lines) + "\nEND\n")
+    head = (f'set terminal svg size 800,420 background "white" font "sans,12"\nset output "{file}"\n'
+            "set grid\nset key outside bottom center horizontal\n")
+    subprocess.run(["gnuplot"], input="".join(blocks) + head + script, text=True, check=True)

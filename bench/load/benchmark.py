@@ -1,0 +1,185 @@
+"""What loading the provider costs against a library that does nothing, and what a start of the menu
+program costs against a program that does nothing; each linked with the same libraries."""
+
+import collections
+import os
+import re
+import time
+
+import common
+
+AIM_RATIO = 1.5
+
+LOAD = common.PROGRAMS / "load"
+VERSION = common.PROGRAMS / "version"
+MENU = common.SHIPPED / "bin" / "ventaro"
+LIBRARIES = common.PROGRAMS.parent / "lib"
+EMPTY = LIBRARIES / "libempty.so"
+
+PLATFORMS = {"host": common.SHIPPED / "lib" / "libventaro-platform.so",
+             "bare": LIBRARIES / "libknows_nothing.so"}
+LOADED = {"provider": common.PROVIDER, "empty": EMPTY}
+STARTED = {"show": (MENU, "show"), "version": (MENU, "--version"), "baseline": (VERSION,)}
+STEPS = ("dlopen", "create")
+
+
+# ---- measure ----
+
+def folders(scratch):
+    return {"VENTARO_STATE_DIR": scratch / "state", "VENTARO_RUNTIME_DIR": scratch / "runtime"}
+
+
+def needed(file):
+    return sorted(re.findall(r"\(NEEDED\).*\[(.*)\]", common.run("readelf", "-dW", file)))
+
+
+def relocations(file):
+    """How many of each kind, and how many of them name a symbol that has to be looked up."""
+    rows = [line.split() for line in common.run("readelf", "-rW", file).splitlines() if " R_" in line]
+    kinds = collections.Counter(re.sub("^R_(X86_64|AARCH64|ARM|386)_", "", row[2]) for row in rows)
+    named = sum(len(row) > 4 for row in rows)
+    return {"kinds": dict(kinds), "named": named}
+
+
+def write_back(file):
+    """To the disk: what a linker has just written counts as dirty in every process that maps it."""
+    with open(file, "rb") as written:
+        os.fsync(written.fileno())
+
+
+def load_all(variables):
+    """Every library over every platform, each in a fresh process."""
+    return {f"{platform} {library}": common.run_json(LOAD, PLATFORMS[platform], LOADED[library], **variables)
+            for platform in PLATFORMS for library in LOADED}
+
+
+def start(command, variables):
+    """The nanoseconds of a whole process."""
+    words = [str(word) for word in command]
+    surroundings = common.environment(**variables)
+    nowhere = [(os.POSIX_SPAWN_OPEN, 1, os.devnull, os.O_WRONLY, 0)]
+    begin = time.perf_counter_ns()
+    process = os.posix_spawn(words[0], words, surroundings, file_actions=nowhere)
+    _, status = os.waitpid(process, 0)
+    end = time.perf_counter_ns()
+    if status != 0:
+        raise SystemExit(f"bench: {' '.join(words)} failed")
+    return end - begin
+
+
+def measure(short, scratch):
+    variables = folders(scratch)
+    for file in LOADED.values():
+        write_back(file)
+    common.run(*STARTED["show"], **variables)  # makes the store
+    rounds = 5 if short else 150
+    loads = [load_all(variables) for _ in range(rounds)]
+    starts = [{name: start(command, variables) for name, command in STARTED.items()} for _ in range(rounds)]
+    return {
+        "loads": {case: [run[case] for run in loads] for case in loads[0]},
+        "starts": {name: [run[name] for run in starts] for name in STARTED},
+        "needed": {name: needed(file) for name, file in
+                   (("provider", common.PROVIDER), ("empty", EMPTY), ("menu", MENU), ("baseline", VERSION))},
+        "relocations": {name: relocations(file) for name, file in LOADED.items()},
+    }
+
+
+def check(figures):
+    libraries = figures["needed"]
+    return [f"{ours} and {theirs} need other libraries: {libraries[ours]}, {libraries[theirs]}"
+            for ours, theirs in (("provider", "empty"), ("menu", "baseline"))
+            if libraries[ours] != libraries[theirs]]
+
+
+# ---- report ----
+
+def times(figures, case, steps=STEPS):
+    return [sum(run[step]["nanoseconds"] for step in steps) for run in figures["loads"][case]]
+
+
+def loading_rows(figures):
+    names = {"host": "over the host platform, which is loaded and in use", "bare": "over a bare platform, which knows nothing"}
+    for platform, name in names.items():
+        provider, empty = f"{platform} provider", f"{platform} empty"
+        ratio = common.ratios(times(figures, provider), times(figures, empty))
+        yield [name, common.with_spread(ratio), common.verdict(common.median(ratio), AIM_RATIO)] + [
+            common.with_spread([time / 1000 for time in times(figures, case, steps)], 0)
+            for case, steps in ((provider, ("dlopen",)), (provider, ("create",)), (empty, STEPS))]
+
+
+def memory_rows(figures):
+    def of(case, value):
+        return f"{common.median([value(run) for run in figures['loads'][case]]):.0f}"
+    for name in LOADED:
+        case, moved = f"host {name}", figures["relocations"][name]
+        kinds = ", ".join(f"{count} {kind}" for kind, count in sorted(moved["kinds"].items(), key=lambda item: -item[1]))
+        yield [{"provider": "`libventaro.so`", "empty": "the empty library"}[name], moved["named"], kinds,
+               *(of(case, lambda run, step=step: run[step]["faults"]) for step in STEPS),
+               of(case, lambda run: run["rss"]), of(case, lambda run: run["private_dirty"])]
+
+
+def start_rows(figures):
+    starts = figures["starts"]
+    names = {"show": "`ventaro show`", "version": "`ventaro --version`",
+             "baseline": "a program with the same libraries that prints its version"}
+    for name, text in names.items():
+        ratio = common.ratios(starts[name], starts["baseline"])
+        yield [text, "1" if name == "baseline" else common.with_spread(ratio),
+               f"{common.with_spread([time / 1e6 for time in starts[name]])} ms"]
+
+
+def bars(figures):
+    """The steps of each library, in µs: the loader's, what the platform adds to it, and the table."""
+    def of(case, step):
+        return common.median(times(figures, case, (step,))) / 1000
+    bare = of("bare provider", "dlopen")  # without waiting for a platform
+    return [["empty library", of("host empty", "dlopen"), 0, of("host empty", "create")],
+            ["provider, bare platform", bare, 0, of("bare provider", "create")],
+            ["provider, host platform", bare, max(of("host provider", "dlopen") - bare, 0),
+             of("host provider", "create")]]
+
+
+def draw_plot(figures, file):
+    common.plot(file, """
+set title "From dlopen() to a ready table"
+set ylabel "µs"
+set yrange [0:*]
+set xrange [-0.5:2.5]
+set style data histogram
+set style histogram rowstacked
+set style fill solid 0.8 border -1
+set boxwidth 0.5
+set key inside top left vertical Left reverse
+plot $data0 using 2:xtic(1) title "dlopen()" lc rgb "#4477aa", \\
+     "" using 3 title "what the host platform adds to it" lc rgb "#ee6677", \\
+     "" using 4 title "create\\\\_provider()" lc rgb "#ccbb44"
+""", [bars(figures)])
+
+
+def report(figures, pictures):
+    draw_plot(figures, pictures / "load.svg")
+    loading = common.table(["loading", "ratio to the empty library", f"aim: {AIM_RATIO}", "dlopen, µs", "create_provider, µs",
+                            "the empty library, both, µs"], loading_rows(figures))
+    memory = common.table(["library", "symbols bound", "relocations", "faults of dlopen", "faults of create_provider",
+                           "resident KiB", "private dirty KiB"], memory_rows(figures))
+    starts = common.table(["start to end", "ratio", "time"], start_rows(figures))
+    faults = common.median([run["dlopen"]["faults"] for run in figures["loads"]["bare provider"]])
+    return f"""## Loading
+
+From `dlopen(RTLD_NOW)` to the table of `create_provider()`, in fresh processes that have the libraries that the provider
+needs, against a library with the same dependencies and link options whose `create_provider()` gives an empty table.
+
+{loading}
+![From dlopen to a ready table](performance/load.svg)
+
+{memory}
+And the menu program, from its start to its end:
+
+{starts}
+- Over the bare platform, what the provider costs more are its relocations, the symbols that are looked up, and
+  {faults:.0f} page faults.
+- Over the host platform the answers come on top: the constructors of the provider's objects ask for the network, its
+  profiles and the store, and write log lines.
+- "Resident" counts the pages of the file that the kernel maps at once because it has them at hand.
+- A start of `ventaro show` opens the store and the network, loads the provider, draws the page and prints it.
+"""

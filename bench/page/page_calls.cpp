@@ -1,0 +1,88 @@
+// Draws the branch and prints where its time goes, as JSON: the calls and the nanoseconds of each
+// platform function per drawing, and of the whole. What the counting costs is taken off.
+//
+//   page_calls PROVIDER DRAWINGS
+#include <json/value.h>
+#include <json/writer.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+#include "drawing.h"
+#include "platform_calls.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kWarmUp = 5;
+constexpr long kMany = 200'000;
+
+template <typename Action>
+double nanoseconds(const Action& action) {
+  const auto start = Clock::now();
+  action();
+  return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+}
+
+// What a counted call costs that does nothing: the part that its time includes, and all of it.
+struct Overhead {
+  double inside;
+  double whole;
+};
+
+Overhead measureOverhead(const platform_call& row) {
+  const double whole = nanoseconds([] {
+    for (long i = 0; i < kMany; ++i) nothing();
+  });
+  return {static_cast<double>(row.nanoseconds) / static_cast<double>(row.calls),
+          whole / static_cast<double>(kMany)};
+}
+
+void forget() {
+  for (platform_call* row = platform_calls; row->name != nullptr; ++row) {
+    row->calls = row->nanoseconds = 0;
+  }
+}
+
+const platform_call& rowOfNothing() {
+  const platform_call* row = platform_calls;
+  while ((row + 1)->name != nullptr) ++row;
+  return *row;
+}
+
+Json::Value measure(const provider_calls::Provider& provider, int drawings) {
+  for (int i = 0; i < kWarmUp; ++i) draw(provider);
+  const Overhead overhead = measureOverhead(rowOfNothing());
+  forget();
+  double whole = nanoseconds([&] {
+    for (int i = 0; i < drawings; ++i) draw(provider);
+  });
+  Json::Value result;
+  for (const platform_call* row = platform_calls; row != &rowOfNothing(); ++row) {
+    const auto calls = static_cast<double>(row->calls);
+    Json::Value& function = result["functions"][row->name];
+    function["calls"] = calls / drawings;
+    function["nanoseconds"] =
+        (static_cast<double>(row->nanoseconds) - calls * overhead.inside) / drawings;
+    whole -= calls * overhead.whole;
+  }
+  result["nanoseconds"] = whole / drawings;
+  result["overhead"] = overhead.whole;
+  return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fputs("usage: page_calls PROVIDER DRAWINGS\n", stderr);
+    return 2;
+  }
+  const auto provider = loadProvider(argv[1]);
+  std::cout << Json::writeString(Json::StreamWriterBuilder(),
+                                 measure(*provider, std::atoi(argv[2])))
+            << '\n';
+}

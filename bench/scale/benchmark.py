@@ -1,0 +1,210 @@
+"""How the costs grow: with the networks in the document of the saved ones, and with the threads that
+call at once."""
+
+import math
+
+import common
+
+# What a network more may cost at 10,000 against at 1,000, where a straight line has 1.
+AIM_GROWTH = 1.25
+
+ENTRIES = common.PROGRAMS / "entries"
+THREADS = common.PROGRAMS / "threads"
+SIZES = {1: 100, 10: 100, 100: 50, 1000: 20, 10000: 4}  # networks, and how often each is called
+CALLS = ("name", "title icon", "second icon", "enable")
+ANSWERS = {"name": "Network 0", "title icon": "oobe_icon_n_wifi_4.svg", "second icon": "r_icon_xs_check.png", "enable": "1"}
+DRAWING = (1, 2, 3, 4, 5, 6, 7, 8)
+OTHERS = (0, 1, 3, 7)
+
+
+def folders(scratch, name):
+    return {"VENTARO_STATE_DIR": scratch / name, "VENTARO_RUNTIME_DIR": scratch / f"{name}-runtime"}
+
+
+# ---- measure ----
+
+def entries(size, calls, variables):
+    return common.run_json(ENTRIES, common.PROVIDER, size, calls, **variables)
+
+
+def all_sizes(short, scratch):
+    """The figures of each size, with the times of all rounds, which take the sizes in turns."""
+    variables = folders(scratch, "entries")
+    sizes = {}
+    for _ in range(1 if short else 3):
+        for size, calls in SIZES.items():
+            run = entries(size, 2 if short else calls, variables)
+            so_far = sizes.setdefault(str(size), run)
+            if so_far is not run:
+                for name, times in run["times"].items():
+                    so_far["times"][name] += times
+    return sizes
+
+
+def throughput(short, scratch):
+    """Callbacks a second by number of threads, of each round."""
+    variables = folders(scratch, "threads")
+    rates = {}
+    for _ in range(1 if short else 5):
+        for count in (1, 8) if short else DRAWING:
+            run = common.run_json(THREADS, common.PROVIDER, "draw", count, 100 if short else 400, **variables)
+            rates.setdefault(str(count), []).append(run["callbacks"] / run["nanoseconds"] * 1e9)
+    return rates
+
+
+def waits(short, scratch):
+    """As it is, and without the log file, which the platform does without when it cannot be made."""
+    found = {}
+    for name in ("log", "no log"):
+        variables = folders(scratch, f"waits, {name}")
+        state = variables["VENTARO_STATE_DIR"]
+        state.mkdir()
+        if name == "no log":
+            (state / "log").touch()
+        found[name] = {str(count): common.run_json(THREADS, common.PROVIDER, "wait", count, 100 if short else 2000,
+                                                   **variables) for count in OTHERS}
+    return found
+
+
+def measure(short, scratch):
+    return {"sizes": all_sizes(short, scratch), "throughput": throughput(short, scratch), "waits": waits(short, scratch)}
+
+
+def wrong_answers(figures):
+    for size, run in figures["sizes"].items():
+        for name, expected in ANSWERS.items():
+            if not run["answers"][name].endswith(expected):
+                yield f"{size} networks, {name}: {run['answers'][name]!r}, not {expected!r}"
+
+
+def wrong_memory(figures):
+    """What is held does not vary, but for the ends of long names."""
+    held = {size: figures["sizes"][str(size)]["held"] for size in SIZES}
+    for fewer, more in ((100, 1000), (1000, 10000)):
+        if held[more] > 10.5 * held[fewer]:
+            yield f"{more} networks hold {held[more]} bytes, {fewer} hold {held[fewer]}"
+
+
+def check(figures):
+    return [*wrong_answers(figures), *wrong_memory(figures)]
+
+
+# ---- report ----
+
+def time_of(figures, name, size):
+    return common.median(figures["sizes"][str(size)]["times"][name])
+
+
+def for_one_more(figures, name, fewer, more):
+    return (time_of(figures, name, more) - time_of(figures, name, fewer)) / (more - fewer)
+
+
+def cost_rows(figures):
+    for name in CALLS:
+        growth = for_one_more(figures, name, 1000, 10000) / for_one_more(figures, name, 100, 1000)
+        exponent = math.log(time_of(figures, name, 10000) / time_of(figures, name, 100), 100)
+        yield [name, f"{growth:.2f}", common.verdict(growth, AIM_GROWTH), f"{exponent:.2f}",
+               *(common.duration(time_of(figures, name, size)) for size in SIZES)]
+    yield ["change notification", "", "", "", *(common.duration(time_of(figures, "notification", size)) for size in SIZES)]
+
+
+def memory_rows(figures):
+    def row(name, value):
+        return [name, *(value(size, figures["sizes"][str(size)]) for size in SIZES)]
+    yield row("the document", lambda size, run: f"{run['bytes']:,}")
+    yield row("held by the provider", lambda size, run: f"{run['held']:,}")
+    yield row("held, by network", lambda size, run: f"{run['held'] / size:.0f}")
+    yield row("resident at most while it is read", lambda size, run: f"{run['peak']:,}")
+
+
+def throughput_rows(figures):
+    rates = figures["throughput"]
+    for count, values in rates.items():
+        ratio = common.ratios(values, rates["1"])
+        yield [count, "1" if count == "1" else common.with_spread(ratio),
+               f"{common.median(values):,.0f} ± {100 * common.spread(values):.0f} %"]
+
+
+def wait_cells(call):
+    # Of a few calls the thousandth is the worst.
+    thousandth = common.duration(call["thousandth"]) if call["calls"] >= 1000 else ""
+    return [common.duration(call["median"]), thousandth, common.duration(call["worst"])]
+
+
+def wait_rows(figures):
+    with_log, without = figures["waits"]["log"], figures["waits"]["no log"]
+    for name in with_log["0"]["calls"]:
+        callback, comma, tag = name.partition(",")
+        for count in with_log:
+            yield [f"`{callback}`{comma}{tag}", count, *wait_cells(with_log[count]["calls"][name]),
+                   *wait_cells(without[count]["calls"][name])]
+
+
+def draw_costs(figures, file):
+    series = [[[size, time_of(figures, name, size) / 1000] for size in SIZES] for name in (*CALLS, "notification")]
+    colours = ("#4477aa", "#228833", "#66ccee", "#ccbb44", "#aa3377")
+    lines = ", ".join(f'$data{index} using 1:2 with linespoints lw 2 pt {index + 4} lc rgb "{colour}" title "{name}"'
+                      for index, (name, colour) in enumerate(zip((*CALLS, "change notification"), colours)))
+    per_entry = for_one_more(figures, "name", 1000, 10000) / 1000
+    common.plot(file, f"""
+set title "A saved network's callbacks, by the networks in the document"
+set logscale xy
+set xlabel "networks"
+set ylabel "µs a call"
+set xrange [0.8:12500]
+plot {lines}, [10:10000] {per_entry} * x with lines lc rgb "#999999" dt 2 title "a straight line"
+""", series)
+
+
+def draw_throughput(figures, file):
+    rows = [[int(count), common.median(values) / 1000, min(values) / 1000, max(values) / 1000]
+            for count, values in figures["throughput"].items()]
+    common.plot(file, """
+set title "Threads that draw the branch at once, under the one lock"
+set xlabel "threads"
+set ylabel "thousand callbacks a second"
+set yrange [0:*]
+set xrange [0.5:8.5]
+set xtics 1
+plot $data0 using 1:2:3:4 with yerrorlines lw 2 pt 7 lc rgb "#4477aa" title "all threads together, median and range"
+""", [rows])
+
+
+def report(figures, pictures):
+    draw_costs(figures, pictures / "scale-networks.svg")
+    draw_throughput(figures, pictures / "scale-threads.svg")
+    sizes = [f"{size:,}" for size in SIZES]
+    costs = common.table(["networks", "growth", f"aim: {AIM_GROWTH}", "exponent", *sizes], cost_rows(figures))
+    memory = common.table(["bytes", *sizes], memory_rows(figures))
+    rates = common.table(["threads", "against one", "callbacks a second"], throughput_rows(figures))
+    held = common.duration(figures["waits"]["log"]["0"]["held"])
+    took = common.table(["callback", "others", "median", "99.9 %", "worst", "no log: median", "99.9 %", "worst"], wait_rows(figures))
+    return f"""## Scale
+
+The items of the saved networks, with documents of 1 to 10,000 networks. "Growth" is what one network more costs between
+1,000 and 10,000 against between 100 and 1,000; "exponent" is the power that the cost grows with from 100 to 10,000. A
+straight line has 1 for both.
+
+{costs}
+![A saved network's callbacks, by the networks in the document](performance/scale-networks.svg)
+
+{memory}
+- Each of these callbacks looks at the whole document and logs each network. So all four cost the same, and a network costs
+  each of them {common.duration(for_one_more(figures, "name", 1000, 10000))}, most of it its log line.
+- A notification does not look at the document: it costs the store's durable write of the request to refresh.
+
+One to eight threads draw the branch at once:
+
+{rates}
+![Threads that draw the branch at once](performance/scale-threads.svg)
+
+One thread calls now and then while the others are in a locked callback that takes {held}, that of a document of 1,000
+networks:
+
+{took}
+- Of what a drawing calls all but two callbacks take the one lock, so more threads do not do more; what they lose is the
+  handing over of the lock.
+- The lock-free callbacks wait for no reader, as the right half shows, where the platform has no log file. In the left half a
+  few of them wait for the platform's own lock around that file, when its holder has lost the processor.
+- The machine has two processors, which it shares: the worst times are those of a thread that waits for one.
+"""

@@ -1,0 +1,68 @@
+// What is in a store of N keys: a few long texts; of the others, half are numbers and half short
+// texts. Every value can be told from its key.
+#ifndef BENCH_STORE_CONTENTS_H
+#define BENCH_STORE_CONTENTS_H
+
+#include <cstddef>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+enum class Kind { kNumber, kShortText, kLongText };
+
+inline constexpr int kLongTexts = 16;
+inline constexpr std::size_t kShortSize = 32;   // bytes
+inline constexpr std::size_t kLongSize = 4096;  // bytes
+
+// A set adds a multiple of it to a number, so that what is read back can still be checked.
+inline constexpr int kCycle = 10'000'000;
+inline constexpr int kCycles = 200;
+
+inline Kind kindOf(int index) {
+  if (index < kLongTexts) return Kind::kLongText;
+  return index % 2 == 0 ? Kind::kNumber : Kind::kShortText;
+}
+
+inline std::string nameOf(int index) {
+  std::string digits = std::to_string(index);
+  return "setting-" + std::string(7 - digits.size(), '0') + digits;
+}
+
+inline int numberOf(int index, int cycle = 0) {
+  return index + cycle % kCycles * kCycle;
+}
+
+inline bool isNumberOf(int index, int value) {
+  return value % kCycle == index;
+}
+
+inline std::string textOf(int index) {
+  std::string text = nameOf(index);
+  text.resize(kindOf(index) == Kind::kLongText ? kLongSize : kShortSize, 'x');
+  return text;
+}
+
+struct Entry {
+  int index;
+  std::string key;
+};
+
+// Keys of that kind in a random order that is the same at each call, so for each store. More would
+// only measure how fast the keys themselves come from memory.
+inline std::vector<Entry> sample(Kind kind, int count, const std::string& prefix) {
+  constexpr int kSize = 8192;
+  std::minstd_rand random(1);
+  std::uniform_int_distribution<int> any(0, kind == Kind::kLongText ? kLongTexts - 1 : count - 1);
+  std::vector<Entry> entries;
+  while (entries.size() < kSize) {
+    const int index = any(random);
+    if (kindOf(index) == kind) entries.push_back({index, prefix + nameOf(index)});
+  }
+  return entries;
+}
+
+}  // namespace bench
+
+#endif  // BENCH_STORE_CONTENTS_H
