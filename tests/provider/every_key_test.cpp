@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "provider_test.h"
+#include "wifi_direct_status.h"
 
 namespace {
 
@@ -273,16 +274,6 @@ class EveryKey : public ProviderTest {
     return lines;
   }
 
-  static Journal directStatus() {
-    return {call("wifi_initialize"),
-            mainLog("Wifi init succeeded\n"),
-            call("wifi_get_connected_ap"),
-            mainLog("Fail to get connected AP "),
-            call("wifi_ap_get_frequency", "null"),
-            call("wifi_ap_destroy", "null"),
-            call("vconf_get_int", "db/menu/network/wifidirect")};
-  }
-
   static Journal wakes(bool enabled) {
     if (!enabled) {
       return {call("util_get_wakeOnMobile_mode"),
@@ -359,7 +350,8 @@ class EveryKey : public ProviderTest {
             1, 1,
             {call("wifi_get_enable_qx"), mainLog("wifi_get_power_state  ret = [0], value = [1]")});
       case kDirect:
-        return answer(1, 0, {directStatus(), mainLog("getInt , value after changing = 0")});
+        return answer(1, 0,
+                      {wifiDirectStatusWithoutAp(), mainLog("getInt , value after changing = 0")});
       case kWired:
         return answer(1, 1, {call("vconf_get_int", "db/menu/network/wiredeap")});
       default:
@@ -431,7 +423,7 @@ class EveryKey : public ProviderTest {
                                  mainLog("connection_get_wakeOnMobile_mode set to 0"),
                                  mainLog("CWiFiOnOffObj.setOnOffStatus==SID_ON")});
       case kDirect:
-        return answer("SID_OFF", {directStatus(), mainLog("setOnOffStatus 0"),
+        return answer("SID_OFF", {wifiDirectStatusWithoutAp(), mainLog("setOnOffStatus 0"),
                                   mainLog("CWiFiDirectObj.setOnOffStatus==SID_OFF")});
       case kWired:
         return answer("SID_ON", {call("vconf_get_int", "db/menu/network/wiredeap"),

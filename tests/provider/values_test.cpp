@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "provider_test.h"
+#include "wifi_direct_status.h"
 
 namespace {
 
@@ -65,27 +66,6 @@ class Values : public ProviderTest {
 
   static Journal typedNameIsRead() {
     return {call("vconf_get_str", kNameKey), mainLog("value=1\n")};
-  }
-
-  // What Wi-Fi Direct does to see whether the access point is a 6 GHz one, and the preference.
-  static Journal accessPointIsRead(const char* frequency) {
-    return {call("wifi_initialize"),
-            mainLog("Wifi init succeeded\n"),
-            call("wifi_get_connected_ap"),
-            call("wifi_ap_get_frequency", "ap 1"),
-            mainLog(std::string("Frequency : ") + frequency + "\n"),
-            call("wifi_ap_destroy", "ap 1"),
-            call("vconf_get_int", kPreferenceKey)};
-  }
-
-  static Journal noAccessPointIsRead() {
-    return {call("wifi_initialize"),
-            mainLog("Wifi init succeeded\n"),
-            call("wifi_get_connected_ap"),
-            mainLog("Fail to get connected AP "),
-            call("wifi_ap_get_frequency", "null"),
-            call("wifi_ap_destroy", "null"),
-            call("vconf_get_int", kPreferenceKey)};
   }
 
   static Journal mobileModeIsOn() {
@@ -170,17 +150,17 @@ TEST_F(Values, WifiDirectIsReadFromTheAccessPointAndThePreferenceWithTheResultOn
   setConnectedAp(5955);
   store().set(kPreferenceKey, 1);
   EXPECT_EQ(getInt(kWifiDirectItem), (IntAnswer{1, 1}));
-  EXPECT_EQ(journal(), aroundGetInt(kWifiDirectItem, 1,
-                                    {accessPointIsRead("5955"),
-                                     mainLog("getInt , value after changing = 1")}));
+  EXPECT_EQ(journal(),
+            aroundGetInt(kWifiDirectItem, 1,
+                         {wifiDirectStatusAt(5955), mainLog("getInt , value after changing = 1")}));
 }
 
 TEST_F(Values, WifiDirectThatIsOffHasTheResultOneAsWell) {
   create();
   EXPECT_EQ(getInt(kWifiDirectItem), (IntAnswer{1, 0}));
-  EXPECT_EQ(journal(),
-            aroundGetInt(kWifiDirectItem, 1,
-                         {noAccessPointIsRead(), mainLog("getInt , value after changing = 0")}));
+  EXPECT_EQ(journal(), aroundGetInt(kWifiDirectItem, 1,
+                                    {wifiDirectStatusWithoutAp(),
+                                     mainLog("getInt , value after changing = 0")}));
 }
 
 TEST_F(Values, TheWiredSwitchIsReadFromTheStoreAsZeroOrOneWhichIsAlsoTheResult) {

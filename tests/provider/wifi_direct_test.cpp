@@ -2,6 +2,7 @@
 #include <climits>
 
 #include "setting_test.h"
+#include "wifi_direct_status.h"
 
 namespace {
 
@@ -18,28 +19,6 @@ class WifiDirect : public SettingTest {
     create();
     setConnectedAp(frequencyMhz);
     if (preference) store().set(kPreferenceKey, *preference);
-  }
-
-  // What the object does to know what the menu shows, at an access point ...
-  static Journal statusAt(int frequencyMhz) {
-    return {call("wifi_initialize"),
-            mainLog("Wifi init succeeded\n"),
-            call("wifi_get_connected_ap"),
-            call("wifi_ap_get_frequency", "ap 1"),
-            mainLog("Frequency : " + std::to_string(frequencyMhz) + "\n"),
-            call("wifi_ap_destroy", "ap 1"),
-            call("vconf_get_int", kPreferenceKey)};
-  }
-
-  // ... and at none.
-  static Journal statusWithoutAp() {
-    return {call("wifi_initialize"),
-            mainLog("Wifi init succeeded\n"),
-            call("wifi_get_connected_ap"),
-            mainLog("Fail to get connected AP "),
-            call("wifi_ap_get_frequency", "null"),
-            call("wifi_ap_destroy", "null"),
-            call("vconf_get_int", kPreferenceKey)};
   }
 
   // The whole loading around the construction of this object.
@@ -73,7 +52,7 @@ TEST_F(WifiDirect, LoadingAtA6GhzAccessPointChoosesOnWhereNothingWasChosen) {
   setConnectedAp(k6GhzMhz);
   store().set(kPreferenceKey, 0);
   load();
-  EXPECT_EQ(journal(), loading({statusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey),
+  EXPECT_EQ(journal(), loading({wifiDirectStatusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey),
                                 call("vconf_set_int", kPreferenceKey, 1)}));
   EXPECT_EQ(store().intAt(kPreferenceKey), 1);
   EXPECT_EQ(openAps(), 0);
@@ -83,13 +62,15 @@ TEST_F(WifiDirect, LoadingReadsThePreferenceTwiceAndWritesNothingWhereOffWasChos
   setConnectedAp(k6GhzMhz);
   store().set(kPreferenceKey, 2);
   load();
-  EXPECT_EQ(journal(), loading({statusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey)}));
+  EXPECT_EQ(journal(),
+            loading({wifiDirectStatusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey)}));
 }
 
 TEST_F(WifiDirect, LoadingWithoutAnAccessPointReadsThePreferenceTwiceToo) {
   store().set(kPreferenceKey, 0);
   load();
-  EXPECT_EQ(journal(), loading({statusWithoutAp(), call("vconf_get_int", kPreferenceKey)}));
+  EXPECT_EQ(journal(),
+            loading({wifiDirectStatusWithoutAp(), call("vconf_get_int", kPreferenceKey)}));
   EXPECT_EQ(store().intAt(kPreferenceKey), 0);
 }
 
@@ -124,7 +105,7 @@ TEST_F(WifiDirect, LoadingTakesTheSecondReadingAsThePreference) {
   });
   load();
   EXPECT_EQ(store().intAt(kPreferenceKey), 1);
-  EXPECT_EQ(journal(), loading({statusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey),
+  EXPECT_EQ(journal(), loading({wifiDirectStatusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey),
                                 call("vconf_set_int", kPreferenceKey, 1)}));
 }
 
@@ -133,7 +114,7 @@ TEST_F(WifiDirect, APreferenceThatCannotBeWrittenWhileLoadingIsNotReported) {
   store().set(kPreferenceKey, 0);
   failWith("vconf_set_int", -3);
   load();
-  EXPECT_EQ(journal(), loading({statusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey),
+  EXPECT_EQ(journal(), loading({wifiDirectStatusAt(k6GhzMhz), call("vconf_get_int", kPreferenceKey),
                                 call("vconf_set_int", kPreferenceKey, 1)}));
 }
 
@@ -152,22 +133,22 @@ TEST_F(WifiDirect, CreatingAndUnloadingDoNothingWithWifi) {
 TEST_F(WifiDirect, TheValueIsOneAtA6GhzAccessPointWhenOnWasChosen) {
   createAt(k6GhzMhz, 1);
   EXPECT_EQ(get(), (IntAnswer{1, 1}));
-  EXPECT_EQ(journal(),
-            aroundGetInt(1, {statusAt(k6GhzMhz), mainLog("getInt , value after changing = 1")}));
+  EXPECT_EQ(journal(), aroundGetInt(1, {wifiDirectStatusAt(k6GhzMhz),
+                                        mainLog("getInt , value after changing = 1")}));
 }
 
 TEST_F(WifiDirect, TheValueIsZeroWithoutAnAccessPointAndTheResultStillOne) {
   createAt(std::nullopt, 1);
   EXPECT_EQ(get(), (IntAnswer{1, 0}));
-  EXPECT_EQ(journal(),
-            aroundGetInt(1, {statusWithoutAp(), mainLog("getInt , value after changing = 0")}));
+  EXPECT_EQ(journal(), aroundGetInt(1, {wifiDirectStatusWithoutAp(),
+                                        mainLog("getInt , value after changing = 0")}));
 }
 
 TEST_F(WifiDirect, ThePreferenceIsReadAlsoWhenTheAccessPointDecides) {
   createAt(k5GhzMhz, 1);
   EXPECT_EQ(get(), (IntAnswer{1, 0}));
-  EXPECT_EQ(journal(),
-            aroundGetInt(1, {statusAt(k5GhzMhz), mainLog("getInt , value after changing = 0")}));
+  EXPECT_EQ(journal(), aroundGetInt(1, {wifiDirectStatusAt(k5GhzMhz),
+                                        mainLog("getInt , value after changing = 0")}));
 }
 
 TEST_F(WifiDirect, AFrequencyAbove5915IsOf6Ghz) {
@@ -251,8 +232,8 @@ TEST_F(WifiDirect, AnAccessPointThatCannotBeDestroyedIsNotReported) {
   createAt(k6GhzMhz, 1);
   failWith("wifi_ap_destroy", -9, Effect::kAsSuccess);
   EXPECT_EQ(get(), (IntAnswer{1, 1}));
-  EXPECT_EQ(journal(),
-            aroundGetInt(1, {statusAt(k6GhzMhz), mainLog("getInt , value after changing = 1")}));
+  EXPECT_EQ(journal(), aroundGetInt(1, {wifiDirectStatusAt(k6GhzMhz),
+                                        mainLog("getInt , value after changing = 1")}));
 }
 
 TEST_F(WifiDirect, WhatAFailedReadingOfThePreferenceLeftCounts) {
@@ -330,19 +311,22 @@ TEST_F(WifiDirect, OffShowsAtOnceAt6Ghz) {
 TEST_F(WifiDirect, TheTextIsOnWhereTheValueIsOne) {
   createAt(k6GhzMhz, 0);
   EXPECT_EQ(text(), "On");
-  EXPECT_EQ(journal(), aroundGetString("On", {statusAt(k6GhzMhz), mainLog("setOnOffStatus 1")}));
+  EXPECT_EQ(journal(),
+            aroundGetString("On", {wifiDirectStatusAt(k6GhzMhz), mainLog("setOnOffStatus 1")}));
 }
 
 TEST_F(WifiDirect, TheTextIsOffWhereTheValueIsZero) {
   createAt(std::nullopt, 1);
   EXPECT_EQ(text(), "Off");
-  EXPECT_EQ(journal(), aroundGetString("Off", {statusWithoutAp(), mainLog("setOnOffStatus 0")}));
+  EXPECT_EQ(journal(),
+            aroundGetString("Off", {wifiDirectStatusWithoutAp(), mainLog("setOnOffStatus 0")}));
 }
 
 TEST_F(WifiDirect, TheTextIsOffWhereOffWasChosen) {
   createAt(k6GhzMhz, 2);
   EXPECT_EQ(text(), "Off");
-  EXPECT_EQ(journal(), aroundGetString("Off", {statusAt(k6GhzMhz), mainLog("setOnOffStatus 0")}));
+  EXPECT_EQ(journal(),
+            aroundGetString("Off", {wifiDirectStatusAt(k6GhzMhz), mainLog("setOnOffStatus 0")}));
 }
 
 TEST_F(WifiDirect, TheTextIsOffAndNeverMissingWhenNothingCanBeAsked) {
