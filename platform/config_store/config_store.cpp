@@ -36,11 +36,11 @@ struct Area {
   Notifier notifier;
 };
 
-std::string inQuotes(const std::string& key) {
-  return "\"" + key + "\"";
+std::string inQuotes(std::string_view key) {
+  return "\"" + std::string(key) + "\"";
 }
 
-void checkKey(const std::string& key) {
+void checkKey(std::string_view key) {
   const auto fail = [&](const char* reason) {
     throw StoreError(StoreCode::kBadKey, "bad key " + inQuotes(key) + ": " + reason);
   };
@@ -183,7 +183,7 @@ std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) c
   return found;
 }
 
-std::uint64_t ConfigStore::version(const std::string& key) const {
+std::uint64_t ConfigStore::version(std::string_view key) const {
   checkKey(key);
   return impl_->areaOf(key).database.version();
 }

@@ -9,12 +9,14 @@
 #define PLATFORM_HOST_CONFIG_STORE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -94,7 +96,7 @@ class PLATFORM_API ConfigStore {
 
   // A number that is another after every set in the area of that key ("db/", "memory/"), by any
   // process; 0 in one that nobody has written yet. Much cheaper than a reading.
-  std::uint64_t version(const std::string& key) const;
+  std::uint64_t version(std::string_view key) const;
 
   // Calls `changed` with the key after every set of a key that begins with `prefix`, by any
   // process, also of an equal value. The calls come from the default GLib main context; an
