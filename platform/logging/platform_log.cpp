@@ -2,7 +2,6 @@
 #include <spdlog/spdlog.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdarg>
 #include <memory>
 #include <string>
@@ -29,7 +28,7 @@ const char* bufferName(int logId) {
 
 // With the process's number in it: to ask for that with each line would be a system call.
 std::string pattern() {
-  return "%Y-%m-%dT%H:%M:%S.%e " + std::to_string(getpid()) + " %v";
+  return "%Y-%m-%dT%T.%e " + std::to_string(getpid()) + " %v";
 }
 
 spdlog::logger& logger() {
@@ -47,7 +46,7 @@ std::string lineOf(const char* buffer, std::string_view tag, std::string_view me
   std::string line;
   line.reserve(16 + tag.size() + message.size());
   line.append(buffer).append(" ").append(tag).append(": ").append(message);
-  std::replace(line.begin(), line.end(), '\n', ' ');
+  for (auto at = line.find('\n'); at != std::string::npos; at = line.find('\n', at)) line[at] = ' ';
   return line;
 }
 
