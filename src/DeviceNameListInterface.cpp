@@ -59,7 +59,7 @@ int DeviceNameListInterface::getListItemIntValue(void* item, int* value) {
 }
 
 const char** DeviceNameListInterface::getListItems(const char* /*key*/, int* count) {
-  auto** texts = static_cast<char**>(std::malloc(m_DevicenameList.size() * sizeof(char*)));
+  auto** texts = static_cast<char**>(std::calloc(m_DevicenameList.size(), sizeof(char*)));
   const int last = lastIndex();
   for (int i = 0; i < last; ++i) {
     const CText markup = markupOf(entry(i));

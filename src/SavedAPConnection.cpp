@@ -88,8 +88,9 @@ bool SavedAPConnection::Parse() {
     const std::string ssid = item.get("SSID", "").asString();
     const int strength = item.get("SIGNAL_STRENGTH", "").asInt();
     const std::string status = item.get("STATUS", "").asString();
-    m_savedAPs.push_back({ssid, status, strength});
-    logItem(m_savedAPs.back());
+    const SavedAPData network{ssid, status, strength};
+    logItem(network);
+    m_savedAPs.push_back(network);
   }
   return true;
 }

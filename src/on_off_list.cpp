@@ -8,11 +8,9 @@
 #include "translation.h"
 
 char* newListText(std::string_view first, std::string_view second) {
-  // Not calloc() where a block is small: it does without the C library's cache of freed blocks.
-  auto* block = static_cast<char*>(std::malloc(kListTextSize));
-  std::size_t size = first.copy(block, kListTextSize);
-  size += second.copy(block + size, kListTextSize - size);
-  std::memset(block + size, 0, kListTextSize - size);
+  auto* block = static_cast<char*>(std::calloc(1, kListTextSize));
+  const std::size_t size = first.copy(block, kListTextSize);
+  second.copy(block + size, kListTextSize - size);
   return block;
 }
 
@@ -22,7 +20,7 @@ void OnOffTexts::fill() {
 }
 
 const char** OnOffTexts::copy(int* count) const {
-  auto** copies = static_cast<char**>(std::malloc(sizeof(texts_)));
+  auto** copies = static_cast<char**>(std::calloc(std::size(texts_), sizeof(char*)));
   std::ranges::transform(texts_, copies, [](const char* text) { return newListText(text); });
   *count = this->count();
   return const_cast<const char**>(copies);

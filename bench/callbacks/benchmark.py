@@ -17,7 +17,7 @@ UNIT = f"{FINDS}, and calls the object that the value belongs to"
 # The functions that are above the aim: the most that they may take for any key, in times of the floor's
 # instructions and in allocations more than the floor's; and why.
 LIMITS = {
-    "get_display_name": (2.30, 0, f"{FINDS}; one that it does not know is compared with each, for names are found by "
+    "get_display_name": (2.35, 0, f"{FINDS}; one that it does not know is compared with each, for names are found by "
                                   "leading parts of keys, too"),
     "get_help_text": (2.20, 3, f"{FINDS}; a text with a product's or a device's name passes through functions of "
                                "`std::string`"),
@@ -26,16 +26,14 @@ LIMITS = {
     "set_int": (1.55, 0, UNIT),
     "get_title_icon_path": (1.45, 1, f"{FINDS}; the path is made as a `std::string`"),
     "get_second_icon_path": (1.35, 0, FINDS),
-    "get_list_items": (1.70, 1, f"{FINDS}; the owner hands over the texts in an array of their own"),
+    "get_list_items": (1.55, 1, f"{FINDS}; the owner hands over the texts in an array of their own"),
     "check_visibility_int": (1.15, 0, "is made small: a mutex and a flag are functions of their own"),
     "check_enable_int": (2.10, 0, f"{FINDS}, which is half of the work where there is no more than two log lines"),
     "get_list_item_display_value": (1.50, 0, "looks how long the text is before it logs it"),
     "get_module_info": (2.20, 0, f"{FINDS}, beside which there is only the lock"),
-    "get_messagebox_info": (1.15, 0, "is made small: its texts are joined in a function of their own"),
-    "create_provider": (1.55, 0, "once in a process: the C library's `calloc` does more than `malloc`"),
 }
 KEY_SEARCH = 100  # instructions
-LIMIT_OF_PAGE = 1.22
+LIMIT_OF_PAGE = 1.23
 MORE_ALLOCATIONS_OF_PAGE = 29
 
 

@@ -171,7 +171,7 @@ int floor_create_provider(data_provider_cbs** cbs, const data_provider_cbs* tabl
   translate("SID_ON");
   translate("SID_OFF");
   translate("SID_ON");
-  *cbs = malloc(sizeof(data_provider_cbs));
+  *cbs = calloc(1, sizeof(data_provider_cbs));
   memcpy(*cbs, table, sizeof(data_provider_cbs));
   LOG_MAIN("END");
   pthread_mutex_unlock(&lock);
@@ -537,28 +537,24 @@ int floor_get_second_icon_path(const char* key, char** path, int position) {
 /* ---- Lists ---- */
 
 static void* new_item(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
-  struct item* item = malloc(sizeof(struct item));
+  struct item* item = calloc(1, sizeof(struct item));
   *item = (struct item){text, value, action};
   return item;
 }
 
 static char* list_text(const char* text) {
-  char* block = malloc(kListText);
-  const size_t size = strnlen(text, kListText);
-  memcpy(block, text, size);
-  memset(block + size, 0, kListText - size);
+  char* block = calloc(1, kListText);
+  memcpy(block, text, strnlen(text, kListText));
   return block;
 }
 
 static char* markup_text(const char* text) {
   static const char kOverride[] = "&#x202d;";
   char* markup = evas_textblock_text_utf8_to_markup(NULL, text);
-  char* block = malloc(kListText);
+  char* block = calloc(1, kListText);
   const size_t start = sizeof(kOverride) - 1;
-  const size_t size = start + strnlen(markup, kListText - start);
   memcpy(block, kOverride, start);
-  memcpy(block + start, markup, size - start);
-  memset(block + size, 0, kListText - size);
+  memcpy(block + start, markup, strnlen(markup, kListText - start));
   free(markup);
   return block;
 }
@@ -587,7 +583,7 @@ const void** floor_get_list_items(const char* key, int* count, floor_item item) 
     first = list_text(off);
     second = list_text(on);
   }
-  void** items = malloc(2 * sizeof(void*));
+  void** items = calloc(2, sizeof(void*));
   ITEM_FOLLOWING_ACTION_TYPE second_action = kActions[item][1];
   if (item == FLOOR_WIFI && is_regulated()) second_action = ITEM_FOLLOWING_ACTION_MESSAGE_BOX;
   items[0] = new_item(first, 0, kActions[item][0]);
@@ -606,7 +602,7 @@ const void** floor_get_state_items(const char* key, int* count) {
   pthread_mutex_lock(&lock);
   LOG_MAIN("START");
   LOG_MAIN("Key ---->%s::\n", key);
-  void** items = malloc(3 * sizeof(void*));
+  void** items = calloc(3, sizeof(void*));
   for (int i = 0; i < 3; ++i) {
     char* text = calloc(1, kBlock);
     strcpy(text, kStates[i]);
@@ -660,7 +656,7 @@ int floor_free_list_items(void** items, int count) {
 /* ---- The rest ---- */
 
 int floor_get_messagebox_info(const char* key, char* text, char* first, char* second, int* type) {
-  char message[VENTARO_MESSAGE_TEXT_SIZE];
+  char message[VENTARO_MESSAGE_TEXT_SIZE] = {0};
   (void)key;
   pthread_mutex_lock(&lock);
   LOG_MAIN("START");

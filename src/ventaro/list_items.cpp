@@ -63,11 +63,11 @@ constexpr ListSource kAnyOtherKey = {menu_keys::kDeviceName, textsOf<devicenameI
 
 // The framework's array: it knows a record by its address alone.
 void** newArray(int count) {
-  return static_cast<void**>(std::malloc(static_cast<std::size_t>(count) * sizeof(void*)));
+  return static_cast<void**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
 }
 
 ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
-  auto* record = static_cast<ListItem*>(std::malloc(sizeof(ListItem)));
+  auto* record = static_cast<ListItem*>(std::calloc(1, sizeof(ListItem)));
   *record = {text, value, action};
   return record;
 }

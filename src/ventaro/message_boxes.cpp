@@ -21,13 +21,14 @@ bool isWifiOff(const char* key) {
   return state == 0;
 }
 
-// Some features go with Wi-Fi; under the energy regulation, switching it on costs power instead.
+// Into a buffer of zeroes. Some features go with Wi-Fi; under the energy regulation, switching it
+// on costs power instead.
 void writeMessage(const char* key, Message& message) {
-  message[0] = '\0';
   const char* goAhead = translate("TV_SID_SETTINGS_MIX_CASEP_SOME_FEATURES_NOT_AVAIL_GO_AHEAD");
   CStringUtil::CombinateStrings(message, sizeof(message), goAhead, translate("COM_WI_FI"), nullptr,
                                 "", "");
   if (IsWiFiON() && isWifiOff(key)) {
+    std::memset(message, 0, sizeof(message));
     copyText(message, sizeof(message), translate("TV_SID_CHANGING_FEATURE_INCREASE_POWER"));
   }
 }
@@ -44,7 +45,7 @@ void append(char* buffer, const char* text, std::size_t most) {
 int get_messagebox_info(const char* key, char* text, char* first, char* second, int* type) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
-  Message message;
+  Message message = {};
   writeMessage(key, message);
   append(text, message, VENTARO_MESSAGE_TEXT_SIZE - 1);
   append(first, translate("SID_YES"), VENTARO_MESSAGE_BUTTON_SIZE - 1);
