@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 
 #include "CMobileDeviceTV.h"
 #include "translation.h"
@@ -20,7 +19,7 @@ void OnOffTexts::fill() {
 }
 
 const char** OnOffTexts::copy(int* count) const {
-  auto** copies = static_cast<char**>(std::calloc(std::size(texts_), sizeof(char*)));
+  auto** copies = static_cast<char**>(std::calloc(texts_.size(), sizeof(char*)));
   std::ranges::transform(texts_, copies, [](const char* text) { return newListText(text); });
   *count = this->count();
   return const_cast<const char**>(copies);
