@@ -178,9 +178,14 @@ std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) c
   std::map<std::string, StoreValue> found;
   for (const std::string_view area : {kPersistent, kVolatile}) {
     const bool reaches = area.starts_with(prefix) || prefix.starts_with(area);
-    if (reaches) found.merge(impl_->areaOf(area).database.list(prefix));
+    if (reaches) found.merge(impl_->areaOf(area).database.snapshot(prefix).values);
   }
   return found;
+}
+
+ConfigStore::Snapshot ConfigStore::snapshot(const std::string& prefix) const {
+  checkKey(prefix);
+  return impl_->areaOf(prefix).database.snapshot(prefix);
 }
 
 std::uint64_t ConfigStore::version(std::string_view key) const {

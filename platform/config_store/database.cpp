@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,6 +18,7 @@
 
 namespace platform {
 
+using host::ConfigStore;
 using host::StoreCode;
 using host::StoreError;
 using host::StoreValue;
@@ -174,6 +176,20 @@ void reserveLockFile(const std::filesystem::path& path) {
   }
 }
 
+// Who may not write the files cannot keep the pages that it reads from being written anew: a writer
+// beside it would end the process.
+void refuseWhatOthersMayWrite(const std::filesystem::path& data) {
+  constexpr mode_t kWritable = S_IWUSR | S_IWGRP | S_IWOTH;
+  struct stat status {};
+  struct statvfs disk {};
+  if (stat(data.c_str(), &status) != 0 || (status.st_mode & kWritable) == 0) return;
+  if (statvfs(data.c_str(), &disk) == 0 && (disk.f_flag & ST_RDONLY) != 0) return;
+  throw StoreError(StoreCode::kReadOnly,
+                   data.string() +
+                       " may be written by others and not by this user, who can therefore not read "
+                       "it either; VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR name other folders");
+}
+
 // What LMDB maps beyond the end of a file that was cut short would kill the process.
 void requireWholeFile(MDB_env* environment) {
   const FileSize size = fileSize(environment);
@@ -195,6 +211,7 @@ Database::Database(const std::filesystem::path& folder, Durability durability)
     if (error.code() != StoreCode::kReadOnly) throw;
     // Without a lock file of our own: who may not write the folder cannot take part in its locking.
     readOnly_ = true;
+    refuseWhatOthersMayWrite(folder / "data.mdb");
     std::error_code failure;
     if (!std::filesystem::exists(folder / "data.mdb", failure) && !failure) {
       empty_ = true;
@@ -240,10 +257,11 @@ std::optional<StoreValue> Database::get(const std::string& key) const {
   return decode(asView(data));
 }
 
-std::map<std::string, StoreValue> Database::list(const std::string& prefix) const {
-  std::map<std::string, StoreValue> found;
+ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
+  ConfigStore::Snapshot found;
   if (empty_) return found;
   const Reading reading(environment_.get(), readers_);
+  found.version = mdb_txn_id(reading.get());
   Cursor cursor(reading.get(), values_);
   MDB_val key = asVal(prefix);
   MDB_val data{};
@@ -251,7 +269,7 @@ std::map<std::string, StoreValue> Database::list(const std::string& prefix) cons
   const MDB_cursor_op start = prefix.empty() ? MDB_FIRST : MDB_SET_RANGE;
   for (bool more = cursor.move(key, data, start); more && asView(key).starts_with(prefix);
        more = cursor.move(key, data, MDB_NEXT)) {
-    found.emplace(asView(key), decode(asView(data)));
+    found.values.emplace(asView(key), decode(asView(data)));
   }
   return found;
 }
@@ -277,17 +295,19 @@ bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite ov
 
 // A page that was taken and given back in one transaction is counted and not written. Where it is
 // the last one the file ends before it; it is filled up, so that only a file that was cut is short.
-void Database::fillUpFile() {
+void Database::fillUpFile() try {
   MDB_envinfo info{};
   check(mdb_env_info(environment_.get(), &info), "cannot look at the file");
   if (info.me_last_pgno <= filledUpTo_) return;  // the file has never been shorter since
   const FileSize size = fileSize(environment_.get());
-  // Without room the file stays as short as it is, and what is stored is stored.
+  // Without room the file stays as short as it is.
   if (size.is < size.wanted && posix_fallocate(size.file, static_cast<off_t>(size.is),
                                                static_cast<off_t>(size.wanted - size.is)) != 0) {
     return;
   }
   filledUpTo_ = info.me_last_pgno;
+} catch (const StoreError&) {
+  // What was set is stored already, so the set has not failed.
 }
 
 std::uint64_t Database::version() const {

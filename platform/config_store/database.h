@@ -36,13 +36,13 @@ class Database {
 
   // All functions may be called from any thread and raise StoreError.
   std::optional<host::StoreValue> get(const std::string& key) const;
-  std::map<std::string, host::StoreValue> list(const std::string& prefix) const;
+  host::ConfigStore::Snapshot snapshot(const std::string& prefix) const;
 
   // Writes the values in one transaction, each with its journal entry, and wakes the subscribers.
   // Returns whether it wrote any.
   bool put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
 
-  // The number of the last commit; 0 when there was none.
+  // The number of the last commit, which a snapshot may not show yet; 0 when there was none.
   std::uint64_t version() const;
 
   // The number of the last change; 0 when there was none.

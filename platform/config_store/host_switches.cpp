@@ -1,8 +1,10 @@
 #include "host_switches.h"
 
+#include <atomic>
 #include <exception>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -15,55 +17,68 @@ namespace {
 using host::ConfigStore;
 using host::StoreValue;
 
-constexpr char kFaults[] = "memory/host/fault/";
-constexpr char kStructuredLog[] = "memory/host/structured_log";
+constexpr std::string_view kSwitches = "memory/host/";
+constexpr std::string_view kFaults = "memory/host/fault/";
+constexpr std::string_view kStructuredLog = "memory/host/structured_log";
 
 struct Switches {
   std::uint64_t version = 0;
   std::map<std::string, int, std::less<>> faults;
   bool structuredLog = false;
+
+  bool areAllOff() const { return faults.empty() && !structuredLog; }
 };
 
-Switches read(const ConfigStore& store, std::uint64_t version) {
+Switches read(const ConfigStore& store) {
+  const ConfigStore::Snapshot snapshot = store.snapshot(std::string(kSwitches));
   Switches switches;
-  switches.version = version;
-  for (const auto& [key, value] : store.list(kFaults)) {
+  switches.version = snapshot.version;
+  for (const auto& [key, value] : snapshot.values) {
     const int* code = std::get_if<int>(&value);
-    if (code != nullptr) switches.faults.emplace(key.substr(sizeof(kFaults) - 1), *code);
+    if (code != nullptr && *code != 0 && key.starts_with(kFaults)) {
+      switches.faults.emplace(key.substr(kFaults.size()), *code);
+    }
+    if (key == kStructuredLog) switches.structuredLog = value == StoreValue(true);
   }
-  switches.structuredLog = store.get(kStructuredLog) == StoreValue(true);
   return switches;
 }
 
-// Nearly every function of the platform asks, so each thread keeps them, and reads them anew only
-// when something was set since.
-const Switches& current() {
-  thread_local Switches last;
-  const ConfigStore& store = ConfigStore::instance();
-  // Before the values: those may be newer than the version says, never older.
-  const std::uint64_t version = store.version(kFaults);
-  if (last.version != version) last = read(store, version);
-  return last;
+// Nearly every function of the platform asks, so they are read anew only when something was set
+// since, and while all are off, which they nearly always are, nothing is locked.
+struct Cache {
+  std::atomic<std::uint64_t> allOffAt = 0;  // a version
+  std::mutex mutex;
+  Switches last;
+};
+
+// What `look` finds in the switches as they are now; `off` when all are off, or there is no store.
+template <typename T, typename Look>
+T lookUp(T off, Look look) {
+  static Cache& cache = *new Cache;  // never destroyed: a library that is unloaded at exit may ask
+  try {
+    const ConfigStore& store = ConfigStore::instance();
+    const std::uint64_t version = store.version(kSwitches);
+    if (version == cache.allOffAt) return off;
+    const std::lock_guard lock(cache.mutex);
+    if (cache.last.version != version) cache.last = read(store);
+    if (cache.last.areAllOff()) cache.allOffAt = cache.last.version;
+    return look(cache.last);
+  } catch (const std::exception&) {
+    return off;
+  }
 }
 
 }  // namespace
 
 int injectedFault(const char* function) {
-  try {
-    const auto& faults = current().faults;
-    const auto fault = faults.find(std::string_view(function));
-    return fault != faults.end() ? fault->second : 0;
-  } catch (const std::exception&) {
-    return 0;  // no store, no fault of ours
-  }
+  return lookUp(0, [&](const Switches& switches) {
+    const auto fault = switches.faults.find(std::string_view(function));
+    return fault != switches.faults.end() ? fault->second : 0;
+  });
 }
 
 bool keepsStructuredLog() {
-  try {
-    return current().structuredLog;
-  } catch (const std::exception&) {
-    return false;
-  }
+  return lookUp(false, [](const Switches& switches) { return switches.structuredLog; });
 }
 
 }  // namespace platform

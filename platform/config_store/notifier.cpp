@@ -23,10 +23,22 @@ namespace {
                                                 ": " + std::strerror(errno));
 }
 
-// The events carry nothing that the journal does not say better.
-void drain(int file) {
-  std::array<char, 4096> events{};
-  while (read(file, events.data(), events.size()) > 0) {
+constexpr std::uint32_t kWritten = IN_MODIFY;
+constexpr std::uint32_t kGone = IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;  // or perhaps gone
+
+// Takes all events, of which the journal says better what they mean, but for this: whether the file
+// may be another one now.
+bool drain(int file) {
+  alignas(inotify_event) std::array<char, 4096> events{};
+  bool mayBeGone = false;
+  while (true) {
+    const ssize_t size = read(file, events.data(), events.size());
+    if (size <= 0) return mayBeGone;
+    for (ssize_t at = 0; at < size;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(events.data() + at);
+      if ((event->mask & ~kWritten) != 0) mayBeGone = true;
+      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+    }
   }
 }
 
@@ -38,7 +50,8 @@ std::vector<Database::Change> takeChanges(const Database& database, std::uint64_
   if (!news.complete) {
     // Too far behind to know what changed: every key may have.
     news.changes.clear();
-    for (const auto& [key, value] : database.list("")) news.changes.push_back({last, key});
+    for (const auto& [key, value] : database.snapshot("").values)
+      news.changes.push_back({last, key});
   }
   delivered = last;
   return news.changes;
@@ -72,14 +85,9 @@ void Notifier::remove(int number) {
 // Requires the mutex. Watches before the journal is first read, so that no change falls between.
 void Notifier::watch() {
   if (source_ != 0) return;
-  // The file may not be there before the first change.
-  const int file = open(database_.noticeFile().c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-  if (file >= 0) close(file);
   if (inotify_ < 0) inotify_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
   if (inotify_ < 0) failToWatch("inotify_init1");
-  if (inotify_add_watch(inotify_, database_.noticeFile().c_str(), IN_MODIFY) < 0) {
-    failToWatch(database_.noticeFile().c_str());
-  }
+  watchFile();
   source_ = g_unix_fd_add(
       inotify_, G_IO_IN,
       [](int, GIOCondition, void* self) {
@@ -89,11 +97,21 @@ void Notifier::watch() {
       this);
 }
 
+// Requires the mutex. The file that has the name now, which may not be there before the first
+// change, or when somebody cleared the folder.
+void Notifier::watchFile() const {
+  const char* const path = database_.noticeFile().c_str();
+  const int file = open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  if (file >= 0) close(file);
+  if (inotify_add_watch(inotify_, path, kWritten | kGone) < 0) failToWatch(path);
+}
+
 void Notifier::dispatch() {
-  drain(inotify_);
+  const bool mayBeGone = drain(inotify_);
   std::vector<Database::Change> changes;
   try {
     const std::lock_guard lock(mutex_);
+    if (mayBeGone) watchFile();
     changes = takeChanges(database_, delivered_);
   } catch (const StoreError& error) {
     // The main loop has nobody to tell. They will be read after the next change.

@@ -38,6 +38,7 @@ class Notifier {
   };
 
   void watch();
+  void watchFile() const;
   void dispatch();
   void deliver(const Database::Change& change);
 

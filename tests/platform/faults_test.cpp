@@ -1,8 +1,12 @@
 // Faults that a person injects through the store.
+#include <unistd.h>
+
+#include <atomic>
 #include <cstdlib>
 #include <functional>
 #include <map>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/app_util.h"
@@ -246,20 +250,38 @@ TEST_F(AFaultyFunction, CanBeMadeOneThroughTheStoresOwnFunctions) {
 }
 
 TEST_F(AFaultyFunction, IsOneFromTheNextCallOnWhenAnotherProcessMakesItSo) {
-  Process other([this](Channel& test) {
-    for (const int fault : {kFault, kFault + 1, 0}) {
+  constexpr int kRounds = 20'000;
+  Process other([](Channel& test) {
+    for (int round = 1; round <= kRounds; ++round) {
       test.hear();
-      store().set("memory/host/fault/wifi_initialize", fault);
+      store().set("memory/host/fault/wifi_initialize", round % 3);
       test.say("set");
     }
   });
   EXPECT_EQ(wifi_initialize(), 0);
-  for (const int fault : {kFault, kFault + 1, 0}) {
+  std::atomic<bool> done = false;
+  // Calls that meet the set while it is under way must not hide it from those after it.
+  std::thread busy([&] {
+    while (!done) wifi_initialize();
+  });
+  for (int round = 1; round <= kRounds; ++round) {
     other.channel().say("set");
     other.channel().hear();
-    EXPECT_EQ(wifi_initialize(), fault);
+    EXPECT_EQ(wifi_initialize(), round % 3) << round;
   }
+  done = true;
+  busy.join();
   other.join();
+}
+
+// A library that was not unloaded still asks from the destructors of its objects.
+TEST_F(AFaultyFunction, IsStillOneWhileTheProcessEnds) {
+  inOwnProcess([] {
+    store().set("memory/host/fault/wifi_initialize", kFault);
+    EXPECT_EQ(wifi_initialize(), kFault);
+    std::atexit([] { _exit(wifi_initialize() == kFault ? EXIT_SUCCESS : EXIT_FAILURE); });
+    std::exit(EXIT_FAILURE);  // NOLINT(concurrency-mt-unsafe): one thread
+  });
 }
 
 TEST_F(AFaultyFunction, IsNoneWithoutAStore) {

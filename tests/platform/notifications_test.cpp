@@ -223,6 +223,27 @@ TEST_F(ASubscriber, OfAnotherProcessIsToldAlsoWhenTheFileItWatchesIsNewToTheWrit
   subscriber.join();
 }
 
+TEST_F(ASubscriber, IsToldForeverAlsoWhenTheFileItWatchesIsRemovedOrReplaced) {
+  Keys told;
+  const auto subscription = listen("db/key", told);
+  Keys expected;
+  for (int round = 0; round < 6; ++round) {
+    const auto file = stateFolder() / "changed";
+    if (round % 2 == 0) {
+      std::filesystem::remove(file);
+    } else {
+      std::filesystem::rename(file, stateFolder() / "moved");
+    }
+    hearAll();
+    for (int i = 0; i < 2; ++i) {
+      expected.push_back("db/key/" + std::to_string(round));
+      store().set(expected.back(), i);
+      ASSERT_TRUE(iterateUntil([&] { return told.size() >= expected.size(); })) << round;
+    }
+  }
+  EXPECT_EQ(told, expected);
+}
+
 TEST_F(ASubscriber, ThatIsAsFarBehindAsTheJournalIsLongMissesNothing) {
   Keys told;
   const auto subscription = listen("db/", told);

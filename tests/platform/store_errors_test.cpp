@@ -226,6 +226,27 @@ TEST_F(AReadOnlyStore, TellsItsSubscribersNothing) {
   });
 }
 
+TEST_F(AReadOnlyStore, ThatOthersMayWriteIsRefused) {
+  hold({{"db/kept", 5}});
+  std::filesystem::permissions(stateFolder() / "data.mdb", std::filesystem::perms(0644));
+  setenv("VENTARO_LOG", "stderr", 1);
+  inOwnProcess([this] {
+    becomeOrdinaryUser();
+    testing::internal::CaptureStderr();
+    int read = 7;
+    EXPECT_EQ(vconf_get_int("db/kept", &read), codeOf(StoreCode::kReadOnly));
+    EXPECT_EQ(read, 7);
+    const std::string line = testing::internal::GetCapturedStderr();
+    EXPECT_NE(line.find("vconf_get_int: the store in " + stateFolder().string() + ": " +
+                        (stateFolder() / "data.mdb").string() +
+                        " may be written by others and not by this user, who can therefore not "
+                        "read it either; VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR name other "
+                        "folders"),
+              std::string::npos)
+        << line;
+  });
+}
+
 TEST_F(AReadOnlyStore, ThatNobodyEverWroteIsEmpty) {
   std::filesystem::create_directories(stateFolder());
   makeReadOnly(stateFolder());

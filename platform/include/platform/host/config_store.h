@@ -4,7 +4,11 @@
 // "db/..." keys are kept in $VENTARO_STATE_DIR (default $XDG_STATE_HOME/ventaro, else
 // ~/.local/state/ventaro), and a set has reached the disk when it returns. "memory/..." keys are
 // kept in $VENTARO_RUNTIME_DIR (default $XDG_RUNTIME_DIR/ventaro, else a folder of this user under
-// /tmp). Several processes may use one store at once. All functions may be called from any thread.
+// /tmp). Several processes may use one store at once, but none that it was opened in before a fork:
+// a child must exec. All functions may be called from any thread.
+//
+// A folder that nobody may write is read; its sets fail. One that others may write and this user
+// may not is refused.
 #ifndef PLATFORM_HOST_CONFIG_STORE_H
 #define PLATFORM_HOST_CONFIG_STORE_H
 
@@ -94,8 +98,17 @@ class PLATFORM_API ConfigStore {
   // All values whose keys begin with `prefix`, in the order of their keys.
   std::map<std::string, StoreValue> list(const std::string& prefix) const;
 
-  // A number that is another after every set in the area of that key ("db/", "memory/"), by any
-  // process; 0 in one that nobody has written yet. Much cheaper than a reading.
+  // All values whose keys begin with `prefix`, which names an area ("db/", "memory/"), as one
+  // commit left them, and that commit's version.
+  struct Snapshot {
+    std::uint64_t version = 0;
+    std::map<std::string, StoreValue> values;
+  };
+  Snapshot snapshot(const std::string& prefix) const;
+
+  // The number of the last commit in the area of that key, by any process, which may be one more
+  // than a snapshot still shows; 0 in an area that nobody has written yet. Much cheaper than a
+  // reading.
   std::uint64_t version(std::string_view key) const;
 
   // Calls `changed` with the key after every set of a key that begins with `prefix`, by any
