@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <typeinfo>
 
 #include "require.h"
 #include "stand_in/tv.h"
@@ -47,13 +48,15 @@ Raised locked(unsigned mayRaise, const Call& call) {
     const LockRule rule(true);
     try {
       call();
-    } catch (const Json::Exception&) {
+    } catch (const Json::LogicError&) {
       require((mayRaise & kJsonToo) != 0, "only what reads the saved networks raises for them");
       raised = Raised::kJson;
     } catch (const std::system_error& error) {
       require(error.code().value() == lockError, "a failed lock is raised with its code");
       raised = Raised::kLock;
-    } catch (const std::logic_error&) {
+    } catch (const std::logic_error& error) {
+      require(typeid(error) == typeid(std::logic_error),
+              "a missing language is a plain logic_error");
       require((mayRaise & kNoLanguageToo) != 0, "only the help text raises for the language");
       raised = Raised::kNoLanguage;
     }

@@ -16,7 +16,7 @@ namespace fuzz {
 enum class Raised {
   kNothing,
   kLock,        // std::system_error: the lock could not be taken
-  kJson,        // Json::Exception: the saved-network document is misshapen
+  kJson,        // Json::LogicError: the saved-network document is misshapen
   kNoLanguage,  // std::logic_error: the store has no menu language
 };
 

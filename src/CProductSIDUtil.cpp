@@ -18,7 +18,7 @@ constexpr int kSecondGeneration = 2;
 // many bytes more than at the start, it is taken for one that does not; real texts stay far below
 // both.
 constexpr int kManyReplacements = 10'000;
-constexpr std::size_t kMuchGrowth = std::size_t{1} << 20;
+constexpr std::size_t kMuchGrowth = std::size_t{64} << 10;
 
 // Replaces the first token until none is left. Where that does not end, only the first `limit`
 // bytes of the result count: from then on the text is kept no longer than they depend on, and the

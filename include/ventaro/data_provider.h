@@ -25,8 +25,9 @@
  *       [lock-free]  never takes that lock, so never waits for a [locked] function.
  *     No function of the provider may be called from inside another one.
  *  7. Exceptions. A [locked] function raises std::system_error when the lock cannot be taken. The
- *     other exceptions are named at their functions. Whatever leaves a function, the lock is free
- *     again, nothing has leaked, and the outputs are untouched.
+ *     other exceptions are named at their functions; without memory, std::bad_alloc may leave any
+ *     of them. Whatever leaves a function, the lock is free again, nothing has leaked, and the
+ *     outputs are untouched.
  *  8. Loading and unloading. Loading the library already asks the platform's services. Load and
  *     unload it on the thread that runs GLib's default main context: there the refresh timer fires,
  *     without the lock, and nobody else may be inside the library when it goes. What it handed out
@@ -80,7 +81,7 @@ typedef struct data_provider_cbs {
    *   power on with mobile   the mode as it then is, 1 or 0; -1 when it did not switch
    *   device name            0, or the store's error; -1 for the entry of a typed name and beyond
    *   a saved network        always -1; connects to it, and ignores `value`
-   * For a saved network raises Json::Exception when the saved-network document is misshapen. */
+   * For a saved network raises Json::LogicError when the saved-network document is misshapen. */
   int (*set_int)(const char* key, int value); /* 0 */
   data_provider_reserved reserved_1;
   data_provider_reserved reserved_2;
@@ -109,7 +110,7 @@ typedef struct data_provider_cbs {
   /* [locked] The item's name, translated. A key that is a leading part of known keys gets the name
    * of the first of them, but for "menu/network/WiredEAP", which must be whole. Gives the caller a
    * block of 2048 bytes, the text cut to 2047; empty when the key is unknown. Returns 0. Raises
-   * Json::Exception when the saved-network document is misshapen. */
+   * Json::LogicError when the saved-network document is misshapen. */
   int (*get_display_name)(const char* key, char** value); /* 13 */
   /* [locked] The item's help text, translated. Keys match as for get_display_name(). Gives the
    * caller a block of 2048 bytes, the text cut to 2047; empty when the key is unknown. Returns 0;
@@ -170,12 +171,12 @@ typedef struct data_provider_cbs {
   data_provider_reserved reserved_47;
   data_provider_reserved reserved_48;
   /* [locked] The icon at the item's title: an image path in a block of 2048 bytes, for a saved
-   * network its signal strength, for all else full signal. Returns 0. Raises Json::Exception when
+   * network its signal strength, for all else full signal. Returns 0. Raises Json::LogicError when
    * the saved-network document has a wrong shape. */
   int (*get_title_icon_path)(const char* key, char** path); /* 49 */
   /* [locked] The icon at the item's side: an image path, "loading" for the busy animation, or the
    * empty text, in a block of 2048 bytes. "menu/network/SavedAP1" is answered for the first saved
-   * network, every other key for the second. Returns 0. Raises Json::Exception when the
+   * network, every other key for the second. Returns 0. Raises Json::LogicError when the
    * saved-network document has a wrong shape. */
   int (*get_second_icon_path)(const char* key, char** path); /* 50 */
   data_provider_reserved reserved_51;
@@ -208,7 +209,7 @@ VENTARO_EXPORT bool check_visibility_bool(const char* key, bool value);
 
 /* [locked] Whether the item may be used: a saved network when there is one at its position, the
  * device name unless the screen is split or a business product keeps it for its administrator,
- * everything else always. `value` is not examined. Raises Json::Exception when the saved-network
+ * everything else always. `value` is not examined. Raises Json::LogicError when the saved-network
  * document has a wrong shape. */
 VENTARO_EXPORT bool check_enable_int(const char* key, int value);
 

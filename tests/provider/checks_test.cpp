@@ -305,7 +305,7 @@ TEST_F(Checks, ASavedNetworksDocumentOfAWrongShapeRaisesAndLeavesTheLockFree) {
     store().set(kSavedNetworks, document);
     for (const char* key : {kFirstNetwork, kSecondNetwork}) {
       clearJournal();
-      EXPECT_THROW(entries().check_enable_int(key, 0), Json::Exception) << document;
+      EXPECT_THROW(entries().check_enable_int(key, 0), Json::LogicError) << document;
       EXPECT_EQ(journal(), (Journal{locks(), mainLog(std::string("key = ") + key), readsNetworks(),
                                     unlocks()}))
           << document;

@@ -306,11 +306,11 @@ TEST_F(IconPaths, ADocumentOfAWrongShapeRaisesTouchesNothingAndLeavesTheLockFree
     store().set(kDocument, document);
     char* path = preset;
     clearJournal();
-    EXPECT_THROW(table().get_title_icon_path(kFirst, &path), Json::Exception) << document;
+    EXPECT_THROW(table().get_title_icon_path(kFirst, &path), Json::LogicError) << document;
     EXPECT_EQ(path, preset) << document;
     EXPECT_EQ(journal(), ofTitle(kFirst, {readsDocument()})) << document;
     clearJournal();
-    EXPECT_THROW(table().get_second_icon_path("no/such/key", &path), Json::Exception) << document;
+    EXPECT_THROW(table().get_second_icon_path("no/such/key", &path), Json::LogicError) << document;
     EXPECT_EQ(path, preset) << document;
     EXPECT_EQ(journal(), ofSecond("no/such/key", {readsDocument()})) << document;
   }

@@ -378,7 +378,7 @@ TEST_F(Locking, TheLockIsGivenBackWhenTheSavedNetworksCannotBeRead) {
   for (const Function& each : functions) {
     Outputs out = presetOutputs();
     clearJournal();
-    EXPECT_THROW(each.run(out), Json::Exception) << each.name;
+    EXPECT_THROW(each.run(out), Json::LogicError) << each.name;
     EXPECT_EQ(lockActions(), (Journal{locks(), unlocks()})) << each.name;
     EXPECT_EQ(lastLine(journal()), "unlock") << each.name;
     EXPECT_FALSE(logLines().contains(mainLog("END"))) << each.name;
