@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view kPersistent = "db/";
 constexpr std::string_view kVolatile = "memory/";
-constexpr std::size_t kMaxKeySize = 511;  // bytes, what LMDB can hold
+constexpr const char* kTypeNames[] = {"int", "bool", "string"};  // as the types' indices
+constexpr std::size_t kMaxKeySize = 511;                         // bytes, what LMDB can hold
 
 // What a TV has when it leaves the factory.
 const std::map<std::string, StoreValue> kFactorySettings = {
@@ -62,9 +63,18 @@ void checkValue(const std::string& key, const StoreValue& value) {
 
 }  // namespace
 
+StoreValue copyOf(const StoreView& value) {
+  if (const auto* text = std::get_if<std::string_view>(&value)) return std::string(*text);
+  if (const bool* flag = std::get_if<bool>(&value)) return *flag;
+  return std::get<int>(value);
+}
+
 const char* typeName(const StoreValue& value) {
-  constexpr const char* kNames[] = {"int", "bool", "string"};
-  return kNames[value.index()];
+  return kTypeNames[value.index()];
+}
+
+const char* typeName(const StoreView& value) {
+  return kTypeNames[value.index()];
 }
 
 struct ConfigStore::Impl {
@@ -80,7 +90,8 @@ struct ConfigStore::Impl {
   static void seed(Area& area, std::string_view prefix) {
     std::map<std::string, StoreValue> missing;
     for (const auto& [key, value] : kFactorySettings) {
-      if (key.starts_with(prefix) && !area.database.get(key)) missing.emplace(key, value);
+      if (!key.starts_with(prefix)) continue;
+      if (!area.database.read(key, [](const StoreView&) {})) missing.emplace(key, value);
     }
     try {
       area.database.put(missing, Overwrite::kNo);
@@ -157,9 +168,16 @@ ConfigStore& ConfigStore::instance() {
   return *store;
 }
 
-std::optional<StoreValue> ConfigStore::get(const std::string& key) const {
+std::optional<StoreValue> ConfigStore::get(std::string_view key) const {
+  std::optional<StoreValue> found;
+  read(key, [&](const StoreView& value) { found = copyOf(value); });
+  return found;
+}
+
+bool ConfigStore::read(std::string_view key,
+                       const std::function<void(const StoreView&)>& take) const {
   checkKey(key);
-  return impl_->areaOf(key).database.get(key);
+  return impl_->areaOf(key).database.read(key, take);
 }
 
 void ConfigStore::set(const std::string& key, const StoreValue& value) {

@@ -22,6 +22,7 @@ using host::ConfigStore;
 using host::StoreCode;
 using host::StoreError;
 using host::StoreValue;
+using host::StoreView;
 
 namespace {
 
@@ -47,7 +48,7 @@ std::string encode(const StoreValue& value) {
   return "s" + std::get<std::string>(value);
 }
 
-StoreValue decode(std::string_view bytes) {
+StoreView decode(std::string_view bytes) {
   if (bytes.empty()) throw StoreError(StoreCode::kUnavailable, "a stored value is damaged");
   const std::string_view text = bytes.substr(1);
   switch (bytes.front()) {
@@ -59,7 +60,7 @@ StoreValue decode(std::string_view bytes) {
     case 'b':
       return text == "1";
     case 's':
-      return std::string(text);
+      return text;
     default:
       throw StoreError(StoreCode::kUnavailable, "a stored value is of an unknown type");
   }
@@ -246,15 +247,16 @@ void Database::openTables() {
   transaction.commit();
 }
 
-std::optional<StoreValue> Database::get(const std::string& key) const {
-  if (empty_) return std::nullopt;
+bool Database::read(std::string_view key, const std::function<void(const StoreView&)>& take) const {
+  if (empty_) return false;
   const Reading reading(environment_.get(), readers_);
   MDB_val name = asVal(key);
   MDB_val data{};
   const int error = mdb_get(reading.get(), values_, &name, &data);
-  if (error == MDB_NOTFOUND) return std::nullopt;
+  if (error == MDB_NOTFOUND) return false;
   check(error, "cannot read");
-  return decode(asView(data));
+  take(decode(asView(data)));
+  return true;
 }
 
 ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
@@ -269,7 +271,7 @@ ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   const MDB_cursor_op start = prefix.empty() ? MDB_FIRST : MDB_SET_RANGE;
   for (bool more = cursor.move(key, data, start); more && asView(key).starts_with(prefix);
        more = cursor.move(key, data, MDB_NEXT)) {
-    found.values.emplace(asView(key), decode(asView(data)));
+    found.values.emplace(asView(key), host::copyOf(decode(asView(data))));
   }
   return found;
 }

@@ -9,10 +9,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "notice_file.h"
@@ -35,7 +36,7 @@ class Database {
   Database(const std::filesystem::path& folder, Durability durability);
 
   // All functions may be called from any thread and raise StoreError.
-  std::optional<host::StoreValue> get(const std::string& key) const;
+  bool read(std::string_view key, const std::function<void(const host::StoreView&)>& take) const;
   host::ConfigStore::Snapshot snapshot(const std::string& prefix) const;
 
   // Writes the values in one transaction, each with its journal entry, and wakes the subscribers.

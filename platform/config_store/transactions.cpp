@@ -11,7 +11,7 @@ using host::StoreError;
 
 namespace {
 
-constexpr std::size_t kMostIdle = 16;  // each keeps one of the environment's places for readers
+constexpr std::size_t kMostOthers = 15;  // each keeps one of the environment's places for readers
 
 bool isReadOnlyError(int error) {
   return error == EACCES || error == EROFS || error == EPERM;
@@ -79,14 +79,15 @@ void Transaction::commit() {
 }
 
 IdleReaders::~IdleReaders() {
-  for (MDB_txn* const transaction : idle_) mdb_txn_abort(transaction);
+  while (MDB_txn* const transaction = pop()) mdb_txn_abort(transaction);
 }
 
 MDB_txn* IdleReaders::pop() {
+  if (MDB_txn* const transaction = spare_.exchange(nullptr)) return transaction;
   const std::lock_guard lock(mutex_);
-  if (idle_.empty()) return nullptr;
-  MDB_txn* const transaction = idle_.back();
-  idle_.pop_back();
+  if (others_.empty()) return nullptr;
+  MDB_txn* const transaction = others_.back();
+  others_.pop_back();
   return transaction;
 }
 
@@ -101,10 +102,12 @@ MDB_txn* IdleReaders::take(MDB_env* environment) {
 
 void IdleReaders::giveBack(MDB_txn* transaction) {
   mdb_txn_reset(transaction);
+  MDB_txn* none = nullptr;
+  if (spare_.compare_exchange_strong(none, transaction)) return;
   {
     const std::lock_guard lock(mutex_);
-    if (idle_.size() < kMostIdle) {
-      idle_.push_back(transaction);
+    if (others_.size() < kMostOthers) {
+      others_.push_back(transaction);
       return;
     }
   }

@@ -4,6 +4,7 @@
 
 #include <lmdb.h>
 
+#include <atomic>
 #include <mutex>
 #include <vector>
 
@@ -58,8 +59,11 @@ class IdleReaders {
  private:
   MDB_txn* pop();
 
+  // None of these keeps old pages. One is all that a process with one reading thread needs, and is
+  // had without the mutex.
+  std::atomic<MDB_txn*> spare_ = nullptr;
   std::mutex mutex_;
-  std::vector<MDB_txn*> idle_;  // none of them keeps old pages
+  std::vector<MDB_txn*> others_;
 };
 
 // A transaction for reading, as long as it lives.

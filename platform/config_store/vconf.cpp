@@ -4,11 +4,13 @@
 #include <sys/auxv.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host_switches.h"
@@ -20,8 +22,9 @@ using platform::injectedFault;
 using platform::host::ConfigStore;
 using platform::host::StoreCode;
 using platform::host::StoreError;
-using platform::host::StoreValue;
+using platform::host::StoreView;
 using platform::host::Subscription;
+using platform::host::typeName;
 
 struct keynode_t {
   std::string key;
@@ -30,7 +33,8 @@ struct keynode_t {
 namespace {
 
 // Carries out `action`; an error becomes a line in the log and the function's result.
-int guarded(const char* function, const std::function<void()>& action) {
+template <typename Action>
+int guarded(const char* function, const Action& action) {
   if (const int fault = injectedFault(function)) return fault;
   try {
     action();
@@ -54,15 +58,29 @@ void requireArgument(const void* argument, const char* name) {
   throw StoreError(StoreCode::kNullArgument, std::string(name) + " is null");
 }
 
-template <typename T>
-T valueOf(const char* key) {
+// Calls `take` with the key's value, which must be of that type.
+template <typename T, typename Take>
+void readAs(const char* key, const Take& take) {
   requireArgument(key, "the key");
-  auto value = ConfigStore::instance().get(key);
-  if (!value) throw StoreError(StoreCode::kNoSuchKey, std::string("no value for ") + key);
-  if (T* const typed = std::get_if<T>(&*value)) return std::move(*typed);
-  throw StoreError(StoreCode::kWrongType, std::string("the value of ") + key + " is of type " +
-                                              platform::host::typeName(*value) + ", not " +
-                                              platform::host::typeName(T()));
+  const bool isThere = ConfigStore::instance().read(key, [&](const StoreView& value) {
+    const T* const typed = std::get_if<T>(&value);
+    if (typed == nullptr) {
+      throw StoreError(StoreCode::kWrongType, std::string("the value of ") + key + " is of type " +
+                                                  typeName(value) + ", not " +
+                                                  typeName(StoreView(T())));
+    }
+    take(*typed);
+  });
+  if (!isThere) throw StoreError(StoreCode::kNoSuchKey, std::string("no value for ") + key);
+}
+
+// A block of the C heap; null without memory.
+char* newText(std::string_view text) {
+  auto* const copy = static_cast<char*>(std::malloc(text.size() + 1));
+  if (copy == nullptr) return nullptr;
+  std::memcpy(copy, text.data(), text.size());
+  copy[text.size()] = '\0';
+  return copy;
 }
 
 // How many libraries this process has loaded and unloaded so far.
@@ -176,7 +194,7 @@ const char* platform::host::keyOf(const keynode_t* node) {
 int vconf_get_int(const char* key, int* value) {
   return guarded("vconf_get_int", [&] {
     requireArgument(value, "the output");
-    *value = valueOf<int>(key);
+    readAs<int>(key, [&](int found) { *value = found; });
   });
 }
 
@@ -189,7 +207,9 @@ int vconf_set_int(const char* key, int value) {
 
 char* vconf_get_str(const char* key) {
   char* copy = nullptr;
-  guarded("vconf_get_str", [&] { copy = strdup(valueOf<std::string>(key).c_str()); });
+  guarded("vconf_get_str", [&] {
+    readAs<std::string_view>(key, [&](std::string_view text) { copy = newText(text); });
+  });
   return copy;
 }
 
@@ -204,7 +224,7 @@ int vconf_set_str(const char* key, const char* value) {
 int vconf_get_bool(const char* key, int* value) {
   return guarded("vconf_get_bool", [&] {
     requireArgument(value, "the output");
-    *value = valueOf<bool>(key) ? 1 : 0;
+    readAs<bool>(key, [&](bool found) { *value = found ? 1 : 0; });
   });
 }
 

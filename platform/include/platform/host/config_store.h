@@ -56,8 +56,14 @@ class PLATFORM_API StoreError : public std::runtime_error {
 
 using StoreValue = std::variant<int, bool, std::string>;
 
+// The same, with the text where the store has it.
+using StoreView = std::variant<int, bool, std::string_view>;
+
+PLATFORM_API StoreValue copyOf(const StoreView& value);
+
 // The word for a value's type: "int", "bool" or "string".
 PLATFORM_API const char* typeName(const StoreValue& value);
+PLATFORM_API const char* typeName(const StoreView& value);
 
 // Ends its subscription when it goes. To be ended on the thread that iterates the main context.
 class PLATFORM_API Subscription {
@@ -85,7 +91,11 @@ class PLATFORM_API ConfigStore {
   // All functions raise StoreError.
 
   // The value, or nothing when there is no such key.
-  std::optional<StoreValue> get(const std::string& key) const;
+  std::optional<StoreValue> get(std::string_view key) const;
+
+  // Calls `take` with the value, whose text is there until it returns; for who copies it himself.
+  // Returns whether there is such a key.
+  bool read(std::string_view key, const std::function<void(const StoreView&)>& take) const;
 
   void set(const std::string& key, const StoreValue& value);
 
