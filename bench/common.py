@@ -23,6 +23,11 @@ def environment(**more):
     return {**clean, "LC_ALL": "C.UTF-8", **{name: str(value) for name, value in more.items()}}
 
 
+def folders(scratch, name="store"):
+    """A store that no other measurement has used, for a program's surroundings."""
+    return {"VENTARO_STATE_DIR": scratch / f"{name}-state", "VENTARO_RUNTIME_DIR": scratch / f"{name}-runtime"}
+
+
 def run(*command, **variables):
     """Runs a program and returns its output; ends with what it printed when it fails."""
     done = subprocess.run([str(word) for word in command], env=environment(**variables), text=True,
@@ -36,7 +41,7 @@ def run_json(*command, **variables):
     return json.loads(run(*command, **variables))
 
 
-def run_google_benchmark(program, short, *arguments, repetitions=9, min_time=0.05, **variables):
+def run_google_benchmark(program, short, *arguments, repetitions=9, min_time=0.05, clock="real_time", **variables):
     """The nanoseconds of every repetition, by benchmark; the repetitions of all are interleaved."""
     result = run_json(program, *arguments, "--benchmark_format=json", "--benchmark_enable_random_interleaving=true",
                       f"--benchmark_repetitions={2 if short else repetitions}",
@@ -45,7 +50,7 @@ def run_google_benchmark(program, short, *arguments, repetitions=9, min_time=0.0
     for row in result["benchmarks"]:
         if row["run_type"] == "iteration":
             assert row["time_unit"] == "ns", row
-            times.setdefault(row["run_name"].removesuffix("/real_time"), []).append(row["real_time"])
+            times.setdefault(row["run_name"].removesuffix("/real_time"), []).append(row[clock])
     return times
 
 
@@ -71,14 +76,17 @@ def with_spread(values, digits=2):
 
 
 def duration(nanoseconds):
+    if nanoseconds < 0:
+        return f"−{duration(-nanoseconds)}"
     for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3)):
         if nanoseconds >= size:
             return f"{nanoseconds / size:.3g} {unit}"
     return f"{nanoseconds:.3g} ns"
 
 
-def verdict(value, aim):
-    return "reached" if value <= aim else "**missed**"
+def verdict(value, aim, digits=2):
+    """Of the value as it is shown, to that many digits."""
+    return "reached" if round(value, digits) <= aim else "**missed**"
 
 
 def table(heads, rows):

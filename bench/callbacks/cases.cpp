@@ -2,15 +2,21 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
+#include "allocations.h"
 #include "floor.h"
 
 namespace {
+
+constexpr std::size_t kTextBlock = 2048;
+constexpr std::size_t kListText = 256;
 
 constexpr char kDeviceName[] = "Living Room TV";
 constexpr char kSavedNetworks[] =
@@ -18,15 +24,34 @@ constexpr char kSavedNetworks[] =
     R"({"SSID":"Garden Shed","STATUS":"Disconnected","SIGNAL_STRENGTH":-78}]})";
 constexpr char kMultiView[] = R"({"end":{"style":"FULL"},"status":"PostCondition"})";
 
+// What a drawing of the page asks about a key; it is composed as that of bench/page/drawing.cpp.
+enum class OnPage {
+  kNo,
+  kRow,     // checks, texts and icons
+  kChoice,  // these, its value and its list
+  kStates,  // the list of a saved network's states only
+};
+
 // What the floor has to know of an item.
 struct Item {
   const char* key;
+  OnPage page;
   floor_item value;
   floor_name name;
   const char* nameSid;
   std::function<int(const char* key, char** value)> help;
   int network = -1;  // its position, for a saved network
-  bool isOnPage = true;
+
+  bool isRow() const { return page == OnPage::kRow || page == OnPage::kChoice; }
+  bool isChoice() const { return page == OnPage::kChoice; }
+  bool hasStates() const { return page == OnPage::kStates; }
+};
+
+// A list's entry, as the provider makes it and the floor.
+struct Record {
+  char* text;
+  int value;
+  ITEM_FOLLOWING_ACTION_TYPE action;
 };
 
 auto help(floor_help kind, const char* sid = nullptr, const char* second = nullptr) {
@@ -43,54 +68,61 @@ auto productHelp(bool asksType, bool namesDevice, const char* sid) {
 
 const std::vector<Item>& items() {
   static const std::vector<Item> kItems = {
-      {"menu/general/network", FLOOR_NAME, FLOOR_PLAIN, "COM_SID_NETWORK",
+      {"menu/general/network", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN, "COM_SID_NETWORK",
        productHelp(true, false, "TV_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK")},
-      {"menu/network/networkstatus", FLOOR_NAME, FLOOR_PLAIN, "TV_SID_NETWORK_STATUS",
+      {"menu/network/networkstatus", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN, "TV_SID_NETWORK_STATUS",
        help(FLOOR_HELP_PLAIN, "COM_SID_VIEW_CURRENT_NETWORK_INTERNET_STATUS")},
-      {"menu/network/networksettings", FLOOR_NAME, FLOOR_PLAIN, "TV_SID_NETWORK_SETTINGS",
+      {"menu/network/networksettings", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN,
+       "TV_SID_NETWORK_SETTINGS",
        help(FLOOR_HELP_PLAIN, "TV_SID_CONFIGURE_NETWORK_SETTINGS_CONNECT_AVAIL")},
-      {"menu/network/ResetNetwork", FLOOR_NAME, FLOOR_RESET, "TV_SID_SYSTEM_RESET_NETWORK",
+      {"menu/network/ResetNetwork", OnPage::kRow, FLOOR_NAME, FLOOR_RESET,
+       "TV_SID_SYSTEM_RESET_NETWORK",
        help(FLOOR_HELP_PLAIN, "TV_SID_SYSTEM_RESTORE_NETWORK_SETTINGS_DEFAULT")},
-      {"menu/network/WiFiOnOff", FLOOR_WIFI, FLOOR_PLAIN, "COM_WI_FI",
+      {"menu/network/WiFiOnOff", OnPage::kChoice, FLOOR_WIFI, FLOOR_PLAIN, "COM_WI_FI",
        help(FLOOR_HELP_PLAIN, "TV_SID_SETTINGS_CANOV_ENABLE_DISABLE_WIFI_OPTION")},
-      {"menu/network/SavedAP1", FLOOR_NAME, FLOOR_PLAIN, nullptr, help(FLOOR_HELP_UNKNOWN), 0},
-      {"menu/network/SavedAP2", FLOOR_NAME, FLOOR_PLAIN, nullptr, help(FLOOR_HELP_UNKNOWN), 1},
-      {"menu/network/expertsettings", FLOOR_NAME, FLOOR_EXPERT, "TV_SID_EXPERT_SETTINGS",
+      {"menu/network/SavedAP1", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN, nullptr,
+       help(FLOOR_HELP_UNKNOWN), 0},
+      {"menu/network/SavedAP2", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN, nullptr,
+       help(FLOOR_HELP_UNKNOWN), 1},
+      {"menu/network/expertsettings", OnPage::kRow, FLOOR_NAME, FLOOR_EXPERT,
+       "TV_SID_EXPERT_SETTINGS",
        help(FLOOR_HELP_PLAIN, "TV_SID_CONFIGURE_ADVANCED_NETWORK_SETTINGS")},
-      {"menu/network/expertsettings/wifidirect", FLOOR_DIRECT, FLOOR_PLAIN, "COM_WI_FI_DIRECT",
+      {"menu/network/expertsettings/wifidirect", OnPage::kChoice, FLOOR_DIRECT, FLOOR_PLAIN,
+       "COM_WI_FI_DIRECT",
        help(FLOOR_HELP_FEATURES, "TV_SID_SETTINGS_MIX_CBOCT_USE_SOME_SERVICE_WIFI_DIRECT_TURN_ON")},
-      {"menu/network/expertsettings/easyconnect", FLOOR_NAME, FLOOR_PLAIN,
+      {"menu/network/expertsettings/easyconnect", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN,
        "TV_SID_MENU_EASY_CONNECTION",
        productHelp(false, true, "PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT")},
-      {"menu/network/WiredEAP", FLOOR_WIRED, FLOOR_PLAIN,
+      {"menu/network/WiredEAP", OnPage::kChoice, FLOOR_WIRED, FLOOR_PLAIN,
        "COM_SID_CM_CADEC_WIRED_802_1X_CONNECTION",
        help(FLOOR_HELP_PLAIN, "COM_SID_CM_CADEC_ENALBE_OPTION_WIRED802")},
-      {"menu/network/MobileDeviceTV_US", FLOOR_MOBILE, FLOOR_PLAIN,
+      {"menu/network/MobileDeviceTV_US", OnPage::kChoice, FLOOR_MOBILE, FLOOR_PLAIN,
        "TV_SID_SYSTEM_POWER_ON_WITH_MOBILE",
        productHelp(true, true, "PJT_SID_SYSTEM_ALLOW_MOBILE_SMARTPHONE_TABLET_TV")},
-      {"menu/network/MobileDeviceTV_NOT_US", FLOOR_NAME, FLOOR_PLAIN,
+      {"menu/network/MobileDeviceTV_NOT_US", OnPage::kNo, FLOOR_NAME, FLOOR_PLAIN,
        "TV_SID_SYSTEM_POWER_ON_WITH_MOBILE",
        productHelp(true, true, "PJT_SID_SYSTEM_ALLOW_MOBILE_SMARTPHONE_TABLET_TV")},
-      {"menu/network/devicename", FLOOR_NAME, FLOOR_PLAIN, "COM_TV_DEVICE_NAME",
+      {"menu/network/devicename", OnPage::kChoice, FLOOR_NAME, FLOOR_PLAIN, "COM_TV_DEVICE_NAME",
        productHelp(true, false, "COM_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK")},
-      {"menu/network/devicename/selectdevicename", FLOOR_NAME, FLOOR_PLAIN, "COM_TV_DEVICE_NAME",
+      {"menu/network/devicename/selectdevicename", OnPage::kNo, FLOOR_NAME, FLOOR_PLAIN,
+       "COM_TV_DEVICE_NAME",
        productHelp(true, false, "COM_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK")},
-      {"menu/network/InstallCertificate", FLOOR_NAME, FLOOR_PLAIN,
+      {"menu/network/InstallCertificate", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN,
        "COM_SID_NETWORK_INSTALL_CERTIFICATE",
        help(FLOOR_HELP_PLAIN, "COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE")},
-      {"menu/network/CertificateList", FLOOR_NAME, FLOOR_PLAIN,
+      {"menu/network/CertificateList", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN,
        "COM_SID_SIGNAGE_CDFEB_NETWORK_CERTIFICATE",
        help(FLOOR_HELP_TWO_LINES, "COM_SID_SIGNAGE_CDFEB_VIEW_AND_MANAGE_NW_CERTIFICATE_DEVICE",
             "COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE")},
-      {"menu/network/CertificateManager", FLOOR_NAME, FLOOR_PLAIN,
+      {"menu/network/CertificateManager", OnPage::kRow, FLOOR_NAME, FLOOR_PLAIN,
        "COM_SID_NETWORK_CETIFICATE_MANAGER",
        help(FLOOR_HELP_PLAIN, "COM_SID_NETWORK_MANGE_CERTI_INSTALLED_DEVICE")},
-      {"SAVEDAP1_NAME_KEY", FLOOR_NAME, FLOOR_UNKNOWN, nullptr, help(FLOOR_HELP_UNKNOWN), -1,
-       false},
-      {"SAVEDAP2_NAME_KEY", FLOOR_NAME, FLOOR_UNKNOWN, nullptr, help(FLOOR_HELP_UNKNOWN), -1,
-       false},
-      {"menu/picture/brightness", FLOOR_NAME, FLOOR_UNKNOWN, nullptr, help(FLOOR_HELP_UNKNOWN), -1,
-       false},
+      {"SAVEDAP1_NAME_KEY", OnPage::kStates, FLOOR_NAME, FLOOR_UNKNOWN, nullptr,
+       help(FLOOR_HELP_UNKNOWN)},
+      {"SAVEDAP2_NAME_KEY", OnPage::kStates, FLOOR_NAME, FLOOR_UNKNOWN, nullptr,
+       help(FLOOR_HELP_UNKNOWN)},
+      {"menu/picture/brightness", OnPage::kNo, FLOOR_NAME, FLOOR_UNKNOWN, nullptr,
+       help(FLOOR_HELP_UNKNOWN)},
   };
   return kItems;
 }
@@ -110,23 +142,32 @@ class CaseList {
     addValuesOfOtherTypes();
     addListEntries();
     addRest();
+    addOtherStates();
     return std::move(cases_);
   }
 
  private:
   void add(const char* function, const std::string& key, const char* answer, int perPage,
-           Call provider, Call floor) {
-    cases_.push_back(
-        {function, key, withText(answer), std::move(provider), std::move(floor), perPage});
+           Call provider, Call floor, Call prepare = nullptr) {
+    cases_.push_back({function, key, withText(answer), std::move(provider), std::move(floor),
+                      perPage, std::move(prepare)});
+  }
+
+  // A case once more, for a state that no page has. The caller sets its answers.
+  Case& addAgain(std::string_view function, std::string_view key, const std::string& state) {
+    Case other = *std::ranges::find_if(
+        cases_, [&](const Case& each) { return each.function == function && each.key == key; });
+    other.key += " (" + state + ")";
+    other.callsPerPage = 0;
+    return cases_.emplace_back(std::move(other));
   }
 
   // A callback that hands a text out.
   template <typename Floor>
-  void addText(const char* function, const Item& item, const char* answer,
+  void addText(const char* function, const char* key, const char* answer, int perPage,
                int (*provider)(const char*, char**), Floor floor) {
-    const char* key = item.key;
     add(
-        function, key, answer, item.isOnPage ? 1 : 0,
+        function, key, answer, perPage,
         [=](Outputs& outputs) { outputs.result = provider(key, &outputs.text); },
         [=](Outputs& outputs) { outputs.result = floor(key, &outputs.text); });
   }
@@ -136,7 +177,7 @@ class CaseList {
     auto* provider = provider_.function<bool(const char*, int)>(function);
     const char* key = item.key;
     add(
-        function, key, answer, item.isOnPage ? 1 : 0,
+        function, key, answer, item.isRow() ? 1 : 0,
         [=](Outputs& outputs) { outputs.result = provider(key, 0) ? 1 : 0; },
         [=](Outputs& outputs) { outputs.result = floor(key, 0) ? 1 : 0; });
   }
@@ -150,27 +191,29 @@ class CaseList {
   }
 
   void addTexts(const Item& item) {
+    const char* key = item.key;
+    const int perPage = item.isRow() ? 1 : 0;
     if (item.network >= 0) {
-      addText("get_display_name", item, kSavedNetworks, table_.get_display_name,
-              [position = item.network](const char* key, char** value) {
-                return floor_get_network_name(key, value, position);
+      addText("get_display_name", key, kSavedNetworks, perPage, table_.get_display_name,
+              [position = item.network](const char* asked, char** value) {
+                return floor_get_network_name(asked, value, position);
               });
     } else {
-      addText("get_display_name", item, nullptr, table_.get_display_name,
-              [name = item.name, sid = item.nameSid](const char* key, char** value) {
-                return floor_get_display_name(key, value, name, sid);
+      addText("get_display_name", key, nullptr, perPage, table_.get_display_name,
+              [name = item.name, sid = item.nameSid](const char* asked, char** value) {
+                return floor_get_display_name(asked, value, name, sid);
               });
     }
-    addText("get_help_text", item, "en_US", table_.get_help_text, item.help);
-    addText("get_string", item, kDeviceName, table_.get_string,
-            [value = item.value](const char* key, char** text) {
-              return floor_get_string(key, text, value);
+    addText("get_help_text", key, "en_US", perPage, table_.get_help_text, item.help);
+    addText("get_string", key, kDeviceName, item.isChoice() ? 1 : 0, table_.get_string,
+            [value = item.value](const char* asked, char** text) {
+              return floor_get_string(asked, text, value);
             });
   }
 
   void addValues(const Item& item) {
     const char* key = item.key;
-    const int perPage = item.isOnPage ? 1 : 0;
+    const int perPage = item.isChoice() ? 1 : 0;
     const floor_item value = item.value;
     const int position = item.network;
     const int wanted = value == FLOOR_NAME ? 0 : 1;
@@ -210,11 +253,12 @@ class CaseList {
   }
 
   void addIcons(const Item& item) {
-    addText("get_title_icon_path", item, kSavedNetworks, table_.get_title_icon_path,
+    const int perPage = item.isRow() ? 1 : 0;
+    addText("get_title_icon_path", item.key, kSavedNetworks, perPage, table_.get_title_icon_path,
             [position = item.network](const char* key, char** path) {
               return floor_get_title_icon_path(key, path, position);
             });
-    addText("get_second_icon_path", item, kSavedNetworks, table_.get_second_icon_path,
+    addText("get_second_icon_path", item.key, kSavedNetworks, perPage, table_.get_second_icon_path,
             [position = item.network == 0 ? 0 : 1](const char* key, char** path) {
               return floor_get_second_icon_path(key, path, position);
             });
@@ -222,10 +266,10 @@ class CaseList {
 
   void addList(const Item& item) {
     const char* key = item.key;
-    const bool hasStates = std::string_view(key).ends_with("_NAME_KEY");
+    const bool hasStates = item.hasStates();
     const floor_item value = item.value;
     add(
-        "get_list_items", key, nullptr, item.isOnPage ? 1 : 0,
+        "get_list_items", key, nullptr, hasStates || item.isChoice() ? 1 : 0,
         [=, call = table_.get_list_items](Outputs& outputs) {
           outputs.items = call(key, &outputs.number);
         },
@@ -272,7 +316,7 @@ class CaseList {
   void addListEntries() {
     int count = 0;
     void* item = const_cast<void*>(table_.get_list_items("menu/network/WiFiOnOff", &count)[1]);
-    const int perPage = 2 * pageItems();
+    const int perPage = 2 * countOf(&Item::isChoice) + 3 * countOf(&Item::hasStates);
     add(
         "get_list_item_display_value", "", nullptr, perPage,
         [=, call = table_.get_list_item_display_value](Outputs& outputs) {
@@ -313,10 +357,7 @@ class CaseList {
                                     {"provider/main-component", "TP_ConnectivityApp"},
                                     {"provider/sub-component", "TP_NetworkSettings"},
                                     {"provider/other", nullptr}}) {
-      Item item{};
-      item.key = key;
-      item.isOnPage = false;
-      addText("get_module_info", item, nullptr, table_.get_module_info,
+      addText("get_module_info", key, nullptr, 0, table_.get_module_info,
               [text = text](const char* asked, char** value) {
                 return floor_get_module_info(asked, value, text);
               });
@@ -331,41 +372,68 @@ class CaseList {
         });
   }
 
-  // Of a new block and a new list, each with what it takes to make them, on both sides.
+  // What is given back is made before, and is no cost of the call.
   void addGivingBack() {
-    add(
-        "release_string", "", nullptr, 5 * pageItems(),
-        [call = table_.release_string](Outputs& outputs) {
-          outputs.result = call(strdup(kDeviceName));
-        },
-        [](Outputs& outputs) { outputs.result = floor_release_string(strdup(kDeviceName)); });
-    add(
-        "free_list_items", "", nullptr, pageItems(),
-        [call = table_.free_list_items](Outputs& outputs) { outputs.result = call(newList(), 2); },
-        [](Outputs& outputs) { outputs.result = floor_free_list_items(newList(), 2); });
+    addRelease("a text block", 4 * countOf(&Item::isRow), [](Outputs& outputs) {
+      outputs.text = static_cast<char*>(std::calloc(1, kTextBlock));
+      std::strcpy(outputs.text, kDeviceName);
+    });
+    addRelease("a copy", countOf(&Item::isChoice),
+               [](Outputs& outputs) { outputs.text = strdup(kDeviceName); });
+    addFree("of a choice", countOf(&Item::isChoice), 2, kListText);
+    addFree("of states", countOf(&Item::hasStates), 3, kTextBlock);
     auto* destroy = provider_.function<int(data_provider_cbs**)>("delete_provider");
     add(
         "delete_provider", "", nullptr, 0,
         [=](Outputs& outputs) {
-          auto* table = static_cast<data_provider_cbs*>(std::malloc(sizeof(data_provider_cbs)));
+          auto* table = std::exchange(outputs.table, nullptr);
           outputs.result = destroy(&table);
         },
         [](Outputs& outputs) {
-          auto* table = static_cast<data_provider_cbs*>(std::malloc(sizeof(data_provider_cbs)));
+          auto* table = std::exchange(outputs.table, nullptr);
           outputs.result = floor_delete_provider(&table);
+        },
+        [](Outputs& outputs) {
+          outputs.table = static_cast<data_provider_cbs*>(std::malloc(sizeof(data_provider_cbs)));
         });
   }
 
-  static void** newList() {
-    struct Record {
-      char* text;
-      int value;
-      ITEM_FOLLOWING_ACTION_TYPE action;
-    };
-    auto** list = static_cast<void**>(std::malloc(2 * sizeof(void*)));
-    for (int i = 0; i < 2; ++i) {
+  void addRelease(const char* name, int perPage, Call makeText) {
+    add(
+        "release_string", name, nullptr, perPage,
+        [call = table_.release_string](Outputs& outputs) {
+          outputs.result = call(std::exchange(outputs.text, nullptr));
+        },
+        [](Outputs& outputs) {
+          outputs.result = floor_release_string(std::exchange(outputs.text, nullptr));
+        },
+        std::move(makeText));
+  }
+
+  void addFree(const char* name, int perPage, int count, std::size_t textSize) {
+    add(
+        "free_list_items", name, nullptr, perPage,
+        [call = table_.free_list_items](Outputs& outputs) {
+          outputs.result = call(takenList(outputs), outputs.number);
+        },
+        [](Outputs& outputs) {
+          outputs.result = floor_free_list_items(takenList(outputs), outputs.number);
+        },
+        [=](Outputs& outputs) {
+          outputs.items = newList(count, textSize);
+          outputs.number = count;
+        });
+  }
+
+  static void** takenList(Outputs& outputs) {
+    return const_cast<void**>(std::exchange(outputs.items, nullptr));
+  }
+
+  static const void** newList(int count, std::size_t textSize) {
+    auto** list = static_cast<const void**>(std::malloc(count * sizeof(void*)));
+    for (int i = 0; i < count; ++i) {
       auto* record = static_cast<Record*>(std::malloc(sizeof(Record)));
-      *record = {static_cast<char*>(std::malloc(256)), i, ITEM_FOLLOWING_ACTION_NONE};
+      *record = {static_cast<char*>(std::calloc(1, textSize)), i, ITEM_FOLLOWING_ACTION_NONE};
       list[i] = record;
     }
     return list;
@@ -384,10 +452,18 @@ class CaseList {
         [=](Outputs& outputs) { call(floor_get_messagebox_info, outputs); });
   }
 
-  static int pageItems() {
-    int count = 0;
-    for (const Item& item : items()) count += item.isOnPage ? 1 : 0;
-    return count;
+  void addOtherStates() {
+    const char* business = "a business product";
+    addAgain("check_visibility_int", "menu/general/network", business).answers.isBusiness = true;
+    addAgain("check_enable_int", "menu/network/devicename", business).answers.isBusiness = true;
+    for (const char* function : {"get_int", "get_string"}) {
+      addAgain(function, "menu/network/expertsettings/wifidirect", "5 GHz").answers.frequencyMhz =
+          5180;
+    }
+  }
+
+  static int countOf(bool (Item::*is)() const) {
+    return static_cast<int>(std::ranges::count_if(items(), is));
   }
 
   const Provider& provider_;
@@ -395,23 +471,59 @@ class CaseList {
   std::vector<Case> cases_;
 };
 
-struct Record {
-  char* text;
-  int value;
-  ITEM_FOLLOWING_ACTION_TYPE action;
-};
+std::string byteOf(char byte) {
+  const auto value = static_cast<unsigned char>(byte);
+  if (std::isprint(value) != 0) return std::string(1, byte);
+  return std::string("\\").append(std::to_string(value));
+}
+
+// A long run of one byte stands once, with how often.
+std::string bytesOf(const void* start, std::size_t size) {
+  constexpr std::size_t kLongRun = 5;
+  const std::string_view bytes(static_cast<const char*>(start), size);
+  std::string all = std::to_string(size) + ":";
+  for (std::size_t i = 0; i < size;) {
+    const std::size_t run = std::min(bytes.find_first_not_of(bytes[i], i), size) - i;
+    const bool isLong = run >= kLongRun;
+    all += byteOf(bytes[i]);
+    if (isLong) all.append("{").append(std::to_string(run)).append("}");
+    i += isLong ? run : 1;
+  }
+  return all;
+}
+
+std::string blockOf(const void* block) {
+  return block != nullptr ? bytesOf(block, blockSize(block)) : "none";
+}
+
+std::string recordOf(const void* item) {
+  const auto& record = *static_cast<const Record*>(item);
+  return std::to_string(blockSize(item)) + " of " + std::to_string(record.value) + " " +
+         std::to_string(record.action) + " " + blockOf(record.text);
+}
+
+template <std::size_t size>
+std::string bufferOf(const std::array<char, size>& buffer) {
+  return bytesOf(buffer.data(), size);
+}
 
 }  // namespace
 
+void Outputs::fillBuffers() {
+  value.fill('~');
+  message.fill('~');
+  first.fill('~');
+  second.fill('~');
+}
+
 std::string Outputs::shown() const {
-  std::string all = std::to_string(result) + " " + std::to_string(number) + " ";
-  all += std::string(text != nullptr ? text : "none") + " " + value.data() + " " + message.data();
-  all += std::string(" ") + first.data() + " " + second.data();
-  for (int i = 0; items != nullptr && i < number; ++i) {
-    const auto& record = *static_cast<const Record*>(items[i]);
-    all += std::string(" [") + record.text + " " + std::to_string(record.value) + " " +
-           std::to_string(record.action) + "]";
+  std::string all = std::to_string(result) + " " + std::to_string(number);
+  for (const std::string& part : {blockOf(text), blockOf(table), bufferOf(value), bufferOf(message),
+                                  bufferOf(first), bufferOf(second)}) {
+    all += "\n  " + part;
   }
+  if (items != nullptr) all += "\n  list of " + std::to_string(blockSize(items));
+  for (int i = 0; items != nullptr && i < number; ++i) all += "\n  " + recordOf(items[i]);
   return all;
 }
 

@@ -22,7 +22,9 @@ struct Outputs {
   std::array<char, VENTARO_MESSAGE_BUTTON_SIZE> first{};
   std::array<char, VENTARO_MESSAGE_BUTTON_SIZE> second{};
 
-  // All of it as text, to be compared.
+  // Fills the caller's buffers, so that what is not written does not look like zeroes that are.
+  void fillBuffers();
+  // All of it as text, to be compared: of a block every byte.
   std::string shown() const;
   // Frees what is the caller's.
   void giveBack();
@@ -37,6 +39,7 @@ struct Case {
   Call provider;
   Call floor;
   int callsPerPage = 0;
+  Call prepare = nullptr;  // makes what the call takes, for each anew; not measured
 };
 
 // A library of the provider's that is loaded for as long as the process runs.

@@ -126,10 +126,6 @@ static int product_type(const char** name) {
   int generation = 0;
   system_info_get_custom_bool(FLAG("broadcast.removable_rf_tuner_support"), &flag);
   LOG_MAIN("Tunerless support = %d", flag);
-  if (flag) {
-    *name = translate("REP.DEVICE.SCREEN");
-    return 0;
-  }
   system_info_get_custom_int(FLAG("orlex_version"), &generation);
   system_info_get_custom_bool(FLAG("projector_feature_support"), &flag);
   system_info_get_custom_bool(FLAG("product.smart_monitor_feature_support"), &flag);
@@ -689,6 +685,11 @@ bool floor_check_visibility_int(const char* key, int value) {
   (void)value;
   pthread_mutex_lock(&lock);
   const bool visible = !is_b2b();
+  if (!visible) {
+    int supported = 0;
+    system_info_get_custom_int(FLAG("network.network_support"), &supported);
+    LOG_MAIN("Network is not supported.");
+  }
   pthread_mutex_unlock(&lock);
   return visible;
 }
@@ -745,6 +746,10 @@ bool floor_check_enable_name(const char* key, int value) {
   LOG_MAIN("EndStyle=%s", style);
   LOG_MAIN("Status=%s", status);
   const bool enabled = !is_b2b();
+  if (!enabled) {
+    int administrator = 0;
+    vconf_get_bool("memory/ephotel/hotelmenu/hotelfactorymode", &administrator);
+  }
   pthread_mutex_unlock(&lock);
   return enabled;
 }

@@ -26,7 +26,6 @@ typedef enum {
   FLOOR_HELP_UNKNOWN
 } floor_help;
 typedef enum { FLOOR_WIFI, FLOOR_DIRECT, FLOOR_WIRED, FLOOR_MOBILE, FLOOR_NAME } floor_item;
-typedef enum { FLOOR_SSID, FLOOR_STATUS, FLOOR_STRENGTH } floor_member;
 
 void floor_start(void);
 int floor_create_provider(data_provider_cbs** cbs, const data_provider_cbs* table);

@@ -1,5 +1,8 @@
 #include "stand_in.h"
 
+#include <dlfcn.h>
+#include <pthread.h>
+
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -52,6 +55,18 @@ bool endsWith(const char* text, std::string_view end) {
   return std::string_view(text).ends_with(end);
 }
 
+using MutexFunction = int (*)(pthread_mutex_t* mutex);
+
+// The C library's own, sought at the first call. No guarded static: its guard may lock a mutex.
+MutexFunction nextLock = nullptr;
+MutexFunction nextUnlock = nullptr;
+
+[[gnu::noinline]] int seekAndTrace(MutexFunction& next, const char* name, pthread_mutex_t* mutex) {
+  if (next == nullptr) next = reinterpret_cast<MutexFunction>(dlsym(RTLD_NEXT, name));
+  TRACE("%s", name);
+  return next(mutex);
+}
+
 }  // namespace
 
 std::string stand_in::traceOf(const std::function<void()>& work) {
@@ -64,9 +79,21 @@ std::string stand_in::traceOf(const std::function<void()>& work) {
 
 extern "C" {
 
+int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
+  if (trace != nullptr || nextLock == nullptr) [[unlikely]]
+    return seekAndTrace(nextLock, "pthread_mutex_lock", mutex);
+  return nextLock(mutex);
+}
+
+int pthread_mutex_unlock(pthread_mutex_t* mutex) noexcept {
+  if (trace != nullptr || nextUnlock == nullptr) [[unlikely]]
+    return seekAndTrace(nextUnlock, "pthread_mutex_unlock", mutex);
+  return nextUnlock(mutex);
+}
+
 int vconf_get_int(const char* key, int* value) {
   TRACE("vconf_get_int %s", key);
-  *value = answers.number;
+  *value = 0;
   return 0;
 }
 
@@ -87,7 +114,7 @@ int vconf_set_str(const char* key, const char* value) {
 
 int vconf_get_bool(const char* key, int* value) {
   TRACE("vconf_get_bool %s", key);
-  *value = answers.number;
+  *value = 0;
   return 0;
 }
 
@@ -98,8 +125,7 @@ int vconf_notify_key_changed(const char* key, vconf_callback_fn /*callback*/, vo
 
 int system_info_get_custom_bool(const char* key, bool* value) {
   TRACE("system_info_get_custom_bool %s", key);
-  *value = (answers.tunerless && endsWith(key, "removable_rf_tuner_support")) ||
-           (answers.b2b && endsWith(key, "b2b_option_support"));
+  *value = answers.isBusiness && endsWith(key, "b2b_option_support");
   return 0;
 }
 
@@ -193,7 +219,7 @@ int connection_profile_enable_ethernet_eap(connection_profile_h profile, bool en
 
 int util_get_wakeOnMobile_mode(bool* enabled) {
   TRACE("util_get_wakeOnMobile_mode");
-  *enabled = answers.wakeOnMobile;
+  *enabled = true;
   return 0;
 }
 

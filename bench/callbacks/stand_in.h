@@ -12,17 +12,14 @@ namespace stand_in {
 
 struct Answers {
   const char* text = nullptr;  // of every string in the store; null is an error
-  int number = 0;              // every integer in the store
-  bool tunerless = false;      // the flag of the tunerless screen; all others are false
-  bool b2b = false;            // and that of a business product
-  int frequencyMhz = 6135;
-  bool wakeOnMobile = true;
+  bool isBusiness = false;     // the flag of a business product; all others are false
+  int frequencyMhz = 6135;     // of the connected network
 };
 
 extern Answers answers;
 
-// What `work` asks of the platform, in order: a line for every call with its arguments. Of a log
-// line only what follows the place that it names.
+// What `work` asks of the platform, in order: a line for every call with its arguments, and for
+// every lock and unlock. Of a log line only what follows the place that it names.
 std::string traceOf(const std::function<void()>& work);
 
 }  // namespace stand_in

@@ -1,13 +1,12 @@
 // Draws the branch and prints JSON: the answers of a drawing, or the time of each.
 //
 //   page PROVIDER            what the items answer: a list of [key, callback, answer]
-//   page PROVIDER DRAWINGS   the number of calls, and the nanoseconds and minor page faults of the
-//                            first drawing and of those that follow
+//   page PROVIDER DRAWINGS   the number of calls, and the nanoseconds of the first drawing and of
+//                            those that follow
 //
 // Under callgrind, only the drawings but the first are counted.
 #include <json/value.h>
 #include <json/writer.h>
-#include <sys/resource.h>
 #include <valgrind/callgrind.h>
 
 #include <chrono>
@@ -34,12 +33,6 @@ Json::Value answers(const Provider& provider) {
   return list;
 }
 
-Json::Int64 minorFaults() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_minflt;
-}
-
 Json::Int64 timedDrawing(const Provider& provider) {
   const auto start = Clock::now();
   draw(provider);
@@ -48,10 +41,8 @@ Json::Int64 timedDrawing(const Provider& provider) {
 
 Json::Value times(const Provider& provider, int drawings) {
   std::vector<Json::Int64> warm(static_cast<std::size_t>(drawings));
-  const Json::Int64 faults = minorFaults();
   Json::Value result;
   result["first"] = timedDrawing(provider);
-  result["first_faults"] = minorFaults() - faults;
   result["calls"] = draw(provider);
   CALLGRIND_START_INSTRUMENTATION;
   for (Json::Int64& time : warm) time = timedDrawing(provider);

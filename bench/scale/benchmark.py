@@ -2,23 +2,24 @@
 call at once."""
 
 import math
+import os
+import re
 
 import common
 
 # What a network more may cost at 10,000 against at 1,000, where a straight line has 1.
 AIM_GROWTH = 1.25
+MOST_EXPONENT = 1.1  # of the power that the instructions grow with
 
 ENTRIES = common.PROGRAMS / "entries"
 THREADS = common.PROGRAMS / "threads"
-SIZES = {1: 100, 10: 100, 100: 50, 1000: 20, 10000: 4}  # networks, and how often each is called
+SIZES = {1: 100, 10: 100, 100: 50, 1000: 20, 10000: 10}  # networks, and how often each is called
 CALLS = ("name", "title icon", "second icon", "enable")
-ANSWERS = {"name": "Network 0", "title icon": "oobe_icon_n_wifi_4.svg", "second icon": "r_icon_xs_check.png", "enable": "1"}
+ANSWERS = {"name": "Network 0", "title icon": "oobe_icon_n_wifi_4.svg", "second icon": "r_icon_xs_check.png",
+           "enable": "1"}
 DRAWING = (1, 2, 3, 4, 5, 6, 7, 8)
 OTHERS = (0, 1, 3, 7)
-
-
-def folders(scratch, name):
-    return {"VENTARO_STATE_DIR": scratch / name, "VENTARO_RUNTIME_DIR": scratch / f"{name}-runtime"}
+COUNTED = (100, 1000, 10000)  # networks
 
 
 # ---- measure ----
@@ -29,7 +30,7 @@ def entries(size, calls, variables):
 
 def all_sizes(short, scratch):
     """The figures of each size, with the times of all rounds, which take the sizes in turns."""
-    variables = folders(scratch, "entries")
+    variables = common.folders(scratch, "entries")
     sizes = {}
     for _ in range(1 if short else 3):
         for size, calls in SIZES.items():
@@ -41,9 +42,20 @@ def all_sizes(short, scratch):
     return sizes
 
 
+def instructions(scratch):
+    """Those of one call of each callback, all together, by networks."""
+    file = scratch / "callgrind"
+    counts = {}
+    for size in COUNTED:
+        common.run("valgrind", "--quiet", "--tool=callgrind", "--instr-atstart=no", f"--callgrind-out-file={file}",
+                   ENTRIES, common.PROVIDER, size, 1, **common.folders(scratch, "instructions"))
+        counts[str(size)] = int(re.search(r"^totals: (\d+)", file.read_text(encoding="utf-8"), re.M).group(1))
+    return counts
+
+
 def throughput(short, scratch):
     """Callbacks a second by number of threads, of each round."""
-    variables = folders(scratch, "threads")
+    variables = common.folders(scratch, "threads")
     rates = {}
     for _ in range(1 if short else 5):
         for count in (1, 8) if short else DRAWING:
@@ -56,7 +68,7 @@ def waits(short, scratch):
     """As it is, and without the log file, which the platform does without when it cannot be made."""
     found = {}
     for name in ("log", "no log"):
-        variables = folders(scratch, f"waits, {name}")
+        variables = common.folders(scratch, f"waits, {name}")
         state = variables["VENTARO_STATE_DIR"]
         state.mkdir()
         if name == "no log":
@@ -67,7 +79,8 @@ def waits(short, scratch):
 
 
 def measure(short, scratch):
-    return {"sizes": all_sizes(short, scratch), "throughput": throughput(short, scratch), "waits": waits(short, scratch)}
+    return {"sizes": all_sizes(short, scratch), "instructions": instructions(scratch),
+            "throughput": throughput(short, scratch), "waits": waits(short, scratch), "processors": os.cpu_count()}
 
 
 def wrong_answers(figures):
@@ -85,8 +98,26 @@ def wrong_memory(figures):
             yield f"{more} networks hold {held[more]} bytes, {fewer} hold {held[fewer]}"
 
 
+def exponent(few, many, of):
+    """Of the power that a cost grows with from few networks to many."""
+    return math.log(of(many) / of(few), many / few)
+
+
+def instruction_exponents(figures):
+    """By the numbers of networks from which and to which."""
+    counts = figures["instructions"]
+    return {(few, many): exponent(few, many, lambda size: counts[str(size)]) for few, many in zip(COUNTED, COUNTED[1:])}
+
+
+def wrong_growth(figures):
+    for (few, many), power in instruction_exponents(figures).items():
+        if power > MOST_EXPONENT:
+            yield (f"the instructions grow with the power of {power:.2f} from {few} to {many} networks, "
+                   f"at most {MOST_EXPONENT} may be")
+
+
 def check(figures):
-    return [*wrong_answers(figures), *wrong_memory(figures)]
+    return [*wrong_answers(figures), *wrong_memory(figures), *wrong_growth(figures)]
 
 
 # ---- report ----
@@ -102,10 +133,11 @@ def for_one_more(figures, name, fewer, more):
 def cost_rows(figures):
     for name in CALLS:
         growth = for_one_more(figures, name, 1000, 10000) / for_one_more(figures, name, 100, 1000)
-        exponent = math.log(time_of(figures, name, 10000) / time_of(figures, name, 100), 100)
-        yield [name, f"{growth:.2f}", common.verdict(growth, AIM_GROWTH), f"{exponent:.2f}",
+        power = exponent(100, 10000, lambda size, name=name: time_of(figures, name, size))
+        yield [name, f"{growth:.2f}", common.verdict(growth, AIM_GROWTH), f"{power:.2f}",
                *(common.duration(time_of(figures, name, size)) for size in SIZES)]
-    yield ["change notification", "", "", "", *(common.duration(time_of(figures, "notification", size)) for size in SIZES)]
+    yield ["change notification", "", "", "",
+           *(common.duration(time_of(figures, "notification", size)) for size in SIZES)]
 
 
 def memory_rows(figures):
@@ -170,6 +202,44 @@ plot $data0 using 1:2:3:4 with yerrorlines lw 2 pt 7 lc rgb "#4477aa" title "all
 """, [rows])
 
 
+def from_to(values, show):
+    low, high = show(min(values)), show(max(values))
+    return low if low == high else f"{low} to {high}"
+
+
+def one_more(figures):
+    return from_to([for_one_more(figures, name, 1000, 10000) for name in CALLS], common.duration)
+
+
+def powers(figures):
+    return from_to(instruction_exponents(figures).values(), "{:.2f}".format)
+
+
+def of_one_thread(figures):
+    rates = figures["throughput"]
+    most = max(rates, key=int)
+    return (f"{most} threads together make\n"
+            f"  {common.with_spread(common.ratios(rates[most], rates['1']))} times the callbacks of one.")
+
+
+def waiting(figures):
+    """What nearly all calls take beside others, lock-free ones and locked ones."""
+    runs = [run["calls"] for count, run in figures["waits"]["no log"].items() if count != "0"]
+    most = {locked: common.duration(max(call["thousandth"] for calls in runs for name, call in calls.items()
+                                        if is_locked(name) == locked)) for locked in (False, True)}
+    return (f"In the right half the platform has no log file. There, beside others, 99.9 % of the calls take at most\n"
+            f"  {most[False]} where they are lock-free, and {most[True]} where they are locked.")
+
+
+def is_locked(name):
+    return name.endswith("locked")
+
+
+def of_one_network(figures):
+    ratio = time_of(figures, "notification", 10000) / time_of(figures, "notification", 1)
+    return f"With 10,000 networks it takes {ratio:.2f} times as long as with one."
+
+
 def report(figures, pictures):
     draw_costs(figures, pictures / "scale-networks.svg")
     draw_throughput(figures, pictures / "scale-threads.svg")
@@ -178,20 +248,24 @@ def report(figures, pictures):
     memory = common.table(["bytes", *sizes], memory_rows(figures))
     rates = common.table(["threads", "against one", "callbacks a second"], throughput_rows(figures))
     held = common.duration(figures["waits"]["log"]["0"]["held"])
-    took = common.table(["callback", "others", "median", "99.9 %", "worst", "no log: median", "99.9 %", "worst"], wait_rows(figures))
+    took = common.table(["callback", "others", "median", "99.9 %", "worst", "no log: median", "99.9 %", "worst"],
+                        wait_rows(figures))
     return f"""## Scale
 
-The items of the saved networks, with documents of 1 to 10,000 networks. "Growth" is what one network more costs between
-1,000 and 10,000 against between 100 and 1,000; "exponent" is the power that the cost grows with from 100 to 10,000. A
-straight line has 1 for both.
+The items of the saved networks, with documents of 1 to 10,000 networks. "Growth" is what one network more costs in time
+between 1,000 and 10,000 against between 100 and 1,000; "exponent" is the power that the cost grows with from 100 to
+10,000. A straight line has 1 for both.
 
 {costs}
 ![A saved network's callbacks, by the networks in the document](performance/scale-networks.svg)
 
 {memory}
-- Each of these callbacks looks at the whole document and logs each network. So all four cost the same, and a network costs
-  each of them {common.duration(for_one_more(figures, "name", 1000, 10000))}, most of it its log line.
-- A notification does not look at the document: it costs the store's durable write of the request to refresh.
+- Each of these callbacks looks at the whole document and logs each network. One network more costs each of them
+  {one_more(figures)} between 1,000 and 10,000.
+- The instructions of the four together, counted by callgrind, grow with a power of {powers(figures)} from 100 to
+  10,000 networks; `bench/run` fails above {MOST_EXPONENT}.
+- A notification makes a durable set, the request to refresh.
+  {of_one_network(figures)}
 
 One to eight threads draw the branch at once:
 
@@ -202,9 +276,8 @@ One thread calls now and then while the others are in a locked callback that tak
 networks:
 
 {took}
-- Of what a drawing calls all but two callbacks take the one lock, so more threads do not do more; what they lose is the
-  handing over of the lock.
-- The lock-free callbacks wait for no reader, as the right half shows, where the platform has no log file. In the left half a
-  few of them wait for the platform's own lock around that file, when its holder has lost the processor.
-- The machine has two processors, which it shares: the worst times are those of a thread that waits for one.
+- Of what a drawing calls all but two callbacks take the one lock. {of_one_thread(figures)}
+- {waiting(figures)}
+- These rows were measured one after the other, not in turns. There were {figures["processors"]} processors for up to
+  {max(OTHERS) + 1} threads: the worst times hold the wait for a processor, too.
 """

@@ -1,11 +1,10 @@
 // Several threads in one provider. Prints JSON.
 //
-//   threads PROVIDER draw THREADS MILLISECONDS   the callbacks of all threads, which draw the
-//   branch,
-//                                                and the nanoseconds that they took
-//   threads PROVIDER wait THREADS MILLISECONDS   what the calls of one more thread take, lock-free
-//                                                ones and locked ones, while the others read a long
-//                                                document under the lock
+//   threads PROVIDER draw THREADS MILLISECONDS
+//       the callbacks of all threads, which draw the branch, and the nanoseconds that they took
+//   threads PROVIDER wait THREADS MILLISECONDS
+//       what the calls of one more thread take, lock-free ones and locked ones, while the others
+//       read a long document under the lock
 #include <json/value.h>
 #include <json/writer.h>
 

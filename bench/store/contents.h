@@ -25,9 +25,12 @@ inline Kind kindOf(int index) {
   return index % 2 == 0 ? Kind::kNumber : Kind::kShortText;
 }
 
+inline constexpr std::size_t kNameSize = 15;
+
 inline std::string nameOf(int index) {
-  std::string digits = std::to_string(index);
-  return "setting-" + std::string(7 - digits.size(), '0') + digits;
+  const std::string begin = "setting-";
+  const std::string digits = std::to_string(index);
+  return begin + std::string(kNameSize - begin.size() - digits.size(), '0') + digits;
 }
 
 inline int numberOf(int index, int cycle = 0) {
@@ -49,14 +52,15 @@ struct Entry {
   std::string key;
 };
 
-// Keys of that kind in a random order that is the same at each call, so for each store. More would
-// only measure how fast the keys themselves come from memory.
+// More would only measure how fast the keys themselves come from memory.
+inline constexpr std::size_t kSampleSize = 8192;
+
+// Keys of that kind, drawn at random in a way that is the same at each call, so for each store.
 inline std::vector<Entry> sample(Kind kind, int count, const std::string& prefix) {
-  constexpr int kSize = 8192;
   std::minstd_rand random(1);
   std::uniform_int_distribution<int> any(0, kind == Kind::kLongText ? kLongTexts - 1 : count - 1);
   std::vector<Entry> entries;
-  while (entries.size() < kSize) {
+  while (entries.size() < kSampleSize) {
     const int index = any(random);
     if (kindOf(index) == kind) entries.push_back({index, prefix + nameOf(index)});
   }

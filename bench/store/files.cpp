@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <cstring>
 #include <string_view>
 
 #include "contents.h"
@@ -22,7 +21,7 @@ class File {
  public:
   File(int folder, const std::string& name, int flags)
       : file_(openat(folder, name.c_str(), flags | O_CLOEXEC, 0600)) {
-    require(file_ >= 0, "files: cannot open " + name);
+    require(file_ >= 0, "files: cannot open ", name);
   }
   ~File() { close(file_); }
   File(const File&) = delete;
@@ -41,16 +40,16 @@ class FilesReader : public Reader {
   int number(const std::string& key) override {
     std::array<char, 16> digits{};
     const File file(folder_, key, O_RDONLY);
-    require(read(file.get(), digits.data(), digits.size() - 1) > 0, "files: cannot read " + key);
+    require(read(file.get(), digits.data(), digits.size() - 1) > 0, "files: cannot read ", key);
     return std::atoi(digits.data());
   }
 
   char* text(const std::string& key) override {
     const File file(folder_, key, O_RDONLY);
     struct stat info {};
-    require(fstat(file.get(), &info) == 0, "files: cannot read " + key);
+    require(fstat(file.get(), &info) == 0, "files: cannot read ", key);
     auto* const copy = static_cast<char*>(std::malloc(info.st_size + 1));
-    require(read(file.get(), copy, info.st_size) == info.st_size, "files: cannot read " + key);
+    require(read(file.get(), copy, info.st_size) == info.st_size, "files: cannot read ", key);
     copy[info.st_size] = '\0';
     return copy;
   }
@@ -81,7 +80,7 @@ class Files : public Store {
     static const std::string temporary = "temporary-" + std::to_string(getpid());
     writeFile(temporary, std::to_string(value), durable_);
     require(renameat(folder_.get(), temporary.c_str(), folder_.get(), key.c_str()) == 0,
-            "files: cannot rename to " + key);
+            "files: cannot rename to ", key);
     if (durable_) require(fsync(folder_.get()) == 0, "files: cannot sync the folder");
   }
 
@@ -90,8 +89,8 @@ class Files : public Store {
     key_ = key;
     changed_ = std::move(changed);
     events_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-    require(inotify_add_watch(events_, path_.c_str(), IN_MOVED_TO) >= 0,
-            "files: cannot watch " + path_.string());
+    require(inotify_add_watch(events_, path_.c_str(), IN_MOVED_TO) >= 0, "files: cannot watch ",
+            path_.native());
     const auto call = [](int, GIOCondition, void* self) {
       static_cast<Files*>(self)->dispatch();
       return gboolean{G_SOURCE_CONTINUE};
@@ -116,8 +115,8 @@ class Files : public Store {
   void writeFile(const std::string& name, std::string_view text, bool sync) {
     const File file(folder_.get(), name, O_WRONLY | O_CREAT | O_TRUNC);
     const auto size = static_cast<ssize_t>(text.size());
-    require(write(file.get(), text.data(), text.size()) == size, "files: cannot write " + name);
-    if (sync) require(fsync(file.get()) == 0, "files: cannot sync " + name);
+    require(write(file.get(), text.data(), text.size()) == size, "files: cannot write ", name);
+    if (sync) require(fsync(file.get()) == 0, "files: cannot sync ", name);
   }
 
   std::filesystem::path path_;

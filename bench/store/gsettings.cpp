@@ -29,7 +29,7 @@ void compileSchema(const std::filesystem::path& folder) {
   int status = -1;
   const bool started =
       g_spawn_command_line_sync(command.c_str(), nullptr, nullptr, &status, nullptr) != FALSE;
-  require(started && status == 0, "GSettings: failed: " + command);
+  require(started && status == 0, "GSettings: failed: ", command);
 }
 
 class GsettingsReader : public Reader {
@@ -80,8 +80,8 @@ class Gsettings : public Store {
   std::unique_ptr<Reader> reader() override { return std::make_unique<GsettingsReader>(settings_); }
 
   void setNumber(const std::string& key, int value) override {
-    require(g_settings_set_int(settings_, key.c_str(), value) != FALSE,
-            "GSettings: cannot set " + key);
+    require(g_settings_set_int(settings_, key.c_str(), value) != FALSE, "GSettings: cannot set ",
+            key);
   }
 
   void watch(const std::string& key, std::function<void()> changed) override {
@@ -101,7 +101,7 @@ class Gsettings : public Store {
   void openSettings() {
     auto* const source =
         g_settings_schema_source_new_from_directory(folder_.c_str(), nullptr, TRUE, nullptr);
-    require(source != nullptr, "GSettings: there is no compiled schema in " + folder_.string());
+    require(source != nullptr, "GSettings: there is no compiled schema in ", folder_.native());
     auto* const schema = g_settings_schema_source_lookup(source, "bench.store", FALSE);
     auto* const backend =
         g_keyfile_settings_backend_new((folder_ / "keyfile").c_str(), "/", "root");

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kMapSize = std::size_t{1} << 30;  // bytes; room enough for all sizes
 
 void check(int error) {
-  require(error == MDB_SUCCESS, std::string("LMDB: ") + mdb_strerror(error));
+  if (error != MDB_SUCCESS) fail({"LMDB: ", mdb_strerror(error)});
 }
 
 MDB_val asVal(const std::string& bytes) {
@@ -37,9 +37,7 @@ class LmdbReader : public Reader {
 
   char* text(const std::string& key) override {
     char* copy = nullptr;
-    read(key, [&](const MDB_val& data) {
-      copy = strndup(static_cast<const char*>(data.mv_data), data.mv_size);
-    });
+    read(key, [&](const MDB_val& data) { copy = copyOf(data.mv_data, data.mv_size); });
     return copy;
   }
 

@@ -7,6 +7,7 @@
 #include <json/json.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iostream>
 #include <map>
@@ -26,23 +27,24 @@ using namespace bench;
 struct Candidate {
   Candidate(const std::string& storeName, const std::filesystem::path& folder,
             Durability durability, int count)
-      : name(storeName), store(open(name, folder, durability, count)) {
+      : name(storeName),
+        store(open(name, folder, durability, count)),
+        prefixSize(store->prefix().size()) {
     store->fill(count);
     reader = store->reader();
     for (const Kind kind : {Kind::kNumber, Kind::kShortText, Kind::kLongText}) {
-      entries[kind] = sample(kind, count, store->prefix());
+      entries[static_cast<int>(kind)] = sample(kind, count, store->prefix());
     }
   }
 
-  const Entry& next(Kind kind) {
-    const std::vector<Entry>& all = entries[kind];
-    return all[place++ % all.size()];
-  }
+  const std::vector<Entry>& of(Kind kind) const { return entries[static_cast<int>(kind)]; }
+  const Entry& next(Kind kind) { return of(kind)[place++ % kSampleSize]; }
 
   std::string name;
   std::unique_ptr<Store> store;
+  std::size_t prefixSize;
   std::unique_ptr<Reader> reader;
-  std::map<Kind, std::vector<Entry>> entries;
+  std::array<std::vector<Entry>, 3> entries;  // by kind
   std::size_t place = 0;
   int cycle = 0;
 };
@@ -51,18 +53,17 @@ using Candidates = std::vector<std::unique_ptr<Candidate>>;
 
 void getNumber(Candidate& candidate) {
   const Entry& entry = candidate.next(Kind::kNumber);
-  require(isNumberOf(entry.index, candidate.reader->number(entry.key)),
-          candidate.name + ": another value for " + entry.key);
+  require(isNumberOf(entry.index, candidate.reader->number(entry.key)), candidate.name,
+          ": another value for ", entry.key);
 }
 
-// Only the part that tells the texts apart is compared where the time counts.
+// Only the name that the text begins with is compared where the time counts.
 void getText(Candidate& candidate, Kind kind) {
   const Entry& entry = candidate.next(kind);
   char* const text = candidate.reader->text(entry.key);
-  const std::size_t end = entry.key.size() - candidate.store->prefix().size();
-  const bool same = std::memcmp(text + end - 7, entry.key.data() + entry.key.size() - 7, 7) == 0;
+  const bool same = std::memcmp(text, entry.key.data() + candidate.prefixSize, kNameSize) == 0;
   std::free(text);
-  require(same, candidate.name + ": another value for " + entry.key);
+  require(same, candidate.name, ": another value for ", entry.key);
 }
 
 void setNumber(Candidate& candidate) {
@@ -72,21 +73,20 @@ void setNumber(Candidate& candidate) {
 
 void checkTexts(Candidate& candidate) {
   for (const Kind kind : {Kind::kShortText, Kind::kLongText}) {
-    for (const Entry& entry : candidate.entries[kind]) {
+    for (const Entry& entry : candidate.of(kind)) {
       char* const text = candidate.reader->text(entry.key);
       const bool same = textOf(entry.index) == text;
       std::free(text);
-      require(same, candidate.name + ": another text for " + entry.key);
+      require(same, candidate.name, ": another text for ", entry.key);
     }
   }
 }
 
 // The value of the last set, read anew.
 void checkSet(Candidate& candidate) {
-  const std::vector<Entry>& all = candidate.entries[Kind::kNumber];
-  const Entry& entry = all[(candidate.place - 1) % all.size()];
+  const Entry& entry = candidate.of(Kind::kNumber)[(candidate.place - 1) % kSampleSize];
   require(candidate.store->reader()->number(entry.key) == numberOf(entry.index, candidate.cycle),
-          candidate.name + ": does not hold what was set for " + entry.key);
+          candidate.name, ": does not hold what was set for ", entry.key);
 }
 
 double timeFor(std::int64_t nanoseconds, Candidate& candidate, void (*operation)(Candidate&)) {

@@ -61,12 +61,12 @@ void read(const Options& options, Store& store, int number, Board& board) {
   const std::vector<Entry> entries = sample(Kind::kNumber, options.keys, store.prefix());
   const std::unique_ptr<Reader> reader = store.reader();
   // Each begins elsewhere, so that they do not read the same at the same time.
-  std::size_t place = entries.size() / options.members() * number;
+  std::size_t place = kSampleSize / options.members() * number;
   std::int64_t count = 0;
   for (const Shift shift(options, board); !shift.isOver(); count += kChunk) {
     for (int i = 0; i < kChunk; ++i) {
-      const Entry& entry = entries[place++ % entries.size()];
-      require(isNumberOf(entry.index, reader->number(entry.key)), "another value: " + entry.key);
+      const Entry& entry = entries[place++ % kSampleSize];
+      require(isNumberOf(entry.index, reader->number(entry.key)), "another value: ", entry.key);
     }
   }
   board.reads += count;
@@ -76,7 +76,7 @@ void write(const Options& options, Store& store, Board& board) {
   const std::vector<Entry> entries = sample(Kind::kNumber, options.keys, store.prefix());
   std::int64_t count = 0;
   for (const Shift shift(options, board); !shift.isOver(); ++count) {
-    const Entry& entry = entries[count % entries.size()];
+    const Entry& entry = entries[count % kSampleSize];
     store.setNumber(entry.key, numberOf(entry.index, static_cast<int>(count)));
   }
   board.sets += count;

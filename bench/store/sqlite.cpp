@@ -2,8 +2,6 @@
 // synchronous=FULL, which syncs the log at each commit; volatile is synchronous=OFF.
 #include <sqlite3.h>
 
-#include <cstring>
-
 #include "contents.h"
 #include "store.h"
 
@@ -13,13 +11,15 @@ namespace {
 
 void check(int result, sqlite3* connection) {
   const bool good = result == SQLITE_OK || result == SQLITE_DONE || result == SQLITE_ROW;
-  require(good, std::string("SQLite: ") + sqlite3_errmsg(connection));
+  if (!good) fail({"SQLite: ", sqlite3_errmsg(connection)});
 }
 
+// Of one thread, so without a lock of its own.
 class Connection {
  public:
   Connection(const std::filesystem::path& file, Durability durability) {
-    check(sqlite3_open(file.c_str(), &connection_), connection_);
+    constexpr int kFlags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    check(sqlite3_open_v2(file.c_str(), &connection_, kFlags, nullptr), connection_);
     sqlite3_busy_timeout(connection_, 10'000);  // milliseconds
     run("PRAGMA journal_mode=WAL");
     run(durability == Durability::kDurable ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=OFF");
@@ -91,9 +91,10 @@ class SqliteReader : public Reader {
     char* copy = nullptr;
     get_.bindText(1, key);
     get_.run([&](sqlite3_stmt* row) {
-      copy = strdup(reinterpret_cast<const char*>(sqlite3_column_text(row, 0)));
+      const unsigned char* const text = sqlite3_column_text(row, 0);
+      copy = copyOf(text, sqlite3_column_bytes(row, 0));
     });
-    require(copy != nullptr, "SQLite: cannot read " + key);
+    require(copy != nullptr, "SQLite: cannot read ", key);
     return copy;
   }
 

@@ -2,10 +2,14 @@
 #ifndef BENCH_STORE_STORE_H
 #define BENCH_STORE_STORE_H
 
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bench {
@@ -60,13 +64,24 @@ OpenStore openFiles;
 std::unique_ptr<Store> open(const std::string& name, const std::filesystem::path& folder,
                             Durability durability, int count);
 
+// What a reader hands out of bytes that it has at hand.
+inline char* copyOf(const void* bytes, std::size_t size) {
+  auto* const copy = static_cast<char*>(std::malloc(size + 1));
+  std::memcpy(copy, bytes, size);
+  copy[size] = '\0';
+  return copy;
+}
+
 // Runs a program's `body`; an exception becomes a message and the result 1.
 int guarded(const std::function<void()>& body);
 
-[[noreturn]] void fail(const std::string& message);
+// Raises std::runtime_error; the parts together are the message.
+[[noreturn]] void fail(std::initializer_list<std::string_view> parts);
 
-inline void require(bool condition, const std::string& message) {
-  if (!condition) fail(message);
+// Most checks are inside of what is timed, so the message is put together only where one fails.
+template <typename... Parts>
+void require(bool condition, const Parts&... parts) {
+  if (!condition) fail({parts...});
 }
 
 }  // namespace bench

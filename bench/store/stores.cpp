@@ -22,7 +22,7 @@ constexpr Product kProducts[] = {{"ventaro", openVentaro},
 }  // namespace
 
 void Store::watch(const std::string& /*key*/, std::function<void()> /*changed*/) {
-  fail("the store does not tell other processes of a set");
+  fail({"the store does not tell other processes of a set"});
 }
 
 std::unique_ptr<Store> open(const std::string& name, const std::filesystem::path& folder,
@@ -32,7 +32,7 @@ std::unique_ptr<Store> open(const std::string& name, const std::filesystem::path
     std::filesystem::create_directories(folder / name);
     return product.open(folder / name, durability, count);
   }
-  fail("there is no store \"" + name + "\"");
+  fail({"there is no store \"", name, "\""});
 }
 
 int guarded(const std::function<void()>& body) {
@@ -45,7 +45,9 @@ int guarded(const std::function<void()>& body) {
   }
 }
 
-void fail(const std::string& message) {
+void fail(std::initializer_list<std::string_view> parts) {
+  std::string message;
+  for (const std::string_view part : parts) message += part;
   throw std::runtime_error(message);
 }
 

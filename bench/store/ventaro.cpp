@@ -17,12 +17,12 @@ class VentaroReader : public Reader {
  public:
   int number(const std::string& key) override {
     int value = 0;
-    require(vconf_get_int(key.c_str(), &value) == 0, "ventaro: cannot read " + key);
+    require(vconf_get_int(key.c_str(), &value) == 0, "ventaro: cannot read ", key);
     return value;
   }
   char* text(const std::string& key) override {
     char* copy = vconf_get_str(key.c_str());
-    require(copy != nullptr, "ventaro: cannot read " + key);
+    require(copy != nullptr, "ventaro: cannot read ", key);
     return copy;
   }
 };
@@ -52,7 +52,7 @@ class Ventaro : public Store {
   std::unique_ptr<Reader> reader() override { return std::make_unique<VentaroReader>(); }
 
   void setNumber(const std::string& key, int value) override {
-    require(vconf_set_int(key.c_str(), value) == 0, "ventaro: cannot set " + key);
+    require(vconf_set_int(key.c_str(), value) == 0, "ventaro: cannot set ", key);
   }
 
   void watch(const std::string& key, std::function<void()> changed) override {
@@ -60,7 +60,7 @@ class Ventaro : public Store {
       (*static_cast<std::function<void()>*>(data))();
     };
     auto* const kept = new std::function(std::move(changed));  // a subscription does not end
-    require(vconf_notify_key_changed(key.c_str(), call, kept) == 0, "ventaro: cannot watch " + key);
+    require(vconf_notify_key_changed(key.c_str(), call, kept) == 0, "ventaro: cannot watch ", key);
   }
 
  private:
@@ -74,8 +74,7 @@ std::unique_ptr<Store> openVentaro(const std::filesystem::path& folder, Durabili
   const bool durable = durability == Durability::kDurable;
   const char* const variable = durable ? "VENTARO_STATE_DIR" : "VENTARO_RUNTIME_DIR";
   const char* const value = std::getenv(variable);
-  require(value != nullptr && value == folder,
-          std::string(variable) + " must be " + folder.string());
+  require(value != nullptr && value == folder, variable, " must be ", folder.native());
   // Behind all keys that a store begins with, so that it is filled in the keys' order as the
   // others.
   return std::make_unique<Ventaro>(durable ? "db/store/" : "memory/store/");

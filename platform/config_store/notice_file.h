@@ -3,6 +3,8 @@
 #ifndef PLATFORM_CONFIG_STORE_NOTICE_FILE_H
 #define PLATFORM_CONFIG_STORE_NOTICE_FILE_H
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <mutex>
 
@@ -22,11 +24,16 @@ class NoticeFile {
   void write();
 
  private:
+  void open();
   void close();
+  // Whether the open file is the one that others find by its name, and watch.
+  bool isWatched() const;
 
   const std::filesystem::path path_;
   std::mutex mutex_;
   int file_ = -1;
+  dev_t device_ = 0;  // which file it is
+  ino_t number_ = 0;
 };
 
 }  // namespace platform
