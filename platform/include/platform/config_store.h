@@ -40,7 +40,8 @@ PLATFORM_API int vconf_get_bool(const char* key, int* value);
 /* From now on calls `callback(node, user_data)` after every set of the key by any process, also of
  * an equal value. `user_data` stays the caller's. There is no way to take a subscription back; one
  * whose callback's library was unloaded is dropped, at the latest when somebody subscribes the same
- * key and callback after a library was unloaded and one was loaded. On the host platform the calls
+ * key and callback after a library was unloaded and one was loaded: who subscribes one callback to
+ * one key twice may then be left with the second subscription only. On the host platform the calls
  * come from the default GLib main context, so on the thread that iterates it. */
 PLATFORM_API int vconf_notify_key_changed(const char* key, vconf_callback_fn callback,
                                           void* user_data);
