@@ -1,11 +1,10 @@
 // Measures every callback of the provider beside its floor, over a platform that costs nothing.
-//   callbacks PROVIDER --check             that both do the same: calls, locks, log lines and
-//   results callbacks PROVIDER --counts            the allocations of each, as CSV; and the
-//   instructions, when
-//                                          it runs under callgrind with --collect-atstart=no: each
-//                                          count is made by a process of its own, whose dump has
-//                                          them
-//   callbacks PROVIDER --benchmark_...     the times, by Google Benchmark
+//
+//   callbacks PROVIDER --check           that both do the same: calls, locks, log lines, results
+//   callbacks PROVIDER --counts          the allocations of each, as CSV; under callgrind with
+//                                        --collect-atstart=no also the instructions: each count is
+//                                        made by a process of its own, whose dump has them
+//   callbacks PROVIDER --benchmark_...   the times, by Google Benchmark
 #include <benchmark/benchmark.h>
 #include <sys/wait.h>
 #include <unistd.h>
