@@ -59,7 +59,7 @@ inline constexpr std::uint8_t kNone = 255;
 inline constexpr std::size_t kSlots = 64;
 
 constexpr std::size_t slotOf(const char* key, std::size_t size) {
-  return (size + 5 * static_cast<unsigned char>(key[size - 1])) % kSlots;
+  return (size + std::size_t{5} * static_cast<unsigned char>(key[size - 1])) % kSlots;
 }
 
 inline constexpr auto kNumbers = [] {
