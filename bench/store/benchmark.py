@@ -259,7 +259,8 @@ compared from row to row, times cannot.
   where durable.
 - GSettings keeps a key file, of which it syncs the file but not the folder.
 - "files" is a file for each key, written beside, synced and renamed, and the folder synced.
-- ventaro's gets also check the key and the value's type and look for an injected fault; its sets also enter the change
+- ventaro's gets also find its named table, which LMDB does anew in each transaction, check the key and the value's type,
+  and look for an injected fault; its sets also enter the change
   in the journal and wake the subscribers of other processes, which none but GSettings does.
 - "Durable" is on this machine's disk, whose sync varies; "volatile" is in memory, without syncs where the store can do
   without.
