@@ -105,3 +105,20 @@ def plot(file, script, series):
     head = (f'set terminal svg size 800,420 background "white" font "sans,12"\nset output "{file}"\n'
             "set grid\nset key outside bottom center horizontal\n")
     subprocess.run(["gnuplot"], input="".join(blocks) + head + script, text=True, check=True)
+
+
+def plot_bars(file, title, bars, height=420, figures="%.0f", more=""):
+    """Makes an SVG of bars, given as (figure, name), the first at the bottom; `more` is commands of gnuplot."""
+    rows = [[index, figure, name] for index, (figure, name) in enumerate(bars)]
+    plot(file, f"""
+set terminal svg size 800,{height} background "white" font "sans,12"
+set title "{title}"
+set ytics noenhanced
+set key off
+set xrange [0:{max(row[1] for row in rows) * 1.2}]
+set yrange [-0.6:{len(rows) - 0.4}]
+set style fill solid 0.8
+{more}
+plot $data0 using ($2 / 2):1:($2 / 2):(0.35):ytic(3) with boxxyerror lc rgb "#4477aa", \\
+     $data0 using 2:1:(sprintf(" {figures}", $2)) with labels left
+""", [rows])

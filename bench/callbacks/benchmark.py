@@ -223,19 +223,9 @@ def function_table(figures):
 def plot_functions(figures, file):
     rows = sorted((common.median([ratio(case) for case in cases]), function)
                   for function, cases in by_function(figures).items())
-    bars = [[index, share, function] for index, (share, function) in enumerate(rows)]
-    common.plot(file, f"""
-set terminal svg size 800,620 background "white" font "sans,12"
-set title "Instructions of a call, in times of its floor's (median over the cases)"
-set ytics noenhanced
-set key off
-set xrange [0:{rows[-1][0] * 1.15}]
-set yrange [-0.6:{len(rows) - 0.4}]
-set style fill solid 0.8
-set arrow from {AIM},-0.6 to {AIM},{len(rows) - 0.4} nohead dt 2
-plot $data0 using ($2 / 2):1:($2 / 2):(0.35):ytic(3) with boxxyerror lc rgb "#4477aa", \\
-     $data0 using 2:1:(sprintf(" %.2f", $2)) with labels left
-""", [bars])
+    aim = f"set arrow from {AIM},-0.6 to {AIM},{len(rows) - 0.4} nohead dt 2"
+    common.plot_bars(file, "Instructions of a call, in times of its floor's (median over the cases)", rows,
+                     height=620, figures="%.2f", more=aim)
 
 
 def search_sentence(figures):

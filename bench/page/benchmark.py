@@ -277,18 +277,8 @@ def instruction_table(figures):
 
 def draw_plot(figures, file):
     shown = by_time(figures)[:8]
-    bars = [[index, row[3] / 1000, row[0].replace("`", "")] for index, row in enumerate(reversed(shown))]
-    common.plot(file, f"""
-set title "Where a page's time goes"
-set xlabel "µs a page"
-set ytics noenhanced
-set key off
-set xrange [0:{bars[-1][1] * 1.2}]
-set yrange [-0.6:{len(bars) - 0.4}]
-set style fill solid 0.8
-plot $data0 using ($2 / 2):1:($2 / 2):(0.35):ytic(3) with boxxyerror lc rgb "#4477aa", \\
-     $data0 using 2:1:(sprintf(" %.0f", $2)) with labels left
-""", [bars])
+    bars = [(row[3] / 1000, row[0].replace("`", "")) for row in reversed(shown)]
+    common.plot_bars(file, "Where a page's time goes", bars, more='set xlabel "µs a page"')
 
 
 def agreement(figures):
