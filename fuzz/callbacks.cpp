@@ -10,12 +10,12 @@
 #include <memory>
 #include <string>
 
-#include "SavedAPConnection.h"
 #include "framework.h"
+#include "globals.h"
+#include "menu_keys.h"
 #include "require.h"
+#include "settings/SavedAPConnection.h"
 #include "stand_in/tv.h"
-#include "ventaro/globals.h"
-#include "ventaro/menu_keys.h"
 
 using namespace fuzz;
 

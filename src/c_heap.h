@@ -29,4 +29,11 @@ inline CText zeroedBlock(std::size_t size) {
   buffer[length] = '\0';
 }
 
+// Gives the caller a copy of `source` in `*target`; null without memory.
+inline void copyToHeap(const char* source, char** target) {
+  const std::size_t size = std::strlen(source) + 1;
+  *target = static_cast<char*>(std::malloc(size));
+  if (*target != nullptr) std::memcpy(*target, source, size);
+}
+
 #endif  // VENTARO_C_HEAP_H

@@ -8,8 +8,8 @@
 #include <cstring>
 
 #include "../require.h"
+#include "callbacks/callbacks.h"
 #include "tv.h"
-#include "ventaro/callbacks.h"
 
 namespace fuzz {
 

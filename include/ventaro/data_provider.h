@@ -58,11 +58,48 @@ typedef enum ITEM_FOLLOWING_ACTION_TYPE {
   ITEM_FOLLOWING_ACTION_MESSAGE_BOX = 2, /* ask for confirmation with get_messagebox_info() first */
 } ITEM_FOLLOWING_ACTION_TYPE;
 
-/* Room that get_current_value_sid() needs in the caller's buffer, in bytes, NUL included. */
+/* The menu keys. Letter case matters. */
+#define VENTARO_KEY_NETWORK "menu/general/network"
+#define VENTARO_KEY_NETWORK_STATUS "menu/network/networkstatus"
+#define VENTARO_KEY_NETWORK_SETTINGS "menu/network/networksettings"
+#define VENTARO_KEY_RESET_NETWORK "menu/network/ResetNetwork"
+#define VENTARO_KEY_WIFI "menu/network/WiFiOnOff"
+#define VENTARO_KEY_SAVED_NETWORK_1 "menu/network/SavedAP1"
+#define VENTARO_KEY_SAVED_NETWORK_2 "menu/network/SavedAP2"
+#define VENTARO_KEY_EXPERT_SETTINGS "menu/network/expertsettings"
+#define VENTARO_KEY_WIFI_DIRECT "menu/network/expertsettings/wifidirect"
+#define VENTARO_KEY_EASY_CONNECTION "menu/network/expertsettings/easyconnect"
+#define VENTARO_KEY_WIRED_EAP "menu/network/WiredEAP"
+#define VENTARO_KEY_POWER_ON_WITH_MOBILE_US "menu/network/MobileDeviceTV_US"
+#define VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US "menu/network/MobileDeviceTV_NOT_US"
+#define VENTARO_KEY_DEVICE_NAME "menu/network/devicename"
+#define VENTARO_KEY_SELECT_DEVICE_NAME "menu/network/devicename/selectdevicename"
+#define VENTARO_KEY_INSTALL_CERTIFICATE "menu/network/InstallCertificate"
+#define VENTARO_KEY_CERTIFICATE_LIST "menu/network/CertificateList"
+#define VENTARO_KEY_CERTIFICATE_MANAGER "menu/network/CertificateManager"
+/* The option list of a saved network, which is the three states that its value can have. */
+#define VENTARO_KEY_SAVED_NETWORK_1_STATES "SAVEDAP1_NAME_KEY"
+#define VENTARO_KEY_SAVED_NETWORK_2_STATES "SAVEDAP2_NAME_KEY"
+/* What get_module_info() answers. */
+#define VENTARO_KEY_OWNER "provider/owner"
+#define VENTARO_KEY_MAIN_COMPONENT "provider/main-component"
+#define VENTARO_KEY_SUB_COMPONENT "provider/sub-component"
+
+/* Sizes in bytes. */
+/* The block of a name, a help text or an icon path, NUL included. */
+#define VENTARO_TEXT_SIZE 2048
+/* The block of a list entry's text, which a long text fills without a NUL. */
+#define VENTARO_LIST_TEXT_SIZE 256
+/* The block that get_module_info() gives, NUL included. */
+#define VENTARO_MODULE_INFO_SIZE 255
+/* Room that get_current_value_sid() needs in the caller's buffer, NUL included. */
 #define VENTARO_CURRENT_VALUE_SIZE 2048
-/* Room that get_messagebox_info() needs in the caller's buffers, in bytes, NUL included. */
+/* Room that get_messagebox_info() needs in the caller's buffers, NUL included. */
 #define VENTARO_MESSAGE_TEXT_SIZE 1024
 #define VENTARO_MESSAGE_BUTTON_SIZE 512
+
+/* The path from get_second_icon_path() that asks for the busy animation instead of an image. */
+#define VENTARO_ICON_BUSY "loading"
 
 /* A slot that this provider leaves NULL. */
 typedef void (*data_provider_reserved)(void);
@@ -108,22 +145,22 @@ typedef struct data_provider_cbs {
   /* [lock-free] Takes back a string that a callback handed out. Returns 0, or 1 for null. */
   int (*release_string)(char* str); /* 12 */
   /* [locked] The item's name, translated. A key that is a leading part of known keys gets the name
-   * of the first of them, but for "menu/network/WiredEAP", which must be whole. Gives the caller a
-   * block of 2048 bytes, the text cut to 2047; empty when the key is unknown. Returns 0. Raises
-   * Json::LogicError when the saved-network document is misshapen. */
+   * of the first of them, but for VENTARO_KEY_WIRED_EAP, which must be whole. Gives the caller a
+   * block of VENTARO_TEXT_SIZE bytes, the text cut to fit; empty when the key is unknown. Returns
+   * 0. Raises Json::LogicError when the saved-network document is misshapen. */
   int (*get_display_name)(const char* key, char** value); /* 13 */
   /* [locked] The item's help text, translated. Keys match as for get_display_name(). Gives the
-   * caller a block of 2048 bytes, the text cut to 2047; empty when the key is unknown. Returns 0;
-   * -1 without memory, with `*value` untouched. Raises std::logic_error when the store has no menu
-   * language. */
+   * caller a block of VENTARO_TEXT_SIZE bytes, the text cut to fit; empty when the key is unknown.
+   * Returns 0; -1 without memory, with `*value` untouched. Raises std::logic_error when the store
+   * has no menu language. */
   int (*get_help_text)(const char* key, char** value); /* 14 */
   data_provider_reserved reserved_15;
   /* [locked] The item's option list. Gives the caller an array of `*count` items, which goes back
    * through free_list_items() with that count. Null only without memory (`*count` then says 3). */
   const void** (*get_list_items)(const char* key, int* count); /* 16 */
-  /* [locked] The entry's text, still owned by the list: at most 256 bytes, and without a NUL when
-   * it fills all of them; null for an entry beyond the list's count. Returns 0; a null item leaves
-   * `*value` untouched. */
+  /* [locked] The entry's text, still owned by the list: at most VENTARO_LIST_TEXT_SIZE bytes, and
+   * without a NUL when it fills all of them; null for an entry beyond the list's count. Returns 0;
+   * a null item leaves `*value` untouched. */
   int (*get_list_item_display_value)(void* item, char** value); /* 17 */
   data_provider_reserved reserved_18;
   data_provider_reserved reserved_19;
@@ -149,33 +186,34 @@ typedef struct data_provider_cbs {
   data_provider_reserved reserved_35;
   data_provider_reserved reserved_36;
   data_provider_reserved reserved_37;
-  /* [lock-free] Copies the device name, cut to 2047 bytes, into the caller's buffer `*value` of at
+  /* [lock-free] Copies the device name, cut to fit, into the caller's buffer `*value` of at
    * least VENTARO_CURRENT_VALUE_SIZE bytes, which must hold a terminated string before the call.
    * Returns 0; -1, with the buffer untouched, when there is no device name. */
   int (*get_current_value_sid)(const char* key, char** value); /* 38 */
   /* [locked] The confirmation box, the same for every key. Appends to the caller's terminated
-   * buffers: at most 1023 bytes to `text` (VENTARO_MESSAGE_TEXT_SIZE), at most 511 each to `first`
-   * and `second` (VENTARO_MESSAGE_BUTTON_SIZE), and a NUL to each. `*type` becomes 2. Returns 0. */
+   * buffers: less than VENTARO_MESSAGE_TEXT_SIZE bytes to `text`, less than
+   * VENTARO_MESSAGE_BUTTON_SIZE each to `first` and `second`, and a NUL to each. `*type` becomes 2.
+   * Returns 0. */
   int (*get_messagebox_info)(const char* key, char* text, char* first, char* second,
                              int* type); /* 39 */
   data_provider_reserved reserved_40;
   data_provider_reserved reserved_41;
   data_provider_reserved reserved_42;
   data_provider_reserved reserved_43;
-  /* [locked] Who the provider is: "provider/owner", "provider/main-component" and
-   * "provider/sub-component" give the caller a block of 255 bytes. Any other key leaves `*value`
-   * untouched. Returns 0. */
+  /* [locked] Who the provider is: VENTARO_KEY_OWNER, VENTARO_KEY_MAIN_COMPONENT and
+   * VENTARO_KEY_SUB_COMPONENT give the caller a block of VENTARO_MODULE_INFO_SIZE bytes. Any other
+   * key leaves `*value` untouched. Returns 0. */
   int (*get_module_info)(const char* key, char** value); /* 44 */
   data_provider_reserved reserved_45;
   data_provider_reserved reserved_46;
   data_provider_reserved reserved_47;
   data_provider_reserved reserved_48;
-  /* [locked] The icon at the item's title: an image path in a block of 2048 bytes, for a saved
-   * network its signal strength, for all else full signal. Returns 0. Raises Json::LogicError when
-   * the saved-network document has a wrong shape. */
+  /* [locked] The icon at the item's title: an image path in a block of VENTARO_TEXT_SIZE bytes, for
+   * a saved network its signal strength, for all else full signal. Returns 0. Raises
+   * Json::LogicError when the saved-network document has a wrong shape. */
   int (*get_title_icon_path)(const char* key, char** path); /* 49 */
-  /* [locked] The icon at the item's side: an image path, "loading" for the busy animation, or the
-   * empty text, in a block of 2048 bytes. "menu/network/SavedAP1" is answered for the first saved
+  /* [locked] The icon at the item's side: an image path, VENTARO_ICON_BUSY, or the empty text, in a
+   * block of VENTARO_TEXT_SIZE bytes. VENTARO_KEY_SAVED_NETWORK_1 is answered for the first saved
    * network, every other key for the second. Returns 0. Raises Json::LogicError when the
    * saved-network document has a wrong shape. */
   int (*get_second_icon_path)(const char* key, char** path); /* 50 */

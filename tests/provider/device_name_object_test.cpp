@@ -1,9 +1,9 @@
 // The device-name list's operations that no callback calls.
 #include <cstdlib>
 
-#include "DeviceNameListInterface.h"
 #include "list_copy.h"
 #include "object_test.h"
+#include "settings/DeviceNameListInterface.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // What the power-on-with-mobile switch does that no callback shows.
 #include <cstdlib>
 
-#include "CMobileDeviceTV.h"
 #include "list_copy.h"
 #include "object_test.h"
+#include "settings/CMobileDeviceTV.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "CProductSIDUtil.h"
+#include "globals.h"
 #include "object_test.h"
 #include "texts.h"
-#include "ventaro/globals.h"
 
 namespace {
 

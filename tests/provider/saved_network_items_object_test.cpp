@@ -3,9 +3,9 @@
 
 #include <climits>
 
-#include "SavedAPConnection.h"
 #include "object_test.h"
 #include "saved_network_document.h"
+#include "settings/SavedAPConnection.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // What the saved networks' object keeps that no callback shows.
 #include <json/value.h>
 
-#include "SavedAPConnection.h"
 #include "object_test.h"
 #include "saved_network_document.h"
+#include "settings/SavedAPConnection.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // What the Wi-Fi Direct switch does that no callback shows.
-#include "CWiFiDirect.h"
 #include "list_copy.h"
 #include "object_test.h"
+#include "settings/CWiFiDirect.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // What the Wi-Fi power switch does that no callback shows.
 #include <cstdlib>
 
-#include "CWiFiOnOff.h"
 #include "list_copy.h"
 #include "object_test.h"
+#include "settings/CWiFiOnOff.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // What the wired 802.1X switch does that no callback shows.
-#include "CWiredEAP.h"
 #include "list_copy.h"
 #include "object_test.h"
+#include "settings/CWiredEAP.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <thread>
 #include <vector>
 
-#include "CWiFiOnOff.h"
 #include "fake_platform.h"
+#include "settings/CWiFiOnOff.h"
 
 namespace threads_tests {
 namespace {

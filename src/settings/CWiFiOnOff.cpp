@@ -1,13 +1,13 @@
-#include "CWiFiOnOff.h"
+#include "settings/CWiFiOnOff.h"
 
 #include <glib.h>
 
 #include <cstring>
 
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/config_store.h"
 #include "platform/wifi.h"
-#include "ventaro/menu_keys.h"
 
 namespace {
 

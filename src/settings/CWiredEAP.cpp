@@ -1,4 +1,4 @@
-#include "CWiredEAP.h"
+#include "settings/CWiredEAP.h"
 
 #include <cstdio>
 

@@ -2,12 +2,12 @@
 #include <cstring>
 
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
+#include "callbacks/checks.h"
+#include "globals.h"
 #include "log.h"
 #include "platform/app_util.h"
 #include "translation.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/checks.h"
-#include "ventaro/globals.h"
 
 namespace {
 

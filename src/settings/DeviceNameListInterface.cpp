@@ -1,12 +1,12 @@
-#include "DeviceNameListInterface.h"
+#include "settings/DeviceNameListInterface.h"
 
 #include <cstdlib>
 
 #include "c_heap.h"
 #include "log.h"
-#include "on_off_list.h"
 #include "platform/config_store.h"
 #include "platform/markup.h"
+#include "settings/on_off_list.h"
 
 namespace {
 

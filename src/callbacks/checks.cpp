@@ -1,5 +1,5 @@
 // The exported checks: which items are shown, and which may be used.
-#include "ventaro/checks.h"
+#include "callbacks/checks.h"
 
 #include <json/reader.h>
 #include <json/value.h>
@@ -7,15 +7,15 @@
 #include <algorithm>
 #include <string>
 
-#include "SavedAPConnection.h"
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
 #include "json_document.h"
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/config_store.h"
 #include "platform/system_info.h"
-#include "ventaro/callbacks.h"
+#include "settings/SavedAPConnection.h"
 #include "ventaro/data_provider.h"
-#include "ventaro/menu_keys.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "SavedAPConnection.h"
+#include "settings/SavedAPConnection.h"
 
 #include <json/reader.h>
 #include <json/value.h>

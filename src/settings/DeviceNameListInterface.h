@@ -17,7 +17,7 @@ class DeviceNameListInterface {
   // -1 for null.
   virtual int getListItemIntValue(void* item, int* value);
 
-  // Returns the texts as display markup, each in a block of 256 bytes, and their number in
+  // Returns the texts as display markup, each in a block of a list text, and their number in
   // `*count`. The caller owns the array and the blocks, all of the C heap. The key is not examined.
   virtual const char** getListItems(const char* key, int* count);
 

@@ -1,4 +1,4 @@
-#include "ventaro/globals.h"
+#include "globals.h"
 
 // In one file, because the order is part of the behaviour: each constructor may talk to the
 // platform.

@@ -4,19 +4,17 @@
 #include <mutex>
 
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
+#include "globals.h"
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/path.h"
 #include "translation.h"
-#include "ventaro/callbacks.h"
 #include "ventaro/data_provider.h"
-#include "ventaro/globals.h"
-#include "ventaro/menu_keys.h"
 
 constinit std::mutex ProviderMutex;
 
 namespace {
-
-constexpr std::size_t kModuleInfoSize = 255;
 
 struct ModuleInfo {
   menu_keys::Key key;
@@ -33,7 +31,7 @@ int get_module_info(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   // An unknown key is no error, deliberately: the caller has preset its pointer.
   if (const ModuleInfo* info = menu_keys::find<kModuleInfos>(key)) {
-    CText block = zeroedBlock(kModuleInfoSize);
+    CText block = zeroedBlock(VENTARO_MODULE_INFO_SIZE);
     std::memcpy(block.get(), info->value, std::strlen(info->value) + 1);
     *value = block.release();
   }

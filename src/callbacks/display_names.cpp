@@ -1,12 +1,12 @@
 // The callback that gives an item's name.
 #include <string>
 
-#include "SavedAPConnection.h"
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
 #include "log.h"
+#include "menu_keys.h"
+#include "settings/SavedAPConnection.h"
 #include "translation.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/menu_keys.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ struct DisplayName {
 };
 
 void translated(const DisplayName& entry, const char* /*askedKey*/, char* block) {
-  copyText(block, kTextBlockSize, translate(entry.sid));
+  copyText(block, VENTARO_TEXT_SIZE, translate(entry.sid));
 }
 
 // Asked before the reset item is named, and without influence: its name is the same on every
@@ -44,7 +44,7 @@ void expertSettingsName(const DisplayName& entry, const char* askedKey, char* bl
 // The networks' own names, as they are, up to a NUL.
 template <std::string (SavedAPConnection::*name)()>
 void networkName(const DisplayName& /*entry*/, const char* /*askedKey*/, char* block) {
-  copyText(block, kTextBlockSize, (SavedAPConnection::GetInstance()->*name)().c_str());
+  copyText(block, VENTARO_TEXT_SIZE, (SavedAPConnection::GetInstance()->*name)().c_str());
 }
 
 // The order decides: a leading part of several keys gets the name of the first of them.
@@ -79,7 +79,7 @@ int get_display_name(const char* key, char** value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("Key ---->%s\n", key);
-  CText name = zeroedBlock(kTextBlockSize);
+  CText name = zeroedBlock(VENTARO_TEXT_SIZE);
   if (const DisplayName* entry = menu_keys::find<kDisplayNames>(key)) {
     entry->write(*entry, key, name.get());
   } else {

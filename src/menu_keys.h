@@ -11,31 +11,33 @@
 #include <iterator>
 #include <string_view>
 
+#include "ventaro/data_provider.h"
+
 namespace menu_keys {
 
-inline constexpr char kNetwork[] = "menu/general/network";
-inline constexpr char kNetworkStatus[] = "menu/network/networkstatus";
-inline constexpr char kNetworkSettings[] = "menu/network/networksettings";
-inline constexpr char kResetNetwork[] = "menu/network/ResetNetwork";
-inline constexpr char kWiFiOnOff[] = "menu/network/WiFiOnOff";
-inline constexpr char kSavedAp1[] = "menu/network/SavedAP1";
-inline constexpr char kSavedAp2[] = "menu/network/SavedAP2";
-inline constexpr char kSavedAp1States[] = "SAVEDAP1_NAME_KEY";
-inline constexpr char kSavedAp2States[] = "SAVEDAP2_NAME_KEY";
-inline constexpr char kExpertSettings[] = "menu/network/expertsettings";
-inline constexpr char kWifiDirect[] = "menu/network/expertsettings/wifidirect";
-inline constexpr char kEasyConnect[] = "menu/network/expertsettings/easyconnect";
-inline constexpr char kWiredEap[] = "menu/network/WiredEAP";
-inline constexpr char kMobileDeviceTvUs[] = "menu/network/MobileDeviceTV_US";
-inline constexpr char kMobileDeviceTvNotUs[] = "menu/network/MobileDeviceTV_NOT_US";
-inline constexpr char kDeviceName[] = "menu/network/devicename";
-inline constexpr char kSelectDeviceName[] = "menu/network/devicename/selectdevicename";
-inline constexpr char kInstallCertificate[] = "menu/network/InstallCertificate";
-inline constexpr char kCertificateList[] = "menu/network/CertificateList";
-inline constexpr char kCertificateManager[] = "menu/network/CertificateManager";
-inline constexpr char kOwner[] = "provider/owner";
-inline constexpr char kMainComponent[] = "provider/main-component";
-inline constexpr char kSubComponent[] = "provider/sub-component";
+inline constexpr char kNetwork[] = VENTARO_KEY_NETWORK;
+inline constexpr char kNetworkStatus[] = VENTARO_KEY_NETWORK_STATUS;
+inline constexpr char kNetworkSettings[] = VENTARO_KEY_NETWORK_SETTINGS;
+inline constexpr char kResetNetwork[] = VENTARO_KEY_RESET_NETWORK;
+inline constexpr char kWiFiOnOff[] = VENTARO_KEY_WIFI;
+inline constexpr char kSavedAp1[] = VENTARO_KEY_SAVED_NETWORK_1;
+inline constexpr char kSavedAp2[] = VENTARO_KEY_SAVED_NETWORK_2;
+inline constexpr char kSavedAp1States[] = VENTARO_KEY_SAVED_NETWORK_1_STATES;
+inline constexpr char kSavedAp2States[] = VENTARO_KEY_SAVED_NETWORK_2_STATES;
+inline constexpr char kExpertSettings[] = VENTARO_KEY_EXPERT_SETTINGS;
+inline constexpr char kWifiDirect[] = VENTARO_KEY_WIFI_DIRECT;
+inline constexpr char kEasyConnect[] = VENTARO_KEY_EASY_CONNECTION;
+inline constexpr char kWiredEap[] = VENTARO_KEY_WIRED_EAP;
+inline constexpr char kMobileDeviceTvUs[] = VENTARO_KEY_POWER_ON_WITH_MOBILE_US;
+inline constexpr char kMobileDeviceTvNotUs[] = VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US;
+inline constexpr char kDeviceName[] = VENTARO_KEY_DEVICE_NAME;
+inline constexpr char kSelectDeviceName[] = VENTARO_KEY_SELECT_DEVICE_NAME;
+inline constexpr char kInstallCertificate[] = VENTARO_KEY_INSTALL_CERTIFICATE;
+inline constexpr char kCertificateList[] = VENTARO_KEY_CERTIFICATE_LIST;
+inline constexpr char kCertificateManager[] = VENTARO_KEY_CERTIFICATE_MANAGER;
+inline constexpr char kOwner[] = VENTARO_KEY_OWNER;
+inline constexpr char kMainComponent[] = VENTARO_KEY_MAIN_COMPONENT;
+inline constexpr char kSubComponent[] = VENTARO_KEY_SUB_COMPONENT;
 
 // How a table entry's key is compared with the key that was asked for.
 enum class Match : std::uint8_t {

@@ -3,15 +3,11 @@
 #define VENTARO_ON_OFF_LIST_H
 
 #include <array>
-#include <cstddef>
 #include <string_view>
 
-// Every text of a list stands in a block of its own of this many bytes. A longer text is cut to
-// fill the block, without a terminating NUL, deliberately: who reads it reads no more than the
-// block.
-inline constexpr std::size_t kListTextSize = 256;
-
-// Returns a block of the C heap, the caller's, with two texts, one behind the other.
+// Returns a block of VENTARO_LIST_TEXT_SIZE bytes of the C heap, the caller's, with two texts, one
+// behind the other. Longer texts are cut to fill the block, without a NUL: the framework reads no
+// more than the block.
 char* newListText(std::string_view first, std::string_view second = {});
 
 // The two entries of an On/Off list in the user's language: Off, then On. The texts are gettext's.

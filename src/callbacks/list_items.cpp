@@ -1,17 +1,17 @@
 // The callbacks of option lists. The setting objects give an entry's texts; here they become
 // records.
-#include "ventaro/list_item.h"
+#include "callbacks/list_item.h"
 
 #include <cstdlib>
 #include <cstring>
 
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
+#include "callbacks/checks.h"
+#include "globals.h"
 #include "log.h"
-#include "on_off_list.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/checks.h"
-#include "ventaro/globals.h"
-#include "ventaro/menu_keys.h"
+#include "menu_keys.h"
+#include "settings/on_off_list.h"
 
 namespace {
 
@@ -73,13 +73,13 @@ ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
   return record;
 }
 
-using PrintableText = char[kListTextSize + 1];
+using PrintableText = char[VENTARO_LIST_TEXT_SIZE + 1];
 
 // A list text as the log may print it: one that fills its block has no NUL, so `room` takes a copy
 // of it.
 const char* printable(const char* text, PrintableText& room) {
-  if (text == nullptr || std::memchr(text, '\0', kListTextSize) != nullptr) return text;
-  copyText(room, sizeof(room), {text, kListTextSize});
+  if (text == nullptr || std::memchr(text, '\0', VENTARO_LIST_TEXT_SIZE) != nullptr) return text;
+  copyText(room, sizeof(room), {text, VENTARO_LIST_TEXT_SIZE});
   return room;
 }
 
@@ -89,8 +89,8 @@ void** stateRecords(int* count) {
   void** records = newArray(kStateCount);
   if (records == nullptr) return nullptr;
   for (int i = 0; i < kStateCount; ++i) {
-    CText text = zeroedBlock(kTextBlockSize);
-    copyText(text.get(), kTextBlockSize, kStateTexts[i]);
+    CText text = zeroedBlock(VENTARO_TEXT_SIZE);
+    copyText(text.get(), VENTARO_TEXT_SIZE, kStateTexts[i]);
     records[i] = newRecord(text.release(), i, ITEM_FOLLOWING_ACTION_NONE);
   }
   return records;

@@ -6,12 +6,12 @@
 
 #include "CProductSIDUtil.h"
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/app_util.h"
 #include "platform/config_store.h"
 #include "translation.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/menu_keys.h"
 
 namespace {
 
@@ -26,13 +26,13 @@ struct HelpText {
 
 template <const char* sid>
 void translated(char* block) {
-  copyText(block, kTextBlockSize, translate(sid));
+  copyText(block, VENTARO_TEXT_SIZE, translate(sid));
 }
 
 // With the product's name in its "<<A>>".
 void writeForProduct(char* block, const char* text) {
   std::string room;
-  copyText(block, kTextBlockSize, CProductUtil::WithProductName(text, room));
+  copyText(block, VENTARO_TEXT_SIZE, CProductUtil::WithProductName(text, room));
 }
 
 // A translated template with the device's translated name in its "<<A>>".
@@ -88,18 +88,18 @@ void certificateListHelp(char* block) {
   const std::string_view first =
       translate("COM_SID_SIGNAGE_CDFEB_VIEW_AND_MANAGE_NW_CERTIFICATE_DEVICE");
   const std::string_view second = translate("COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE");
-  copyText(block, kTextBlockSize, first);
-  const std::size_t size = std::min(first.size(), kTextBlockSize - 1);
-  if (size + 1 >= kTextBlockSize) return;
+  copyText(block, VENTARO_TEXT_SIZE, first);
+  const auto size = std::min<std::size_t>(first.size(), VENTARO_TEXT_SIZE - 1);
+  if (size + 1 >= VENTARO_TEXT_SIZE) return;
   block[size] = '\n';
-  copyText(block + size + 1, kTextBlockSize - size - 1, second);
+  copyText(block + size + 1, VENTARO_TEXT_SIZE - size - 1, second);
 }
 
 void wifiDirectHelp(char* block) {
   std::string features = translate("COM_SCREEN_SHARING");
   features.append(", ").append(translate("TV_SID_CONNECT_KELVO"));
   CStringUtil::CombinateStrings(
-      block, kTextBlockSize,
+      block, VENTARO_TEXT_SIZE,
       translate("TV_SID_SETTINGS_MIX_CBOCT_USE_SOME_SERVICE_WIFI_DIRECT_TURN_ON"), features.c_str(),
       nullptr, "", "");
 }
@@ -142,7 +142,7 @@ void requireMenuLanguage() {
 int get_help_text(const char* key, char** value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
-  CText block = zeroedBlock(kTextBlockSize);
+  CText block = zeroedBlock(VENTARO_TEXT_SIZE);
   if (block == nullptr) {
     LOG_MAIN("Memory not allocated");
     return -1;

@@ -2,8 +2,8 @@
 #ifndef VENTARO_CWIREDEAP_H
 #define VENTARO_CWIREDEAP_H
 
-#include "on_off_list.h"
 #include "platform/connection.h"
+#include "settings/on_off_list.h"
 
 // All operations but construction and destruction run under the caller's ProviderMutex.
 class CWiredEAP {
@@ -32,7 +32,7 @@ class CWiredEAP {
   // Translates the two entries anew.
   void fillList();
 
-  // Returns the two entries, Off and On, each in a block of 256 bytes, and 2 in `*count`; the
+  // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
   // caller owns the array and the blocks, all of the C heap. The key is not examined.
   const char** getListItems(const char* key, int* count);
 

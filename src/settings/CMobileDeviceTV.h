@@ -3,8 +3,8 @@
 #ifndef VENTARO_CMOBILEDEVICETV_H
 #define VENTARO_CMOBILEDEVICETV_H
 
-#include "on_off_list.h"
 #include "platform/connection.h"
+#include "settings/on_off_list.h"
 
 // All operations but construction and destruction run under the caller's ProviderMutex.
 class CMobileDeviceTV {
@@ -31,7 +31,7 @@ class CMobileDeviceTV {
   // Translates the two entries anew.
   void fillList();
 
-  // Returns the two entries, Off and On, each in a block of 256 bytes, and 2 in `*count`; the
+  // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
   // caller owns the array and the blocks, all of the C heap. The key is not examined.
   const char** getListItems(const char* key, int* count);
 

@@ -1,11 +1,11 @@
 // The callbacks that carry the values of menu items: integers by item, and the device name.
-#include "SavedAPConnection.h"
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
+#include "globals.h"
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/config_store.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/globals.h"
-#include "ventaro/menu_keys.h"
+#include "settings/SavedAPConnection.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "CWiFiDirect.h"
+#include "settings/CWiFiDirect.h"
 
 #include <cstring>
 
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/config_store.h"
 #include "platform/wifi.h"
-#include "ventaro/menu_keys.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The callbacks that give an item's icons.
 #include <string>
 
-#include "SavedAPConnection.h"
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/config_store.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/menu_keys.h"
+#include "settings/SavedAPConnection.h"
 
 namespace {
 
@@ -20,8 +20,6 @@ constexpr char kHighContrastCheckIcon[] =
 constexpr char kCheckIcon[] =
     "/usr/apps/com.norvane.tv.theme-resource/shared/res/ug-SystemSetupNetworkUG-efl/res/"
     "systemsetup/r_icon_xs_check.png";
-// No path: asks the framework for its busy animation.
-constexpr char kBusyAnimation[] = "loading";
 
 constexpr char kHighContrastKey[] = "db/menu/system/accessibility/highcontrast";
 
@@ -50,10 +48,10 @@ constexpr SavedNetwork kSavedNetworks[] = {{menu_keys::kSavedAp1, true},
 void writeTitleIcon(const char* key, char* block) {
   if (const SavedNetwork* network = menu_keys::find<kSavedNetworks>(key)) {
     SavedAPConnection* saved = SavedAPConnection::GetInstance();
-    copyText(block, kTextBlockSize,
+    copyText(block, VENTARO_TEXT_SIZE,
              network->isFirst ? saved->GetFirstItemIcon() : saved->GetSecondItemIcon());
   } else {
-    copyText(block, kTextBlockSize, kFullSignalIcon);
+    copyText(block, VENTARO_TEXT_SIZE, kFullSignalIcon);
   }
 }
 
@@ -66,7 +64,7 @@ std::string networkStatus(const char* key) {
 }
 
 const char* statusIcon(const std::string& status) {
-  if (status == "Connecting") return kBusyAnimation;
+  if (status == "Connecting") return VENTARO_ICON_BUSY;
   if (status == "Connected") return IsHighContrastMode() ? kHighContrastCheckIcon : kCheckIcon;
   return "";
 }
@@ -75,7 +73,7 @@ int get_title_icon_path(const char* key, char** path) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   LOG_MAIN("key = %s", key);
-  CText block = zeroedBlock(kTextBlockSize);
+  CText block = zeroedBlock(VENTARO_TEXT_SIZE);
   writeTitleIcon(key, block.get());
   *path = block.release();
   return 0;
@@ -84,8 +82,8 @@ int get_title_icon_path(const char* key, char** path) {
 int get_second_icon_path(const char* key, char** path) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("key = %s", key);  // no "START", deliberately
-  CText block = zeroedBlock(kTextBlockSize);
-  copyText(block.get(), kTextBlockSize, statusIcon(networkStatus(key)));
+  CText block = zeroedBlock(VENTARO_TEXT_SIZE);
+  copyText(block.get(), VENTARO_TEXT_SIZE, statusIcon(networkStatus(key)));
   *path = block.release();
   return 0;
 }

@@ -1,15 +1,16 @@
-#include "on_off_list.h"
+#include "settings/on_off_list.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "CMobileDeviceTV.h"
+#include "c_heap.h"
 #include "translation.h"
+#include "ventaro/data_provider.h"
 
 char* newListText(std::string_view first, std::string_view second) {
-  auto* block = static_cast<char*>(std::calloc(1, kListTextSize));
-  const std::size_t size = first.copy(block, kListTextSize);
-  second.copy(block + size, kListTextSize - size);
+  auto* block = static_cast<char*>(std::calloc(1, VENTARO_LIST_TEXT_SIZE));
+  const std::size_t size = first.copy(block, VENTARO_LIST_TEXT_SIZE);
+  second.copy(block + size, VENTARO_LIST_TEXT_SIZE - size);
   return block;
 }
 
@@ -26,5 +27,5 @@ const char** OnOffTexts::copy(int* count) const {
 }
 
 void putOnOffText(bool on, char** text) {
-  CMobileDeviceTV::string2cstr(translate(on ? "SID_ON" : "SID_OFF"), text);
+  copyToHeap(translate(on ? "SID_ON" : "SID_OFF"), text);
 }

@@ -1,8 +1,8 @@
 // The framework finds a callback by its position: this file fails to compile when one moves.
 #include <cstddef>
 
+#include "callbacks/list_item.h"
 #include "ventaro/data_provider.h"
-#include "ventaro/list_item.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
-#include "CMobileDeviceTV.h"
+#include "settings/CMobileDeviceTV.h"
 
-#include <cstdlib>
-#include <cstring>
-
+#include "c_heap.h"
 #include "log.h"
 #include "platform/app_util.h"
 
@@ -88,7 +86,5 @@ void CMobileDeviceTV::setOnOffStatus(char** text) {
 }
 
 void CMobileDeviceTV::string2cstr(const char* source, char** target) {
-  const std::size_t size = std::strlen(source) + 1;
-  *target = static_cast<char*>(std::malloc(size));
-  if (*target != nullptr) std::memcpy(*target, source, size);
+  copyToHeap(source, target);
 }

@@ -3,7 +3,6 @@
 #ifndef VENTARO_CALLBACKS_H
 #define VENTARO_CALLBACKS_H
 
-#include <cstddef>
 #include <mutex>
 
 #include "ventaro/data_provider.h"
@@ -12,9 +11,6 @@
 // another.
 extern constinit std::mutex ProviderMutex;
 using ProviderLock = std::lock_guard<std::mutex>;
-
-// The block in which most texts are handed out, in bytes, NUL included.
-inline constexpr std::size_t kTextBlockSize = 2048;
 
 void installValueCallbacks(data_provider_cbs& table);
 void installListCallbacks(data_provider_cbs& table);

@@ -5,8 +5,8 @@
 
 #include <atomic>
 
-#include "on_off_list.h"
 #include "platform/connection.h"
+#include "settings/on_off_list.h"
 
 // All operations but construction, destruction and the timer run under the caller's ProviderMutex.
 class CWiFiOnOff {
@@ -24,7 +24,7 @@ class CWiFiOnOff {
   // refresh timer. Returns 1, or -1 when the radio did not switch. The key is not examined.
   virtual int setInt(const char* key, int value);
 
-  // Returns the two entries, Off and On, each in a block of 256 bytes, and 2 in `*count`; the
+  // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
   // caller owns the array and the blocks, all of the C heap. Null, `*count` untouched, for any
   // other key than the switch's own.
   const char** getListItems(const char* key, int* count);

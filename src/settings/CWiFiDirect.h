@@ -3,7 +3,7 @@
 #ifndef VENTARO_CWIFIDIRECT_H
 #define VENTARO_CWIFIDIRECT_H
 
-#include "on_off_list.h"
+#include "settings/on_off_list.h"
 
 // All operations but construction and destruction run under the caller's ProviderMutex.
 class CWiFiDirect {
@@ -21,7 +21,7 @@ class CWiFiDirect {
   // success. The key is not examined.
   virtual int setInt(const char* key, int value);
 
-  // Returns the two entries, Off and On, each in a block of 256 bytes, and 2 in `*count`; the
+  // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
   // caller owns the array and the blocks, all of the C heap. Null, `*count` untouched, for any
   // other key than the switch's own.
   const char** getListItems(const char* key, int* count);

@@ -5,11 +5,11 @@
 
 #include <string>
 
-#include "CMobileDeviceTV.h"
-#include "CWiFiDirect.h"
-#include "CWiFiOnOff.h"
-#include "CWiredEAP.h"
-#include "DeviceNameListInterface.h"
+#include "settings/CMobileDeviceTV.h"
+#include "settings/CWiFiDirect.h"
+#include "settings/CWiFiOnOff.h"
+#include "settings/CWiredEAP.h"
+#include "settings/DeviceNameListInterface.h"
 
 // Names of projector features that no decision reads.
 extern const std::string SOLVENA_FMS;

@@ -2,11 +2,11 @@
 #include <cstring>
 
 #include "c_heap.h"
+#include "callbacks/callbacks.h"
+#include "globals.h"
 #include "log.h"
+#include "menu_keys.h"
 #include "platform/config_store.h"
-#include "ventaro/callbacks.h"
-#include "ventaro/globals.h"
-#include "ventaro/menu_keys.h"
 
 namespace {
 
