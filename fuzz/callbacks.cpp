@@ -12,7 +12,6 @@
 
 #include "framework.h"
 #include "globals.h"
-#include "menu_keys.h"
 #include "require.h"
 #include "settings/SavedAPConnection.h"
 #include "stand_in/tv.h"
@@ -22,14 +21,30 @@ using namespace fuzz;
 namespace {
 
 constexpr std::array kKeys = {
-    menu_keys::kNetwork,         menu_keys::kNetworkStatus,      menu_keys::kNetworkSettings,
-    menu_keys::kResetNetwork,    menu_keys::kWiFiOnOff,          menu_keys::kSavedAp1,
-    menu_keys::kSavedAp2,        menu_keys::kSavedAp1States,     menu_keys::kSavedAp2States,
-    menu_keys::kExpertSettings,  menu_keys::kWifiDirect,         menu_keys::kEasyConnect,
-    menu_keys::kWiredEap,        menu_keys::kMobileDeviceTvUs,   menu_keys::kMobileDeviceTvNotUs,
-    menu_keys::kDeviceName,      menu_keys::kSelectDeviceName,   menu_keys::kInstallCertificate,
-    menu_keys::kCertificateList, menu_keys::kCertificateManager, "provider/owner",
-    "provider/main-component",   "provider/sub-component",       "",
+    VENTARO_KEY_NETWORK,
+    VENTARO_KEY_NETWORK_STATUS,
+    VENTARO_KEY_NETWORK_SETTINGS,
+    VENTARO_KEY_RESET_NETWORK,
+    VENTARO_KEY_WIFI,
+    VENTARO_KEY_SAVED_NETWORK_1,
+    VENTARO_KEY_SAVED_NETWORK_2,
+    VENTARO_KEY_SAVED_NETWORK_1_STATES,
+    VENTARO_KEY_SAVED_NETWORK_2_STATES,
+    VENTARO_KEY_EXPERT_SETTINGS,
+    VENTARO_KEY_WIFI_DIRECT,
+    VENTARO_KEY_EASY_CONNECTION,
+    VENTARO_KEY_WIRED_EAP,
+    VENTARO_KEY_POWER_ON_WITH_MOBILE_US,
+    VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US,
+    VENTARO_KEY_DEVICE_NAME,
+    VENTARO_KEY_SELECT_DEVICE_NAME,
+    VENTARO_KEY_INSTALL_CERTIFICATE,
+    VENTARO_KEY_CERTIFICATE_LIST,
+    VENTARO_KEY_CERTIFICATE_MANAGER,
+    "provider/owner",
+    "provider/main-component",
+    "provider/sub-component",
+    "",
 };
 
 constexpr std::array kStoreKeys = {
@@ -207,13 +222,13 @@ void getInt(FuzzedDataProvider& input, Framework& framework) {
     return;
   }
   require(result == -1 || result == 0 || result == 1, "an integer value gives -1, 0 or 1");
-  if (key == menu_keys::kWiFiOnOff) {
+  if (key == VENTARO_KEY_WIFI) {
     require(result != 0, "Wi-Fi gives 1 or -1");
-  } else if (key == menu_keys::kWifiDirect) {
+  } else if (key == VENTARO_KEY_WIFI_DIRECT) {
     require(result == 1 && (value == 0 || value == 1), "Wi-Fi Direct gives 1 and the value");
-  } else if (key == menu_keys::kWiredEap) {
+  } else if (key == VENTARO_KEY_WIRED_EAP) {
     require(result == value && result >= 0, "wired 802.1X gives the value itself");
-  } else if (key == menu_keys::kMobileDeviceTvUs) {
+  } else if (key == VENTARO_KEY_POWER_ON_WITH_MOBILE_US) {
     require(result == (result == -1 ? -1 : value), "power on with mobile gives the value itself");
     require(result != -1 || value == before, "an unreadable mode leaves the output untouched");
   } else {
@@ -236,16 +251,16 @@ void setInt(FuzzedDataProvider& input, Framework& framework) {
   int result = 7;
   if (framework.setInt(key, value, result) != Raised::kNothing) return;
   const int whenSet = resultOf(Function::kVconfSetInt);
-  if (key == menu_keys::kWiFiOnOff) {
+  if (key == VENTARO_KEY_WIFI) {
     require(result == 1 || result == -1, "a Wi-Fi switch gives 1 or -1");
     require(runningTimers() == 1, "a Wi-Fi switch starts the timer");
-  } else if (key == menu_keys::kMobileDeviceTvUs) {
+  } else if (key == VENTARO_KEY_POWER_ON_WITH_MOBILE_US) {
     require(result >= -1 && result <= 1, "power on with mobile gives the mode or -1");
-  } else if (key == menu_keys::kWifiDirect) {
+  } else if (key == VENTARO_KEY_WIFI_DIRECT) {
     require(result == whenSet, "Wi-Fi Direct gives the store's result");
-  } else if (key == menu_keys::kWiredEap) {
+  } else if (key == VENTARO_KEY_WIRED_EAP) {
     requireEntrySet(value, wiredEntries, whenSet, result);
-  } else if (key != menu_keys::kSavedAp1 && key != menu_keys::kSavedAp2) {
+  } else if (key != VENTARO_KEY_SAVED_NETWORK_1 && key != VENTARO_KEY_SAVED_NETWORK_2) {
     requireEntrySet(value, nameEntries(), resultOf(Function::kVconfSetStr), result);
   }
 }
@@ -292,7 +307,7 @@ void askList(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
   std::vector<Framework::Entry> entries;
   const Raised raised = framework.list(key, input.ConsumeIntegralInRange(0, 7) == 7, entries);
-  if (raised == Raised::kNothing && key == menu_keys::kWiredEap) {
+  if (raised == Raised::kNothing && key == VENTARO_KEY_WIRED_EAP) {
     wiredEntries = static_cast<int>(entries.size());
   }
 }

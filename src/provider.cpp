@@ -2,12 +2,12 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <string_view>
 
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
 #include "globals.h"
 #include "log.h"
-#include "menu_keys.h"
 #include "platform/path.h"
 #include "translation.h"
 #include "ventaro/data_provider.h"
@@ -17,22 +17,23 @@ constinit std::mutex ProviderMutex;
 namespace {
 
 struct ModuleInfo {
-  menu_keys::Key key;
+  std::string_view key;
   const char* value;
 };
 
 constexpr ModuleInfo kModuleInfos[] = {
-    {menu_keys::kOwner, "ventarodevs"},
-    {menu_keys::kMainComponent, "TP_ConnectivityApp"},
-    {menu_keys::kSubComponent, "TP_NetworkSettings"},
+    {VENTARO_KEY_OWNER, "ventarodevs"},
+    {VENTARO_KEY_MAIN_COMPONENT, "TP_ConnectivityApp"},
+    {VENTARO_KEY_SUB_COMPONENT, "TP_NetworkSettings"},
 };
 
 int get_module_info(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   // An unknown key is no error, deliberately: the caller has preset its pointer.
-  if (const ModuleInfo* info = menu_keys::find<kModuleInfos>(key)) {
+  for (const ModuleInfo& info : kModuleInfos) {
+    if (info.key != key) continue;
     CText block = zeroedBlock(VENTARO_MODULE_INFO_SIZE);
-    std::memcpy(block.get(), info->value, std::strlen(info->value) + 1);
+    std::memcpy(block.get(), info.value, std::strlen(info.value) + 1);
     *value = block.release();
   }
   return 0;

@@ -3,8 +3,8 @@
 
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
+#include "items.h"
 #include "log.h"
-#include "menu_keys.h"
 #include "platform/config_store.h"
 #include "settings/SavedAPConnection.h"
 
@@ -37,30 +37,21 @@ bool IsHighContrastMode() {
   return false;
 }
 
-struct SavedNetwork {
-  menu_keys::Key key;
-  bool isFirst;
-};
-
-constexpr SavedNetwork kSavedNetworks[] = {{menu_keys::kSavedAp1, true},
-                                           {menu_keys::kSavedAp2, false}};
-
 void writeTitleIcon(const char* key, char* block) {
-  if (const SavedNetwork* network = menu_keys::find<kSavedNetworks>(key)) {
-    SavedAPConnection* saved = SavedAPConnection::GetInstance();
-    copyText(block, VENTARO_TEXT_SIZE,
-             network->isFirst ? saved->GetFirstItemIcon() : saved->GetSecondItemIcon());
-  } else {
+  const int network = savedNetworkOf(key);
+  if (network == 0) {
     copyText(block, VENTARO_TEXT_SIZE, kFullSignalIcon);
+    return;
   }
+  SavedAPConnection* saved = SavedAPConnection::GetInstance();
+  copyText(block, VENTARO_TEXT_SIZE,
+           network == 1 ? saved->GetFirstItemIcon() : saved->GetSecondItemIcon());
 }
 
 // Any key but the first network's is answered as the second's, deliberately.
 std::string networkStatus(const char* key) {
-  const SavedNetwork* network = menu_keys::find<kSavedNetworks>(key);
   SavedAPConnection* saved = SavedAPConnection::GetInstance();
-  return network != nullptr && network->isFirst ? saved->GetFirstItemStatus()
-                                                : saved->GetSecondItemStatus();
+  return savedNetworkOf(key) == 1 ? saved->GetFirstItemStatus() : saved->GetSecondItemStatus();
 }
 
 const char* statusIcon(const std::string& status) {

@@ -7,10 +7,8 @@
 
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
-#include "callbacks/checks.h"
-#include "globals.h"
+#include "items.h"
 #include "log.h"
-#include "menu_keys.h"
 #include "settings/on_off_list.h"
 
 namespace {
@@ -18,49 +16,6 @@ namespace {
 constexpr const char* kStateTexts[] = {"disconnected", "loading", "connected"};
 constexpr int kStateCount = 3;
 constexpr int kRecordCount = 2;
-
-// Where the two texts of a list come from, and what follows the choice of each. Null for the states
-// of a saved network, which are no setting's.
-// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): the key comes first, as in all tables.
-struct ListSource {
-  menu_keys::Key key;
-  const char** (*texts)(const char* key, int* count);
-  ITEM_FOLLOWING_ACTION_TYPE (*secondAction)();
-  ITEM_FOLLOWING_ACTION_TYPE firstAction;
-  bool logsTexts;
-};
-
-template <auto& object>
-const char** textsOf(const char* key, int* count) {
-  return object.getListItems(key, count);
-}
-
-template <ITEM_FOLLOWING_ACTION_TYPE action>
-ITEM_FOLLOWING_ACTION_TYPE always() {
-  return action;
-}
-
-// Switching Wi-Fi off always asks first, switching it on only under the energy regulation:
-// deliberate.
-ITEM_FOLLOWING_ACTION_TYPE askUnderRegulation() {
-  return IsWiFiON() ? ITEM_FOLLOWING_ACTION_MESSAGE_BOX : ITEM_FOLLOWING_ACTION_NONE;
-}
-
-constexpr ListSource kListSources[] = {
-    {menu_keys::kMobileDeviceTvUs, textsOf<CMobileDeviceTVObj>,
-     always<ITEM_FOLLOWING_ACTION_MESSAGE_BOX>, ITEM_FOLLOWING_ACTION_NONE, false},
-    {menu_keys::kWiFiOnOff, textsOf<CWiFiOnOffObj>, askUnderRegulation,
-     ITEM_FOLLOWING_ACTION_MESSAGE_BOX, false},
-    {menu_keys::kWifiDirect, textsOf<CWiFiDirectObj>, always<ITEM_FOLLOWING_ACTION_REFRESH>,
-     ITEM_FOLLOWING_ACTION_REFRESH, false},
-    {menu_keys::kWiredEap, textsOf<CWiredEAPObj>, always<ITEM_FOLLOWING_ACTION_REFRESH>,
-     ITEM_FOLLOWING_ACTION_REFRESH, true},
-    {menu_keys::kSavedAp1States, nullptr, nullptr, ITEM_FOLLOWING_ACTION_NONE, false},
-    {menu_keys::kSavedAp2States, nullptr, nullptr, ITEM_FOLLOWING_ACTION_NONE, false},
-};
-constexpr ListSource kAnyOtherKey = {menu_keys::kDeviceName, textsOf<devicenameInterface>,
-                                     always<ITEM_FOLLOWING_ACTION_REFRESH>,
-                                     ITEM_FOLLOWING_ACTION_NONE, false};
 
 // The framework's array: it knows a record by its address alone.
 void** newArray(int count) {
@@ -107,12 +62,12 @@ void logTexts(char** texts) {
 }
 
 // Two records whatever the count: a device-name list of one entry leaves the second without a text.
-void** sourceRecords(const ListSource& source, const char* key, int* count) {
-  auto** texts = const_cast<char**>(source.texts(key, count));
+void** settingRecords(const Setting& setting, const char* key, int* count) {
+  auto** texts = const_cast<char**>(setting.listTexts(key, count));
   void** records = newArray(kRecordCount);
-  records[0] = newRecord(*count > 0 ? texts[0] : nullptr, 0, source.firstAction);
-  records[1] = newRecord(*count > 1 ? texts[1] : nullptr, 1, source.secondAction());
-  if (source.logsTexts) logTexts(texts);
+  records[0] = newRecord(*count > 0 ? texts[0] : nullptr, 0, setting.firstAction);
+  records[1] = newRecord(*count > 1 ? texts[1] : nullptr, 1, setting.secondAction());
+  if (setting.logsListTexts) logTexts(texts);
   std::free(texts);
   return records;
 }
@@ -121,10 +76,9 @@ const void** get_list_items(const char* key, int* count) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   LOG_MAIN("Key ---->%s::\n", key);
-  const ListSource* source = menu_keys::find<kListSources>(key);
-  if (source == nullptr) source = &kAnyOtherKey;
+  const Setting& setting = settingOf(key);
   void** records =
-      source->texts == nullptr ? stateRecords(count) : sourceRecords(*source, key, count);
+      setting.listTexts == nullptr ? stateRecords(count) : settingRecords(setting, key, count);
   return const_cast<const void**>(records);
 }
 

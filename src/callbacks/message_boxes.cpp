@@ -3,7 +3,7 @@
 
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
-#include "callbacks/checks.h"
+#include "conditions.h"
 #include "globals.h"
 #include "log.h"
 #include "platform/app_util.h"

@@ -3,48 +3,13 @@
 
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
-#include "globals.h"
+#include "items.h"
 #include "log.h"
-#include "menu_keys.h"
 #include "platform/config_store.h"
 
 namespace {
 
 constexpr int kAnswered = 1;
-
-// A setting whose value is the word On or Off. An unreadable setting leaves `*text` as it was, and
-// that is what its log line then shows.
-struct OnOffSetting {
-  menu_keys::Key key;
-  void (*putText)(char** text);
-};
-
-void putMobileDeviceTV(char** text) {
-  CMobileDeviceTVObj.setOnOffStatus(text);
-  LOG_MAIN("CMobileDeviceTVObj.setOnOffStatus==%s", *text);
-}
-
-void putWiFiOnOff(char** text) {
-  CWiFiOnOffObj.setOnOffStatus(text);
-  LOG_MAIN("CWiFiOnOffObj.setOnOffStatus==%s", *text);
-}
-
-void putWiFiDirect(char** text) {
-  CWiFiDirectObj.setOnOffStatus(text);
-  LOG_MAIN("CWiFiDirectObj.setOnOffStatus==%s", *text);
-}
-
-void putWiredEAP(char** text) {
-  CWiredEAPObj.setOnOffStatus(text);
-  LOG_MAIN("CWiredEAPObj.setOnOffStatus==%s", *text);
-}
-
-constexpr OnOffSetting kOnOffSettings[] = {
-    {menu_keys::kMobileDeviceTvUs, putMobileDeviceTV},
-    {menu_keys::kWiFiOnOff, putWiFiOnOff},
-    {menu_keys::kWifiDirect, putWiFiDirect},
-    {menu_keys::kWiredEap, putWiredEAP},
-};
 
 // Gives the caller the stored name in `*text`. Returns 0, or -1 when there is none.
 int putDeviceName(char** text) {
@@ -63,8 +28,8 @@ int putDeviceName(char** text) {
 int get_string(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
-  if (const OnOffSetting* setting = menu_keys::find<kOnOffSettings>(key)) {
-    setting->putText(value);
+  if (const Setting& setting = settingOf(key); setting.putText != nullptr) {
+    setting.putText(value);
   } else if (putDeviceName(value) != 0) {
     return -1;  // no "END", deliberately
   }

@@ -1,9 +1,8 @@
 // The callbacks that carry the values of menu items: integers by item, and the device name.
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
-#include "globals.h"
+#include "items.h"
 #include "log.h"
-#include "menu_keys.h"
 #include "platform/config_store.h"
 #include "settings/SavedAPConnection.h"
 
@@ -11,51 +10,18 @@ namespace {
 
 constexpr char kDeviceNameKey[] = "db/menu/network/devicename/tv_name";
 
-// The object that keeps an item's integer value.
-struct IntOwner {
-  menu_keys::Key key;
-  int (*getInt)(const char* key, int* value);
-  int (*setInt)(const char* key, int value);
-};
-
-template <auto& object>
-int getIntOf(const char* key, int* value) {
-  return object.getInt(key, value);
-}
-
-template <auto& object>
-int setIntOf(const char* key, int value) {
-  return object.setInt(key, value);
-}
-
-// Setting a saved network connects to it. Deliberately -1, whatever became of the command.
-template <int position>
-int connect(const char* /*key*/, int /*value*/) {
-  SavedAPConnection::GetInstance()->Connect(position);
+// Setting a saved network connects to it. Always -1, whatever became of the command, which nobody
+// knows yet: the network's state tells.
+int connect(int network) {
+  SavedAPConnection::GetInstance()->Connect(network - 1);
   return -1;
-}
-
-constexpr IntOwner kIntOwners[] = {
-    {menu_keys::kMobileDeviceTvUs, getIntOf<CMobileDeviceTVObj>, setIntOf<CMobileDeviceTVObj>},
-    {menu_keys::kWiFiOnOff, getIntOf<CWiFiOnOffObj>, setIntOf<CWiFiOnOffObj>},
-    {menu_keys::kWifiDirect, getIntOf<CWiFiDirectObj>, setIntOf<CWiFiDirectObj>},
-    {menu_keys::kWiredEap, getIntOf<CWiredEAPObj>, setIntOf<CWiredEAPObj>},
-    {menu_keys::kSavedAp1, getIntOf<devicenameInterface>, connect<0>},
-    {menu_keys::kSavedAp2, getIntOf<devicenameInterface>, connect<1>},
-};
-constexpr IntOwner kAnyOtherKey = {menu_keys::kDeviceName, getIntOf<devicenameInterface>,
-                                   setIntOf<devicenameInterface>};
-
-const IntOwner& ownerOf(const char* key) {
-  const IntOwner* owner = menu_keys::find<kIntOwners>(key);
-  return owner != nullptr ? *owner : kAnyOtherKey;
 }
 
 int get_int(const char* key, int* value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, *value);
-  const int result = ownerOf(key).getInt(key, value);
+  const int result = settingOf(key).getInt(key, value);
   LOG_SYSTEM("status------>%d\n", result);
   LOG_MAIN("END");
   return result;
@@ -65,7 +31,8 @@ int set_int(const char* key, int value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, value);
-  const int result = ownerOf(key).setInt(key, value);
+  const int network = savedNetworkOf(key);
+  const int result = network != 0 ? connect(network) : settingOf(key).setInt(key, value);
   LOG_MAIN("END");
   return result;
 }

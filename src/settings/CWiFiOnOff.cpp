@@ -5,9 +5,9 @@
 #include <cstring>
 
 #include "log.h"
-#include "menu_keys.h"
 #include "platform/config_store.h"
 #include "platform/wifi.h"
+#include "ventaro/data_provider.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ int CWiFiOnOff::setInt(const char* /*key*/, int value) {
 
 const char** CWiFiOnOff::getListItems(const char* key, int* count) {
   fillList();
-  if (std::strcmp(key, menu_keys::kWiFiOnOff) != 0) return nullptr;
+  if (std::strcmp(key, VENTARO_KEY_WIFI) != 0) return nullptr;
   LOG_MAIN("listSize==%d\n", m_itemTexts.count());
   return m_itemTexts.copy(count);
 }

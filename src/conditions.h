@@ -1,7 +1,7 @@
-// What the checks and other callbacks ask about the product and its state. Callers hold
+// What the menu depends on: the product and its state, read afresh each time. Callers hold
 // ProviderMutex.
-#ifndef VENTARO_CHECKS_H
-#define VENTARO_CHECKS_H
+#ifndef VENTARO_CONDITIONS_H
+#define VENTARO_CONDITIONS_H
 
 // Whether the product has the business option.
 bool IsB2BOptionSupported();
@@ -13,4 +13,8 @@ bool IsMultiViewControlMode();
 // flag that cannot be read counts as set.
 bool IsWiFiON();
 
-#endif  // VENTARO_CHECKS_H
+// Whether the TV may be given another name: not while the screen is split, and on a business
+// product only by its administrator.
+bool mayChangeDeviceName();
+
+#endif  // VENTARO_CONDITIONS_H

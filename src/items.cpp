@@ -1,0 +1,189 @@
+#include "items.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "composed_texts.h"
+#include "conditions.h"
+#include "globals.h"
+#include "log.h"
+
+namespace {
+
+void putMobileDeviceTV(char** text) {
+  CMobileDeviceTVObj.setOnOffStatus(text);
+  LOG_MAIN("CMobileDeviceTVObj.setOnOffStatus==%s", *text);
+}
+
+void putWiFiOnOff(char** text) {
+  CWiFiOnOffObj.setOnOffStatus(text);
+  LOG_MAIN("CWiFiOnOffObj.setOnOffStatus==%s", *text);
+}
+
+void putWiFiDirect(char** text) {
+  CWiFiDirectObj.setOnOffStatus(text);
+  LOG_MAIN("CWiFiDirectObj.setOnOffStatus==%s", *text);
+}
+
+void putWiredEAP(char** text) {
+  CWiredEAPObj.setOnOffStatus(text);
+  LOG_MAIN("CWiredEAPObj.setOnOffStatus==%s", *text);
+}
+
+template <ITEM_FOLLOWING_ACTION_TYPE action>
+ITEM_FOLLOWING_ACTION_TYPE always() {
+  return action;
+}
+
+// Switching Wi-Fi off always asks first. Switching it on costs power, so it asks only where that is
+// regulated.
+ITEM_FOLLOWING_ACTION_TYPE askUnderRegulation() {
+  return IsWiFiON() ? ITEM_FOLLOWING_ACTION_MESSAGE_BOX : ITEM_FOLLOWING_ACTION_NONE;
+}
+
+// A setting whose integer value and option list are an object's.
+template <auto& object>
+constexpr Setting keptBy(void (*putText)(char** text), ITEM_FOLLOWING_ACTION_TYPE firstAction,
+                         ITEM_FOLLOWING_ACTION_TYPE (*secondAction)(), bool logsListTexts = false) {
+  return {.getInt = [](const char* key, int* value) { return object.getInt(key, value); },
+          .setInt = [](const char* key, int value) { return object.setInt(key, value); },
+          .putText = putText,
+          .listTexts = [](const char* key, int* count) { return object.getListItems(key, count); },
+          .firstAction = firstAction,
+          .secondAction = secondAction,
+          .logsListTexts = logsListTexts};
+}
+
+constexpr auto kNothing = ITEM_FOLLOWING_ACTION_NONE;
+constexpr auto kRefresh = ITEM_FOLLOWING_ACTION_REFRESH;
+constexpr auto kMessageBox = ITEM_FOLLOWING_ACTION_MESSAGE_BOX;
+
+constexpr Setting kPowerOnWithMobile =
+    keptBy<CMobileDeviceTVObj>(putMobileDeviceTV, kNothing, always<kMessageBox>);
+constexpr Setting kWifi = keptBy<CWiFiOnOffObj>(putWiFiOnOff, kMessageBox, askUnderRegulation);
+constexpr Setting kWifiDirect = keptBy<CWiFiDirectObj>(putWiFiDirect, kRefresh, always<kRefresh>);
+constexpr Setting kWiredEap = keptBy<CWiredEAPObj>(putWiredEAP, kRefresh, always<kRefresh>, true);
+
+}  // namespace
+
+constexpr Setting kDeviceNameSetting =
+    keptBy<devicenameInterface>(nullptr, kNothing, always<kRefresh>);
+
+namespace {
+
+constexpr Setting kSavedNetworkStates = {.getInt = kDeviceNameSetting.getInt,
+                                         .setInt = kDeviceNameSetting.setInt};
+
+// Asked before the reset item is named, and without influence: its name is the same on every
+// product.
+bool IsProductTypeLFD() {
+  LOG_MAIN("START");
+  return false;
+}
+
+void askProductType(const char* /*askedKey*/) {
+  IsProductTypeLFD();
+}
+
+void logExpertSettings(const char* askedKey) {
+  LOG_MAIN("-expertsettings ->%s\n", askedKey);
+}
+
+// The order counts: a leading part of several keys gets the texts of the first of them.
+constexpr Item kItems[] = {
+    {.key = VENTARO_KEY_SAVED_NETWORK_1, .savedNetwork = 1},
+    {.key = VENTARO_KEY_SAVED_NETWORK_2, .savedNetwork = 2},
+    {.key = VENTARO_KEY_NETWORK, .name = "COM_SID_NETWORK", .writeHelp = writeNetworkHelp},
+    {.key = VENTARO_KEY_NETWORK_STATUS,
+     .name = "TV_SID_NETWORK_STATUS",
+     .help = "COM_SID_VIEW_CURRENT_NETWORK_INTERNET_STATUS"},
+    {.key = VENTARO_KEY_NETWORK_SETTINGS,
+     .name = "TV_SID_NETWORK_SETTINGS",
+     .help = "TV_SID_CONFIGURE_NETWORK_SETTINGS_CONNECT_AVAIL"},
+    {.key = VENTARO_KEY_POWER_ON_WITH_MOBILE_US,
+     .name = "TV_SID_SYSTEM_POWER_ON_WITH_MOBILE",
+     .writeHelp = writePowerOnWithMobileHelp,
+     .setting = kPowerOnWithMobile},
+    // Shown, but no switch.
+    {.key = VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US,
+     .name = "TV_SID_SYSTEM_POWER_ON_WITH_MOBILE",
+     .writeHelp = writePowerOnWithMobileHelp},
+    {.key = VENTARO_KEY_RESET_NETWORK,
+     .name = "TV_SID_SYSTEM_RESET_NETWORK",
+     .beforeName = askProductType,
+     .help = "TV_SID_SYSTEM_RESTORE_NETWORK_SETTINGS_DEFAULT"},
+    {.key = VENTARO_KEY_INSTALL_CERTIFICATE,
+     .name = "COM_SID_NETWORK_INSTALL_CERTIFICATE",
+     .help = "COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE"},
+    {.key = VENTARO_KEY_CERTIFICATE_LIST,
+     .name = "COM_SID_SIGNAGE_CDFEB_NETWORK_CERTIFICATE",
+     .writeHelp = writeCertificateListHelp},
+    {.key = VENTARO_KEY_CERTIFICATE_MANAGER,
+     .name = "COM_SID_NETWORK_CETIFICATE_MANAGER",
+     .help = "COM_SID_NETWORK_MANGE_CERTI_INSTALLED_DEVICE"},
+    {.key = VENTARO_KEY_SELECT_DEVICE_NAME,
+     .name = "COM_TV_DEVICE_NAME",
+     .writeHelp = writeDeviceNameHelp},
+    // Without texts of its own: as a leading part it gets those of the key above.
+    {.key = VENTARO_KEY_DEVICE_NAME, .isEnabled = mayChangeDeviceName},
+    {.key = VENTARO_KEY_EXPERT_SETTINGS,
+     .name = "TV_SID_EXPERT_SETTINGS",
+     .beforeName = logExpertSettings,
+     .help = "TV_SID_CONFIGURE_ADVANCED_NETWORK_SETTINGS"},
+    {.key = VENTARO_KEY_EASY_CONNECTION,
+     .name = "TV_SID_MENU_EASY_CONNECTION",
+     .writeHelp = writeEasyConnectionHelp},
+    {.key = VENTARO_KEY_WIFI,
+     .name = "COM_WI_FI",
+     .help = "TV_SID_SETTINGS_CANOV_ENABLE_DISABLE_WIFI_OPTION",
+     .setting = kWifi},
+    {.key = VENTARO_KEY_WIFI_DIRECT,
+     .name = "COM_WI_FI_DIRECT",
+     .writeHelp = writeWifiDirectHelp,
+     .setting = kWifiDirect},
+    {.key = VENTARO_KEY_WIRED_EAP,
+     .name = "COM_SID_CM_CADEC_WIRED_802_1X_CONNECTION",
+     .help = "COM_SID_CM_CADEC_ENALBE_OPTION_WIRED802",
+     .setting = kWiredEap,
+     .needsWholeKey = true},
+    {.key = VENTARO_KEY_SAVED_NETWORK_1_STATES, .setting = kSavedNetworkStates},
+    {.key = VENTARO_KEY_SAVED_NETWORK_2_STATES, .setting = kSavedNetworkStates},
+};
+
+// Every key's texts are its own where it has some: no row before it takes it for a leading part.
+template <bool (Item::*hasText)() const>
+constexpr bool isOrdered() {
+  return std::ranges::all_of(kItems, [](const Item& item) {
+    const auto takesKey = [&](const Item& other) {
+      return (other.*hasText)() && other.key.starts_with(item.key);
+    };
+    return !(item.*hasText)() || std::ranges::find_if(kItems, takesKey)->key == item.key;
+  });
+}
+static_assert(isOrdered<&Item::hasName>() && isOrdered<&Item::hasHelp>());
+
+}  // namespace
+
+const Item* findItem(std::string_view key) {
+  const Item* item = std::ranges::find(kItems, key, &Item::key);
+  return item != std::end(kItems) ? item : nullptr;
+}
+
+const Item* findItemWithText(std::string_view key, bool (Item::*hasText)() const) {
+  const Item* whole = findItem(key);
+  if (whole != nullptr && (whole->*hasText)()) return whole;
+  const Item* item = std::ranges::find_if(kItems, [&](const Item& candidate) {
+    return (candidate.*hasText)() && !candidate.needsWholeKey && candidate.key.starts_with(key);
+  });
+  return item != std::end(kItems) ? item : nullptr;
+}
+
+const Setting& settingOf(std::string_view key) {
+  const Item* item = findItem(key);
+  return item != nullptr ? item->setting : kDeviceNameSetting;
+}
+
+int savedNetworkOf(std::string_view key) {
+  const Item* item = findItem(key);
+  return item != nullptr ? item->savedNetwork : 0;
+}

@@ -1,0 +1,65 @@
+// The items of the menu, one row each. The callbacks ask the rows; what a row says is all that they
+// answer for its key.
+#ifndef VENTARO_ITEMS_H
+#define VENTARO_ITEMS_H
+
+#include <string_view>
+
+#include "ventaro/data_provider.h"
+
+// The value behind an item: the global object that keeps it, and how its option list goes on.
+struct Setting {
+  int (*getInt)(const char* key, int* value);
+  int (*setInt)(const char* key, int value);
+  // Gives the caller the value as the word On or Off, and logs it; null where the device name is
+  // the answer. A setting that cannot be read leaves `*text` as it was.
+  void (*putText)(char** text) = nullptr;
+  // The option list's texts; null where the list is the states of a saved network.
+  const char** (*listTexts)(const char* key, int* count) = nullptr;
+  // What follows the choice of the list's first and second entry.
+  ITEM_FOLLOWING_ACTION_TYPE firstAction = ITEM_FOLLOWING_ACTION_NONE;
+  ITEM_FOLLOWING_ACTION_TYPE (*secondAction)() = nullptr;
+  bool logsListTexts = false;
+};
+
+// The setting of every key that names no other.
+extern const Setting kDeviceNameSetting;
+
+struct Item {
+  std::string_view key;
+  // The string ID of its name; null: it has none of its own.
+  const char* name = nullptr;
+  // Done before its name is translated.
+  void (*beforeName)(const char* askedKey) = nullptr;
+  // The string ID of its help text, or else the function that writes the text into a block of
+  // VENTARO_TEXT_SIZE zeroes. Both null: it has none of its own.
+  const char* help = nullptr;
+  void (*writeHelp)(char* block) = nullptr;
+  const Setting& setting = kDeviceNameSetting;
+  // 1 or 2: the item is the saved network at this position. Its name, icons and state are the
+  // network's, it is enabled while there is such a network, and setting it connects. 0: no network.
+  int savedNetwork = 0;
+  // Whether a leading part of its key is not enough to get its texts.
+  bool needsWholeKey = false;
+  // When it may be used; null: always.
+  bool (*isEnabled)() = nullptr;
+
+  constexpr bool hasName() const { return name != nullptr || savedNetwork != 0; }
+  constexpr bool hasHelp() const { return help != nullptr || writeHelp != nullptr; }
+};
+
+// The item with this key; null when there is none.
+const Item* findItem(std::string_view key);
+
+// The item whose name (`hasText` is &Item::hasName) or help text (&Item::hasHelp) is shown for a
+// key: its own, or else that of the first item whose key it is a leading part of. Null when there
+// is none.
+const Item* findItemWithText(std::string_view key, bool (Item::*hasText)() const);
+
+// The setting behind a key.
+const Setting& settingOf(std::string_view key);
+
+// The position of the saved network that a key stands for, 1 or 2; 0 when it stands for none.
+int savedNetworkOf(std::string_view key);
+
+#endif  // VENTARO_ITEMS_H
