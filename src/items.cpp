@@ -1,6 +1,10 @@
 #include "items.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 
 #include "composed_texts.h"
@@ -148,42 +152,96 @@ constexpr Item kItems[] = {
      .needsWholeKey = true},
     {.key = VENTARO_KEY_SAVED_NETWORK_1_STATES, .setting = kSavedNetworkStates},
     {.key = VENTARO_KEY_SAVED_NETWORK_2_STATES, .setting = kSavedNetworkStates},
+    // What every other key gets.
+    {.key = ""},
 };
 
-// Every key's texts are its own where it has some: no row before it takes it for a leading part.
-template <bool (Item::*hasText)() const>
-constexpr bool isOrdered() {
-  return std::ranges::all_of(kItems, [](const Item& item) {
-    const auto takesKey = [&](const Item& other) {
-      return (other.*hasText)() && other.key.starts_with(item.key);
-    };
-    return !(item.*hasText)() || std::ranges::find_if(kItems, takesKey)->key == item.key;
-  });
+constexpr std::size_t kAnyOtherKey = std::size(kItems) - 1;
+
+// Finds rows by a key's length and two of its characters, weighted so that no two keys share a
+// slot. The middle one is where the keys of the networks' states differ.
+class RowTable {
+ public:
+  consteval RowTable() {
+    while (!givesEachRowItsSlot()) ++weights_;
+  }
+
+  std::size_t rowOf(std::string_view key) const {
+    if (key.empty()) return kAnyOtherKey;
+    const std::size_t row = rows_[slotOf(key)];
+    const std::string_view found = kItems[row].key;
+    const bool isKey =
+        found.size() == key.size() && std::memcmp(found.data(), key.data(), key.size()) == 0;
+    return isKey ? row : kAnyOtherKey;
+  }
+
+ private:
+  static constexpr unsigned kSlots = 64;
+
+  constexpr unsigned slotOf(std::string_view key) const {
+    const auto last = static_cast<unsigned char>(key.back());
+    const auto middle = static_cast<unsigned char>(key[key.size() * 7 / 16]);
+    return (static_cast<unsigned>(key.size()) + last * (weights_ % kSlots) +
+            middle * (weights_ / kSlots)) %
+           kSlots;
+  }
+
+  constexpr bool givesEachRowItsSlot() {
+    rows_.fill(kAnyOtherKey);
+    for (std::uint8_t row = 0; row < kAnyOtherKey; ++row) {
+      std::uint8_t& slot = rows_[slotOf(kItems[row].key)];
+      if (slot != kAnyOtherKey) return false;
+      slot = row;
+    }
+    return true;
+  }
+
+  unsigned weights_ = 0;
+  std::array<std::uint8_t, kSlots> rows_{};
+};
+
+constexpr RowTable kRowTable;
+
+using HasText = bool (Item::*)() const;
+
+// The row whose text a key gets: the first whose key it is a leading part of, its own included; the
+// last row where there is none.
+template <HasText hasText>
+constexpr std::size_t rowWithTextOf(std::string_view key) {
+  const auto gives = [&](const Item& item) {
+    return (item.*hasText)() && item.key.starts_with(key) &&
+           (!item.needsWholeKey || item.key == key);
+  };
+  const Item* item = std::ranges::find_if(kItems, gives);
+  return std::min(static_cast<std::size_t>(item - kItems), kAnyOtherKey);
 }
-static_assert(isOrdered<&Item::hasName>() && isOrdered<&Item::hasHelp>());
+
+// The same for the keys of all rows.
+template <HasText hasText>
+constexpr auto kRowsWithText = [] {
+  std::array<std::uint8_t, std::size(kItems)> rows{};
+  std::ranges::transform(kItems, rows.begin(), [](const Item& item) {
+    return static_cast<std::uint8_t>(rowWithTextOf<hasText>(item.key));
+  });
+  return rows;
+}();
+
+template <HasText hasText>
+const Item& itemWithTextOf(std::string_view key) {
+  const std::size_t row = kRowTable.rowOf(key);
+  return kItems[row != kAnyOtherKey ? kRowsWithText<hasText>[row] : rowWithTextOf<hasText>(key)];
+}
 
 }  // namespace
 
-const Item* findItem(std::string_view key) {
-  const Item* item = std::ranges::find(kItems, key, &Item::key);
-  return item != std::end(kItems) ? item : nullptr;
+const Item& itemOf(std::string_view key) {
+  return kItems[kRowTable.rowOf(key)];
 }
 
-const Item* findItemWithText(std::string_view key, bool (Item::*hasText)() const) {
-  const Item* whole = findItem(key);
-  if (whole != nullptr && (whole->*hasText)()) return whole;
-  const Item* item = std::ranges::find_if(kItems, [&](const Item& candidate) {
-    return (candidate.*hasText)() && !candidate.needsWholeKey && candidate.key.starts_with(key);
-  });
-  return item != std::end(kItems) ? item : nullptr;
+const Item& itemWithNameOf(std::string_view key) {
+  return itemWithTextOf<&Item::hasName>(key);
 }
 
-const Setting& settingOf(std::string_view key) {
-  const Item* item = findItem(key);
-  return item != nullptr ? item->setting : kDeviceNameSetting;
-}
-
-int savedNetworkOf(std::string_view key) {
-  const Item* item = findItem(key);
-  return item != nullptr ? item->savedNetwork : 0;
+const Item& itemWithHelpOf(std::string_view key) {
+  return itemWithTextOf<&Item::hasHelp>(key);
 }

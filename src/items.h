@@ -48,18 +48,12 @@ struct Item {
   constexpr bool hasHelp() const { return help != nullptr || writeHelp != nullptr; }
 };
 
-// The item with this key; null when there is none.
-const Item* findItem(std::string_view key);
+// The item with this key; for other keys one without texts, whose value is the device name.
+const Item& itemOf(std::string_view key);
 
-// The item whose name (`hasText` is &Item::hasName) or help text (&Item::hasHelp) is shown for a
-// key: its own, or else that of the first item whose key it is a leading part of. Null when there
-// is none.
-const Item* findItemWithText(std::string_view key, bool (Item::*hasText)() const);
-
-// The setting behind a key.
-const Setting& settingOf(std::string_view key);
-
-// The position of the saved network that a key stands for, 1 or 2; 0 when it stands for none.
-int savedNetworkOf(std::string_view key);
+// The item whose name or help text is shown for a key: the first whose key it is a leading part of,
+// its own included. One without that text when there is none.
+const Item& itemWithNameOf(std::string_view key);
+const Item& itemWithHelpOf(std::string_view key);
 
 #endif  // VENTARO_ITEMS_H

@@ -48,10 +48,9 @@ bool check_visibility_bool(const char* /*key*/, bool /*value*/) {
 bool check_enable_int(const char* key, int /*value*/) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("key = %s", key);
-  const Item* item = findItem(key);
-  if (item == nullptr) return true;
-  if (item->savedNetwork != 0) return savedNetworkCount() >= item->savedNetwork;
-  return item->isEnabled == nullptr || item->isEnabled();
+  const Item& item = itemOf(key);
+  if (item.savedNetwork != 0) return savedNetworkCount() >= item.savedNetwork;
+  return item.isEnabled == nullptr || item.isEnabled();
 }
 
 bool check_enable_string(const char* /*key*/, const char* /*value*/) {

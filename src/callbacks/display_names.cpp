@@ -18,14 +18,14 @@ void writeNetworkName(int network, char* block) {
 }
 
 void writeName(const char* key, char* block) {
-  const Item* item = findItemWithText(key, &Item::hasName);
-  if (item == nullptr) {
-    LOG_MAIN("Key does not Match");
-  } else if (item->savedNetwork != 0) {
-    writeNetworkName(item->savedNetwork, block);
+  const Item& item = itemWithNameOf(key);
+  if (item.name != nullptr) {
+    if (item.beforeName != nullptr) item.beforeName(key);
+    copyText(block, VENTARO_TEXT_SIZE, translate(item.name));
+  } else if (item.savedNetwork != 0) {
+    writeNetworkName(item.savedNetwork, block);
   } else {
-    if (item->beforeName != nullptr) item->beforeName(key);
-    copyText(block, VENTARO_TEXT_SIZE, translate(item->name));
+    LOG_MAIN("Key does not Match");
   }
 }
 

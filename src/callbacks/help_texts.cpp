@@ -11,13 +11,13 @@
 namespace {
 
 void writeHelp(const char* key, char* block) {
-  const Item* item = findItemWithText(key, &Item::hasHelp);
-  if (item == nullptr) {
-    LOG_MAIN("Key does not Match");
-  } else if (item->writeHelp != nullptr) {
-    item->writeHelp(block);
+  const Item& item = itemWithHelpOf(key);
+  if (item.writeHelp != nullptr) {
+    item.writeHelp(block);
+  } else if (item.help != nullptr) {
+    copyText(block, VENTARO_TEXT_SIZE, translate(item.help));
   } else {
-    copyText(block, VENTARO_TEXT_SIZE, translate(item->help));
+    LOG_MAIN("Key does not Match");
   }
 }
 

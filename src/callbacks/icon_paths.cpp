@@ -38,7 +38,7 @@ bool IsHighContrastMode() {
 }
 
 void writeTitleIcon(const char* key, char* block) {
-  const int network = savedNetworkOf(key);
+  const int network = itemOf(key).savedNetwork;
   if (network == 0) {
     copyText(block, VENTARO_TEXT_SIZE, kFullSignalIcon);
     return;
@@ -51,7 +51,7 @@ void writeTitleIcon(const char* key, char* block) {
 // Any key but the first network's is answered as the second's, deliberately.
 std::string networkStatus(const char* key) {
   SavedAPConnection* saved = SavedAPConnection::GetInstance();
-  return savedNetworkOf(key) == 1 ? saved->GetFirstItemStatus() : saved->GetSecondItemStatus();
+  return itemOf(key).savedNetwork == 1 ? saved->GetFirstItemStatus() : saved->GetSecondItemStatus();
 }
 
 const char* statusIcon(const std::string& status) {

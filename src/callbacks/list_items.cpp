@@ -76,7 +76,7 @@ const void** get_list_items(const char* key, int* count) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   LOG_MAIN("Key ---->%s::\n", key);
-  const Setting& setting = settingOf(key);
+  const Setting& setting = itemOf(key).setting;
   void** records =
       setting.listTexts == nullptr ? stateRecords(count) : settingRecords(setting, key, count);
   return const_cast<const void**>(records);

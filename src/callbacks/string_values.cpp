@@ -28,7 +28,7 @@ int putDeviceName(char** text) {
 int get_string(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
-  if (const Setting& setting = settingOf(key); setting.putText != nullptr) {
+  if (const Setting& setting = itemOf(key).setting; setting.putText != nullptr) {
     setting.putText(value);
   } else if (putDeviceName(value) != 0) {
     return -1;  // no "END", deliberately

@@ -21,7 +21,7 @@ int get_int(const char* key, int* value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, *value);
-  const int result = settingOf(key).getInt(key, value);
+  const int result = itemOf(key).setting.getInt(key, value);
   LOG_SYSTEM("status------>%d\n", result);
   LOG_MAIN("END");
   return result;
@@ -31,8 +31,9 @@ int set_int(const char* key, int value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_SYSTEM("Key ---->%s::Value------>%d\n", key, value);
-  const int network = savedNetworkOf(key);
-  const int result = network != 0 ? connect(network) : settingOf(key).setInt(key, value);
+  const Item& item = itemOf(key);
+  const int result =
+      item.savedNetwork != 0 ? connect(item.savedNetwork) : item.setting.setInt(key, value);
   LOG_MAIN("END");
   return result;
 }
