@@ -136,17 +136,17 @@ void CProductUtil::AddProductNameInSID(std::string& text) {
   fillTokens(text, productName);
 }
 
-const char* CProductUtil::WithProductName(const char* text, std::string& room) {
+const char* CProductUtil::WithProductName(const char* text, std::string& filled) {
   std::string productName;
   askProduct(productName);
   if (std::strstr(text, kProductToken) == nullptr) return text;
-  room = text;
-  fillTokens(room, productName);
-  return room.c_str();
+  filled = text;
+  fillTokens(filled, productName);
+  return filled.c_str();
 }
 
 std::string CProductUtil::GetDeviceNameString() {
-  // The value is deliberately not released.
+  // Not released, so that a platform may hand out a text of its own.
   char* sid = nullptr;
   if (system_info_get_custom_string("com.norvane/featureconf/product.device_sid", &sid) != 0 ||
       sid == nullptr) {

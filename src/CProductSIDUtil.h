@@ -31,8 +31,8 @@ class CProductUtil {
   static void AddProductNameInSID(std::string& text);
 
   // The same for a text that is only read: `text` itself where it has no such token, and else a new
-  // one in `room`.
-  static const char* WithProductName(const char* text, std::string& room);
+  // one in `filled`.
+  static const char* WithProductName(const char* text, std::string& filled);
 
   // The string ID of the device's name, untranslated.
   static std::string GetDeviceNameString();

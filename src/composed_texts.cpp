@@ -14,8 +14,8 @@ namespace {
 
 // With the product's name in its "<<A>>".
 void writeForProduct(char* block, const char* text) {
-  std::string room;
-  copyText(block, VENTARO_TEXT_SIZE, CProductUtil::WithProductName(text, room));
+  std::string filled;
+  copyText(block, VENTARO_TEXT_SIZE, CProductUtil::WithProductName(text, filled));
 }
 
 // A translated template with the device's translated name in its "<<A>>".

@@ -8,7 +8,7 @@
 //
 // The format must be a string literal; the compiler checks it against the arguments. The arguments
 // are evaluated once per channel, so they must have no side effects. The texts are read by tools
-// and by tests, letter by letter: blanks, misspellings and borrowed messages are deliberate.
+// and by tests, letter by letter: blanks, misspellings and borrowed messages stay as they are.
 #ifndef VENTARO_LOG_H
 #define VENTARO_LOG_H
 

@@ -29,7 +29,7 @@ constexpr ModuleInfo kModuleInfos[] = {
 
 int get_module_info(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
-  // An unknown key is no error, deliberately: the caller has preset its pointer.
+  // An unknown key is no error: the caller has preset its pointer and finds it untouched.
   for (const ModuleInfo& info : kModuleInfos) {
     if (info.key != key) continue;
     CText block = zeroedBlock(VENTARO_MODULE_INFO_SIZE);

@@ -36,7 +36,7 @@ int get_display_name(const char* key, char** value) {
   CText name = zeroedBlock(VENTARO_TEXT_SIZE);
   writeName(key, name.get());
   *value = name.release();
-  return 0;  // no "END", deliberately
+  return 0;  // without "END": tools that read the log expect none here
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ void writeTitleIcon(const char* key, char* block) {
            network == 1 ? saved->GetFirstItemIcon() : saved->GetSecondItemIcon());
 }
 
-// Any key but the first network's is answered as the second's, deliberately.
+// Every key but the first network's is answered as the second's: the ABI promises it.
 std::string networkStatus(const char* key) {
   SavedAPConnection* saved = SavedAPConnection::GetInstance();
   return itemOf(key).savedNetwork == 1 ? saved->GetFirstItemStatus() : saved->GetSecondItemStatus();
@@ -72,7 +72,7 @@ int get_title_icon_path(const char* key, char** path) {
 
 int get_second_icon_path(const char* key, char** path) {
   const ProviderLock lock(ProviderMutex);
-  LOG_MAIN("key = %s", key);  // no "START", deliberately
+  LOG_MAIN("key = %s", key);  // without "START": tools that read the log expect none here
   CText block = zeroedBlock(VENTARO_TEXT_SIZE);
   copyText(block.get(), VENTARO_TEXT_SIZE, statusIcon(networkStatus(key)));
   *path = block.release();

@@ -30,12 +30,12 @@ ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
 
 using PrintableText = char[VENTARO_LIST_TEXT_SIZE + 1];
 
-// A list text as the log may print it: one that fills its block has no NUL, so `room` takes a copy
-// of it.
-const char* printable(const char* text, PrintableText& room) {
+// A list text as the log may print it: one that fills its block has no NUL, so it is copied into
+// `copy` and terminated there.
+const char* printable(const char* text, PrintableText& copy) {
   if (text == nullptr || std::memchr(text, '\0', VENTARO_LIST_TEXT_SIZE) != nullptr) return text;
-  copyText(room, sizeof(room), {text, VENTARO_LIST_TEXT_SIZE});
-  return room;
+  copyText(copy, sizeof(copy), {text, VENTARO_LIST_TEXT_SIZE});
+  return copy;
 }
 
 // The states of a saved network, the same for both.
@@ -52,11 +52,11 @@ void** stateRecords(int* count) {
 }
 
 void logTexts(char** texts) {
-  PrintableText room;
-  PrintableText otherRoom;
-  const char* first = printable(texts[0], room);
-  const char* second = printable(texts[1], otherRoom);
-  // Each text twice, deliberately.
+  PrintableText firstCopy;
+  PrintableText secondCopy;
+  const char* first = printable(texts[0], firstCopy);
+  const char* second = printable(texts[1], secondCopy);
+  // Each text twice, as readers of the log expect.
   LOG_MAIN("pDisplayValue[0]=%s::%s", first, first);
   LOG_MAIN("pDisplayValue[1]=%s::%s", second, second);
 }
@@ -88,9 +88,9 @@ int get_list_item_display_value(void* item, char** value) {
   if (item == nullptr) return 0;
   const auto& record = *static_cast<const ListItem*>(item);
   *value = record.displayValue;
-  PrintableText room;
+  PrintableText copy;
   // A missing text goes to the log as it is.
-  LOG_MAIN("pDisplayValue = %s::%d", printable(record.displayValue, room), record.intValue);
+  LOG_MAIN("pDisplayValue = %s::%d", printable(record.displayValue, copy), record.intValue);
   return 0;
 }
 

@@ -41,7 +41,7 @@ void append(char* buffer, const char* text, std::size_t most) {
   end[size] = '\0';
 }
 
-// Appends, deliberately: the caller's buffers keep what they hold.
+// Appends, as the framework expects: what its buffers hold already stays.
 int get_messagebox_info(const char* key, char* text, char* first, char* second, int* type) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");

@@ -31,7 +31,7 @@ int get_string(const char* key, char** value) {
   if (const Setting& setting = itemOf(key).setting; setting.putText != nullptr) {
     setting.putText(value);
   } else if (putDeviceName(value) != 0) {
-    return -1;  // no "END", deliberately
+    return -1;  // without "END": tools that read the log expect none here
   }
   LOG_MAIN("END");
   return kAnswered;

@@ -44,12 +44,12 @@ int set_string(const char* /*key*/, const char* value) {
   LOG_MAIN("START");
   const int result = vconf_set_str(kDeviceNameKey, value);
   if (result != 0) {
-    // The message names Wi-Fi Direct, deliberately.
+    // Log readers know this failure by Wi-Fi Direct's message.
     LOG_SYSTEM("wifi_direct_set_device_name::status [0x%04x]", static_cast<unsigned>(result));
   } else {
     LOG_MAIN("Device Name set to %s", value);
   }
-  return result;  // no "END", deliberately
+  return result;  // without "END": tools that read the log expect none here
 }
 
 // Runs without the lock: it touches only the store and the caller's buffer.

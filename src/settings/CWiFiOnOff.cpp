@@ -56,7 +56,7 @@ void CWiFiOnOff::fillList() {
 void CWiFiOnOff::setOnOffStatus(char** text) {
   int state = 0;
   const int result = wifi_get_enable_qx(&state);
-  // The message is borrowed from power-on-with-mobile, deliberately.
+  // Log readers know this line by power-on-with-mobile's message.
   LOG_MAIN("connection_get_wakeOnMobile_mode set to %d", result);
   if (result != 0) {
     LOG_MAIN("Invalid");

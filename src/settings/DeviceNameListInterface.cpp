@@ -17,8 +17,8 @@ int lastIndex() {
   return static_cast<int>(DeviceNameListInterface::m_DevicenameList.size()) - 1;
 }
 
-// Before each name: the left-to-right override, opened and never closed, deliberately: the name
-// ends the text.
+// Before each name: the left-to-right override, opened and never closed, since the
+// name ends the text.
 constexpr char kOverride[] = "&#x202d;";
 
 // The name as text widgets read it; null when the platform gives none.
@@ -43,7 +43,7 @@ int DeviceNameListInterface::getListItemIntValue(void* item, int* value) {
   int index = 0;
   const int last = lastIndex();
   if (item == nullptr) {
-    // The message is borrowed from another setting, deliberately.
+    // Log readers know this failure by another setting's message.
     LOG_MAIN("wifi_direct_get_device_name::status [0x%04x]", static_cast<unsigned>(result));
   } else {
     result = 0;

@@ -17,7 +17,7 @@ struct SavedAPData {
 
 // All operations but the notification run under the caller's ProviderMutex. Names, states, icons
 // and Connect() read the published document first, and so raise jsoncpp's exceptions
-// (Json::LogicError) when that has a wrong shape: deliberate, nothing here catches them.
+// (Json::LogicError) when that has a wrong shape. Nothing here catches them: the framework does.
 class SavedAPConnection {
  public:
   // The one object, made at the first call and kept until the library is unloaded; it is the
