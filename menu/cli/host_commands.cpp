@@ -96,7 +96,7 @@ int storeWatch(Session& /*session*/, const Options& options) {
     subscriptions.push_back(ConfigStore::instance().subscribe(wanted, [&](const std::string& key) {
       const auto value = ConfigStore::instance().get(key);
       if (key != wanted || !value || left == 0) return;
-      printValue(key, *value, formatOf(options));
+      printUpdate(key, *value, formatOf(options));
       --left;
     }));
   }

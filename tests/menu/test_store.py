@@ -53,6 +53,13 @@ def test_watch_shows_every_set_also_of_an_equal_value(tv):
     assert watch.interrupt() == 0
 
 
+def test_watch_writes_one_line_of_json_for_each_set(tv):
+    watch = tv.watch("db/x", "--json")
+    for value in (1, 2):
+        tv.set("db/x", str(value), "int")
+        assert json.loads(watch.line()) == {"key": "db/x", "type": "int", "value": value}
+
+
 def test_watch_ends_after_the_sets_asked_for(tv):
     watch = tv.start("store", "watch", "db/x", "--count", "1", "--json")
     watch.error_line()
