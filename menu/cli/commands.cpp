@@ -1,120 +1,87 @@
 #include "commands.h"
 
-#include <CLI/CLI.hpp>
-#include <algorithm>
-#include <iostream>
-
-#include "../host/display_text.h"
-#include "exit_codes.h"
+#include "command_line.h"
 #include "host_commands.h"
 #include "menu_commands.h"
-#include "output.h"
-#include "platform/host/config_store.h"
-#include "platform/host/errors.h"
 #include "shell.h"
 
 namespace cli {
 
 namespace {
 
-constexpr char kEnvironmentHelp[] =
-    "Before the command: --product NAME, and --provider FILE for another provider than\n"
-    "libventaro.so.\n"
-    "\n"
-    "Environment:\n"
-    "  LANGUAGE               the menu's language, as \"ko\"; default: the TV's own\n"
-    "  VENTARO_PRODUCT        the product, by name or file; default tv\n"
-    "  VENTARO_SCENARIO       the simulated network, by name or file; default home\n"
-    "  VENTARO_NETWORK        the kind of network; there is only simulated\n"
-    "  VENTARO_REGION         us or other, for items with regional variants; default us\n"
-    "  VENTARO_LOG=stderr     shows the platform log\n"
-    "  VENTARO_STATE_DIR, VENTARO_RUNTIME_DIR, VENTARO_RESOURCE_ROOT, VENTARO_PROVIDER\n"
-    "                         other places than the usual ones";
+constexpr Argument kJson{"[--json]", "Write JSON", Takes::kNothing};
+constexpr Argument kBrief{"[--brief]", "Only names and values", Takes::kNothing};
+constexpr Argument kYes{"[--yes]", "Answer the box with yes", Takes::kNothing};
+constexpr Argument kWait{
+    "[--wait]", "Wait until the menu is asked to refresh, eight seconds after a Wi-Fi switch",
+    Takes::kNothing};
+constexpr Argument kNoWait{
+    "[--no-wait]", "Only ask; the process that runs the network service connects", Takes::kNothing};
+constexpr Argument kType{"[--type int|bool|string]", "The value's type; default: the type it had",
+                         Takes::kOneOfItsOffers, "int bool string"};
+constexpr Argument kCount{"[--count N]", "End after N values", Takes::kPositiveInt};
 
-int fail(ExitCode code, const std::string& message) {
-  // What was typed may be part of the message.
-  std::cerr << "ventaro: " << menu::displayText(message) << '\n';
-  return code;
+constexpr Argument kKey{"KEY", "The item's menu key", Takes::kText, "@MENU_KEYS@"};
+constexpr Argument kEntry{"INDEX", "The entry's number or text"};
+constexpr Argument kValue{"VALUE", "The entry's number or text"};
+constexpr Argument kPosition{"POSITION", "1 or 2", Takes::kInt, "1 2"};
+constexpr Argument kText{"TEXT", "The name"};
+constexpr Argument kStoreKey{"KEY", "db/... or memory/..."};
+constexpr Argument kStoreKeys{"KEY...", "db/... or memory/...", Takes::kTexts};
+constexpr Argument kStoreValue{"VALUE", "A number, true or false, or a text"};
+constexpr Argument kPrefix{"[PREFIX]", "How the keys begin; without it, all keys"};
+constexpr Argument kScenario{"SCENARIO", "Its name or path", Takes::kText, "FILES @SCENARIOS@"};
+
+int runShell(Session& session, const Arguments& /*arguments*/) {
+  return shell(session, runCommand);
 }
 
-std::string names(const CLI::App& app) {
-  std::string text;
-  for (const CLI::App* command : app.get_subcommands({})) {
-    text += (text.empty() ? "" : ", ") + command->get_name();
-  }
-  return text;
-}
+// A row stays in one piece, which the formatter would take apart.
+// clang-format off
+constexpr Command kCommands[] = {
+    {"show", "Show the whole menu", show, {kJson, kBrief},
+     "Each item has its name, value, help text, icons, option list with what follows a choice, and "
+     "the box that would ask first. Hidden and disabled items are marked."},
+    {"get", "Show one item", get, {kKey, kJson, kBrief}},
+    {"watch", "Show the menu again whenever it is asked to refresh, until Ctrl-C", watch, {kJson}},
+    {"list", "Show an item's option list, and what follows a choice", list, {kKey, kJson}},
+    {"box", "Show the box that asks before an item is changed", box, {kKey, kJson}},
+    {"choose", "Choose an entry of an item's list, as a person does", choose,
+     {kKey, kEntry, kYes, kJson}, "Asks first where the entry says so."},
+    {"set", "Set an item's value without asking", set, {kKey, kValue, kWait, kJson}},
+    {"connect", "Connect to the first or second saved network, and show how it goes", connect,
+     {kPosition, kNoWait, kJson}},
+    {"name", "Give the TV a name", name, {kText, kJson}},
 
-// The command that the words lead to, as far as they name commands.
-const CLI::App& commandOf(const CLI::App& app, const std::vector<std::string>& words) {
-  const CLI::App* command = &app;
-  for (const std::string& word : words) {
-    const auto commands = command->get_subcommands({});
-    const auto found = std::ranges::find(commands, word, &CLI::App::get_name);
-    if (found == commands.end()) break;
-    command = *found;
-  }
-  return *command;
-}
+    {"store", "Read, write and watch the configuration store"},
+    {"store get", "Show a value of the store", storeGet, {kStoreKey, kJson}},
+    {"store list", "Show all values whose keys begin with PREFIX", storeList, {kPrefix, kJson}},
+    {"store set", "Store a value", storeSet, {kStoreKey, kStoreValue, kType, kJson},
+     "Other programs that use the store see it at once."},
+    {"store watch", "Show a key's value whenever it is set, until Ctrl-C", storeWatch,
+     {kStoreKeys, kCount, kJson}},
 
-// As typed: "ventaro store get".
-std::string pathOf(const CLI::App& command) {
-  const CLI::App* parent = command.get_parent();
-  return (parent != nullptr ? pathOf(*parent) + " " : "") + command.get_name();
-}
+    {"network", "The simulated network"},
+    {"network serve", "Run the network service by itself, until Ctrl-C", networkServe},
+    {"network load", "Start the simulated network over with a scenario", networkLoad, {kScenario}},
 
-int usageError(const CLI::App& app, const std::vector<std::string>& words,
-               const CLI::ParseError& error) {
-  const CLI::App& command = commandOf(app, words);
-  if (!command.get_subcommands({}).empty()) {
-    const std::string wrong =
-        words.empty() || words.back() == command.get_name()
-            ? "a command is missing"
-            : "there is no command \"" + words[&command == &app ? 0 : 1] + "\"";
-    return fail(kUnknown, wrong + "; there are: " + names(command));
-  }
-  std::cerr << pathOf(command) << ": " << error.what() << "\n\n" << app.help();
-  return kUnknown;
-}
+    {"product", "The products whose menu can be shown"},
+    {"product list", "Show the products: their names and what they are", productList, {kJson},
+     "\"ventaro --product NAME\" shows the menu of one."},
 
-int parse(CLI::App& app, const std::vector<std::string>& words, const int& result) {
-  try {
-    std::vector<std::string> lastToFirst(words.rbegin(), words.rend());  // as CLI11 takes them
-    app.parse(lastToFirst);
-    return result;
-  } catch (const CLI::CallForHelp&) {
-    printLine(app.help());  // of the subcommand that the words name
-    return kDone;
-  } catch (const CLI::CallForVersion& version) {
-    printLine(version.what());
-    return kDone;
-  } catch (const CLI::ParseError& error) {
-    return usageError(app, words, error);
-  }
-}
+    {"shell", "Read commands line by line; \"exit\" ends", runShell, {},
+     "The provider is loaded once, and its timers run."},
+};
+// clang-format on
 
 }  // namespace
 
+std::span<const Command> commands() {
+  return kCommands;
+}
+
 int runCommand(Session& session, const std::vector<std::string>& words) {
-  CLI::App app("The network menu of a TV", "ventaro");
-  app.footer(kEnvironmentHelp);
-  app.set_version_flag("--version", "ventaro " VENTARO_VERSION, "Print the version and exit");
-  app.require_subcommand(1);
-  int result = kDone;
-  addMenuCommands(app, session, result);
-  addHostCommands(app, session, result);
-  addShellCommand(app, session, result);
-  try {
-    return parse(app, words, result);
-  } catch (const menu::UnknownError& error) {
-    return fail(kUnknown, error.what());
-  } catch (const platform::host::StoreError& error) {
-    const bool badInput = error.code() == platform::host::StoreCode::kBadKey ||
-                          error.code() == platform::host::StoreCode::kValueTooLong;
-    return fail(badInput ? kUnknown : kFailed, error.what());
-  } catch (const std::exception& error) {
-    return fail(kFailed, error.what());
-  }
+  return runCommandLine(kCommands, session, words);
 }
 
 }  // namespace cli

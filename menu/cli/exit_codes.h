@@ -6,10 +6,10 @@ namespace cli {
 
 enum ExitCode : int {
   kDone = 0,
-  kFailed = 1,         // it was understood and could not be done
-  kUnknown = 2,        // a command, key or value that there is not
-  kUnanswered = 3,     // a confirmation that nobody could be asked for
-  kInterrupted = 130,  // by Ctrl-C or the system, while it waited
+  kFailed = 1,         // what was asked for could not be done
+  kUnknown = 2,        // there is no such command, key or value
+  kUnanswered = 3,     // nobody was there to answer a confirmation
+  kInterrupted = 130,  // a wait was ended by Ctrl-C or the system
 };
 
 }  // namespace cli

@@ -1,15 +1,14 @@
-// The subcommands about the TV behind the menu: its store and its network.
+// The commands about the simulated TV: its store, its network, its products.
 #ifndef MENU_CLI_HOST_COMMANDS_H
 #define MENU_CLI_HOST_COMMANDS_H
 
-#include <CLI/CLI.hpp>
-
-#include "session.h"
+#include "command.h"
 
 namespace cli {
 
-// Adds store, network and product. A parsed command leaves its exit code in `result`.
-void addHostCommands(CLI::App& app, Session& session, int& result);
+Action storeGet, storeList, storeSet, storeWatch;
+Action networkServe, networkLoad;
+Action productList;
 
 }  // namespace cli
 

@@ -9,14 +9,14 @@
 
 namespace cli {
 
-// Reads in the main loop, so that timers and notifications run while a line is waited for.
+// Reads in the main loop, so that timers and notifications run while it waits for a line.
 class LineReader {
  public:
   // The next line without its line feed; nothing at the end, or when the program is asked to end.
   std::optional<std::string> next(const menu::Interruption& interruption);
 
  private:
-  // Takes in what has come. Returns false at the end.
+  // Reads the bytes that are there. Returns false at the end of the input.
   bool read();
 
   std::string text_;

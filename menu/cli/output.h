@@ -1,4 +1,4 @@
-// How items and values are written: for people, or as JSON for programs.
+// A command's results: as text for people, or as JSON for programs with --json.
 #ifndef MENU_CLI_OUTPUT_H
 #define MENU_CLI_OUTPUT_H
 
@@ -9,48 +9,67 @@
 #include <vector>
 
 #include "../host/menu_model.h"
+#include "command.h"
 #include "platform/host/config_store.h"
+#include "stream.h"
 
 namespace cli {
 
-enum class Format { kText, kJson };
+// Values of the store by their keys, and one of them.
+using StoreEntries = std::map<std::string, platform::host::StoreValue>;
+using StoreEntry = StoreEntries::value_type;
 
-// How much a person is shown of an item; JSON always tells all.
+// What things are, by their names.
+using Descriptions = std::map<std::string, std::string>;
+
+// How much a person is shown of an item. JSON always has everything.
 enum class Detail { kLine, kAll };
 
-void printItems(const std::vector<menu::Item>& items, Format format, Detail detail);
-void printItem(const menu::Item& item, Format format, Detail detail = Detail::kLine);
+// Each line with its line feed.
+std::string toText(const std::vector<menu::Item>& items, Detail detail);
+std::string toText(const menu::Item& item, Detail detail);
+std::string toText(const std::vector<menu::Provider::ListEntry>& entries);
+std::string toText(const menu::Provider::MessageBox& box);
+std::string toText(const StoreEntry& entry);
+std::string toText(const StoreEntries& entries);
+std::string toText(const Descriptions& descriptions);
 
-// One of several that follow each other; JSON takes one line each.
-void printUpdate(const menu::Item& item, Format format);
-void printUpdate(const std::vector<menu::Item>& items, Format format);
+Json::Value toJson(const std::vector<menu::Item>& items);
+Json::Value toJson(const menu::Item& item);
+Json::Value toJson(const menu::Provider::ListEntry& entry);
+Json::Value toJson(const std::vector<menu::Provider::ListEntry>& entries);
+Json::Value toJson(const menu::Provider::MessageBox& box);
+Json::Value toJson(const StoreEntry& entry);
+Json::Value toJson(const StoreEntries& entries);
+Json::Value toJson(const Descriptions& descriptions);
 
-void printList(const std::vector<menu::Provider::ListEntry>& entries, Format format);
-void printBox(const menu::Provider::MessageBox& box, Format format);
+// The document, with a line feed at its end; without indentation it is one line.
+std::string jsonText(const Json::Value& json, const char* indentation);
 
-// "key = value", or {"key": ..., "type": ..., "value": ...}. An update takes one line of JSON.
-void printValue(const std::string& key, const platform::host::StoreValue& value, Format format);
-void printUpdate(const std::string& key, const platform::host::StoreValue& value, Format format);
-void printValues(const std::map<std::string, platform::host::StoreValue>& values, Format format);
+// Whether a command has one result, or one after the other for as long as it runs. In a series each
+// result is one line of JSON, so that a program can read it before the next one comes.
+enum class Results { kOne, kSeries };
 
-// Keeps standard output for what this program prints: what a provider prints goes to standard error
-// from now on. To be called before anything is printed.
-void claimStandardOutput();
+class Printer {
+ public:
+  explicit Printer(const Arguments& arguments, Results results = Results::kOne)
+      : json_(arguments.has("--json")), indentation_(results == Results::kOne ? "  " : "") {}
 
-// Whether all that was printed has been written.
-bool standardOutputIsWritten();
+  // `detail` is given for items only.
+  template <typename Result, typename... Detail>
+  void print(const Result& result, Detail... detail) const {
+    cli::print(json_ ? jsonText(toJson(result), indentation_) : toText(result, detail...));
+  }
 
-// On standard output, with a line feed, at once.
-void printLine(const std::string& line);
+  // A line for people; programs are not told.
+  void note(const std::string& line) const {
+    if (!json_) printLine(line);
+  }
 
-// A document that is read by itself, over several lines.
-void printJson(const Json::Value& value);
-
-// One of several documents, on one line.
-void printJsonLine(const Json::Value& value);
-
-// The callbacks that failed while the items were read, on standard error. Returns whether any did.
-bool printProblems(const std::vector<menu::Item>& items);
+ private:
+  bool json_;
+  const char* indentation_;
+};
 
 }  // namespace cli
 

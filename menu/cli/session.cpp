@@ -1,8 +1,7 @@
 #include "session.h"
 
-#include <cstdlib>
-
 #include "../host/language.h"
+#include "environment.h"
 #include "platform/host/errors.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
@@ -13,8 +12,8 @@ namespace {
 
 // Some items have a variant for each region; a TV shows one.
 std::string region() {
-  const char* variable = std::getenv("VENTARO_REGION");
-  const std::string region = variable != nullptr && *variable != '\0' ? variable : "us";
+  const std::string region = variable("VENTARO_REGION");
+  if (region.empty()) return "us";
   if (region == "us" || region == "other") return region;
   throw platform::host::ConfigurationError("VENTARO_REGION is \"" + region +
                                            "\"; there are: us, other");
@@ -33,8 +32,10 @@ menu::MenuModel& Session::menu() {
   return *menu_;
 }
 
-void Session::serveNetwork() {
-  if (service_ == nullptr) service_ = platform::host::NetworkService::start();
+bool Session::serveNetwork() {
+  if (servesNetwork()) return false;
+  service_ = platform::host::NetworkService::start();
+  return servesNetwork();
 }
 
 }  // namespace cli

@@ -1,5 +1,5 @@
-// What the subcommands share: one provider, one menu, and the network service, each started when it
-// is first needed.
+// What the commands share: one provider, one menu, and the network service, each started when it is
+// first needed.
 #ifndef MENU_CLI_SESSION_H
 #define MENU_CLI_SESSION_H
 
@@ -24,8 +24,8 @@ class Session {
   menu::MenuModel& menu();
 
   // Runs the network service in this process, unless another one does already, until stopNetwork()
-  // or the end of the session.
-  void serveNetwork();
+  // or the end of the session. Returns whether this call started it.
+  bool serveNetwork();
   void stopNetwork() { service_.reset(); }
   bool servesNetwork() const { return service_ != nullptr; }
 

@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "../host/main_loop.h"
-#include "commands.h"
 #include "exit_codes.h"
+#include "stream.h"
 
 namespace cli {
 
@@ -38,7 +38,7 @@ std::optional<std::vector<std::string>> split(std::string line) {
 }
 
 // Nothing when the line ends the shell.
-std::optional<int> runLine(Session& session, const std::string& line) {
+std::optional<int> runLine(Session& session, RunCommand runCommand, const std::string& line) {
   try {
     const auto words = split(line);
     if (!words) return kDone;
@@ -46,12 +46,14 @@ std::optional<int> runLine(Session& session, const std::string& line) {
     if (words->front() == "shell") throw menu::UnknownError("this is the shell already");
     return runCommand(session, *words);
   } catch (const menu::UnknownError& error) {
-    std::cerr << "ventaro: " << error.what() << '\n';
+    complain(error.what());
     return kUnknown;
   }
 }
 
-int shell(Session& session) {
+}  // namespace
+
+int shell(Session& session, RunCommand runCommand) {
   const menu::Interruption interruption;
   session.menu();
   session.serveNetwork();
@@ -60,20 +62,13 @@ int shell(Session& session) {
   while (!interruption.isAsked()) {
     if (person) std::cerr << "ventaro> " << std::flush;
     const auto line = session.readLine(interruption);
-    const auto lineResult = line ? runLine(session, *line) : std::nullopt;
+    const auto lineResult = line ? runLine(session, runCommand, *line) : std::nullopt;
     if (!lineResult) break;
     if (result == kDone) result = *lineResult;
   }
   session.stopNetwork();
   if (interruption.isAsked()) return kInterrupted;
   return person ? kDone : result;
-}
-
-}  // namespace
-
-void addShellCommand(CLI::App& app, Session& session, int& result) {
-  app.add_subcommand("shell", "Read commands line by line; \"exit\" ends")
-      ->callback([&session, &result] { result = shell(session); });
 }
 
 }  // namespace cli

@@ -1,16 +1,20 @@
-// The subcommand that reads further commands, line by line.
+// The command that reads further commands, line by line.
 #ifndef MENU_CLI_SHELL_H
 #define MENU_CLI_SHELL_H
 
-#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
 
 #include "session.h"
 
 namespace cli {
 
-// Adds shell. A parsed command leaves its exit code in `result`: that of the first command that
-// failed.
-void addShellCommand(CLI::App& app, Session& session, int& result);
+// Carries out the words of one command and returns its ExitCode.
+using RunCommand = int (*)(Session& session, const std::vector<std::string>& words);
+
+// Reads lines until "exit", "quit" or the end. Returns the ExitCode of the first command that
+// failed; with a person at the terminal, who has seen the message, kDone.
+int shell(Session& session, RunCommand runCommand);
 
 }  // namespace cli
 

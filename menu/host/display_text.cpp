@@ -11,12 +11,12 @@ namespace {
 
 constexpr char kReplacement[] = "\uFFFD";
 
-struct Named {
+struct Entity {
   std::string_view markup;
   std::string_view text;
 };
 
-constexpr Named kNamed[] = {
+constexpr Entity kEntities[] = {
     {"&amp;", "&"},  {"&lt;", "<"},    {"&gt;", ">"},   {"&quot;", "\""},
     {"<br/>", "\n"}, {"<tab/>", "\t"}, {"<ps/>", "\n"},
 };
@@ -32,15 +32,15 @@ std::string encode(gunichar character) {
   return {bytes, static_cast<std::size_t>(size)};
 }
 
-// The marks U+202A to U+202E and U+2066 to U+2069 only fix the direction, and would fix that of
-// what follows on a terminal too.
+// U+202A to U+202E and U+2066 to U+2069 fix the writing direction. On a terminal they would also
+// turn what follows the text.
 bool isDirectionMark(gunichar character) {
   return (character >= 0x202A && character <= 0x202E) ||
          (character >= 0x2066 && character <= 0x2069);
 }
 
-// The character of "&#x202d;" or "&#8237;" at the beginning of the markup, and the length of the
-// entity; a length of 0 when there is none.
+// An entity such as "&#x202d;" or "&#8237;" at the beginning of markup: its character, and its
+// length in bytes, which is 0 when there is none.
 struct NumericEntity {
   gunichar character = 0;
   std::size_t length = 0;
@@ -85,10 +85,10 @@ std::string markupToText(std::string_view markup) {
   while (!markup.empty()) {
     std::string_view found = markup.substr(0, 1);
     std::string replacement(found);
-    for (const Named& named : kNamed) {
-      if (!markup.starts_with(named.markup)) continue;
-      found = named.markup;
-      replacement = named.text;
+    for (const Entity& entity : kEntities) {
+      if (!markup.starts_with(entity.markup)) continue;
+      found = entity.markup;
+      replacement = entity.text;
     }
     if (const NumericEntity entity = numericEntity(markup); entity.length > 0) {
       found = markup.substr(0, entity.length);

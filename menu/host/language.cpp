@@ -17,18 +17,18 @@ std::string tvLanguage() {
     const auto* language = value ? std::get_if<std::string>(&*value) : nullptr;
     return language != nullptr ? *language : "";
   } catch (const StoreError&) {
-    return "";  // whoever needs the store will say what is wrong with it
+    return "";  // the first command that needs the store says what is wrong with it
   }
 }
 
 }  // namespace
 
 void chooseLanguage() {
-  // gettext heeds LANGUAGE in every locale but "C"; this one every machine has.
+  // gettext obeys LANGUAGE in every locale but "C". Every machine has this one.
   std::setlocale(LC_ALL, "C.UTF-8");
   const char* wanted = std::getenv("LANGUAGE");
   std::string language = wanted != nullptr && *wanted != '\0' ? wanted : tvLanguage();
-  // For gettext these mean no translation at all, which no viewer wants.
+  // To gettext these mean string IDs instead of texts.
   if (language == "C" || language == "POSIX") language = "en";
   setenv("LANGUAGE", (language + ":en").c_str(), 1);
 }

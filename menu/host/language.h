@@ -4,9 +4,9 @@
 
 namespace menu {
 
-// Makes texts come in the language of $LANGUAGE, else in the TV's own (the store's
-// "db/menu_widget/language"), and in English where that has none; always in UTF-8. To be called
-// before the first text is asked for, and before any thread is started.
+// Sets the language of all texts: that of $LANGUAGE, else the TV's own (the store's
+// "db/menu_widget/language"). What is not translated is in English; all texts are UTF-8. Call it
+// before the first text is asked for and before any thread is started.
 void chooseLanguage();
 
 }  // namespace menu

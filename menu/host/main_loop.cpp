@@ -13,10 +13,6 @@ void runPending() {
   }
 }
 
-void runUntil(const std::function<bool()>& done) {
-  while (!done()) g_main_context_iteration(nullptr, TRUE);
-}
-
 Interruption::Interruption() {
   const auto note = [](void* asked) {
     *static_cast<bool*>(asked) = true;

@@ -7,11 +7,8 @@
 
 namespace menu {
 
-// Runs what is due now.
+// Runs the timers and notifications that are due, and returns.
 void runPending();
-
-// Runs until `done` says so, which is asked after every event.
-void runUntil(const std::function<bool()>& done);
 
 // While it lives, calls `tick` (which may be empty) after every period.
 class Ticker {
@@ -30,8 +27,8 @@ class Ticker {
   unsigned source_ = 0;
 };
 
-// While it lives, Ctrl-C, SIGTERM and SIGHUP do not kill the program but end its waiting, so that
-// it can leave things in order.
+// While it lives, Ctrl-C, SIGTERM and SIGHUP end the program's waiting instead of the program, so
+// that it can clean up.
 class Interruption {
  public:
   Interruption();
@@ -39,7 +36,8 @@ class Interruption {
   Interruption(const Interruption&) = delete;
   Interruption& operator=(const Interruption&) = delete;
 
-  // Runs until `done` says so or the program is asked to end. Returns whether it was done.
+  // Runs until `done`, which is asked after every event, returns true, or the program is asked to
+  // end. Returns whether it was done.
   bool runUntil(const std::function<bool()>& done) const;
 
   // As above, for at most that long.

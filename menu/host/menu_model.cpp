@@ -9,13 +9,12 @@ namespace menu {
 
 namespace {
 
-constexpr char kBusyAnimation[] = "loading";
-constexpr char kDeviceNameKey[] = "menu/network/devicename";
-constexpr const char* kSavedNetworkKeys[] = {"menu/network/SavedAP1", "menu/network/SavedAP2"};
+constexpr const char* kSavedNetworkKeys[] = {VENTARO_KEY_SAVED_NETWORK_1,
+                                             VENTARO_KEY_SAVED_NETWORK_2};
 
 NetworkState stateOfIcon(const std::string& icon) {
   if (icon.empty()) return NetworkState::kNone;
-  return icon == kBusyAnimation ? NetworkState::kConnecting : NetworkState::kConnected;
+  return icon == VENTARO_ICON_BUSY ? NetworkState::kConnecting : NetworkState::kConnected;
 }
 
 bool hasValue(ItemKind kind) {
@@ -84,7 +83,7 @@ Item MenuModel::readItem(const MenuNode& node) {
   return item;
 }
 
-// Each part for itself, so that one callback that fails costs only its own.
+// Reads each part by itself: a callback that fails costs its own part and no other.
 void MenuModel::readParts(const MenuNode& node, Item& item) {
   const auto part = [&item](const auto& readPart) {
     try {
@@ -102,7 +101,7 @@ void MenuModel::readParts(const MenuNode& node, Item& item) {
   }
   part([&] { item.help = provider_.helpText(node.key); });
   part([&] { item.titleIcon = provider_.titleIcon(node.key); });
-  // For any item but the first saved network this is the icon of the second: the provider's answer.
+  // The provider answers with the second saved network's icon for every item but the first.
   part([&] { item.statusIcon = provider_.statusIcon(node.key); });
   if (node.kind == ItemKind::kSavedNetwork) {
     if (item.problems.empty()) shownNetworks_[node.key] = item.name;
@@ -166,8 +165,8 @@ void MenuModel::rename(const std::string& name) {
   if (!isPlainText(name)) {
     throw UnknownError("the name must be one line of UTF-8 text without control characters");
   }
-  requireEnabled(kDeviceNameKey);
-  const int result = provider_.setString(kDeviceNameKey, name);
+  requireEnabled(VENTARO_KEY_DEVICE_NAME);
+  const int result = provider_.setString(VENTARO_KEY_DEVICE_NAME, name);
   if (result != 0) {
     throw RefusedError("the TV did not store the name: set_string gave " + std::to_string(result) +
                        "; VENTARO_LOG=stderr shows why");
@@ -190,7 +189,7 @@ Item MenuModel::connect(int position) {
                        " was " + inQuotes(shown->second) + " and is now " + inQuotes(name) +
                        "; look at the menu again");
   }
-  // Its result says nothing: the network service answers through the network's state.
+  // The result says nothing: the network service answers through the network's state.
   provider_.setInt(key, 1);
   Item asked;
   asked.key = key;

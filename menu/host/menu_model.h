@@ -14,13 +14,13 @@
 
 namespace menu {
 
-// What was asked for does not exist: the message says what was wrong and what there is.
+// What was asked for does not exist. The message says what was wrong and what there is.
 class UnknownError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-// What was asked for exists, but could not be done; the message says why.
+// What was asked for exists but could not be done. The message says why.
 class RefusedError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -44,7 +44,7 @@ struct Item {
   bool visible = true;
   bool enabled = true;
   std::vector<Item> items;
-  std::vector<std::string> problems;  // callbacks that failed; what they would have told is missing
+  std::vector<std::string> problems;  // callbacks that failed; their parts of the item are missing
 };
 
 // Every function asks the provider anew. They raise CallbackError, UnknownError and RefusedError.
@@ -64,12 +64,11 @@ class MenuModel {
   // The confirmation box that an item would show.
   Provider::MessageBox box(const std::string& key);
 
-  // The entry that a person means by its value or its text. UnknownError when the item has no
-  // value, or no such entry.
+  // The entry with that value or text. UnknownError when the item has no value, or no such entry.
   Provider::ListEntry findChoice(const std::string& key, const std::string& choice);
 
-  // Gives an item a value of its option list. Asks nobody; who chooses for a person asks first
-  // where the entry's action says so.
+  // Gives an item a value of its option list, without asking. Where the entry's action says so, the
+  // caller asks the person first.
   void set(const std::string& key, int value);
 
   // Gives the TV a name.

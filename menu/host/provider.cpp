@@ -11,16 +11,13 @@ namespace menu {
 
 namespace {
 
-// A list text fills at most this many bytes, and has no NUL when it fills them all.
-constexpr std::size_t kListTextSize = 256;
-
-// An entry may be a string ID, which is the menu's to look up, in the provider's text domain.
+// An entry may be a string ID, which the menu has to look up in the provider's text domain.
 std::string translated(std::string_view text) {
   const std::string sid(text);
   return text.starts_with("SID_") ? dgettext("ventaro", sid.c_str()) : sid;
 }
 
-// Runs a callback; what it raises is told with its name.
+// Runs a callback. An exception that leaves it becomes a CallbackError with its name.
 template <typename Call>
 auto guarded(const char* callback, const Call& call) {
   try {
@@ -128,9 +125,9 @@ Provider::ListEntry Provider::entry(void* item) const {
           [&] { return table_->get_list_item_int_value(item, &entry.value); });
   guarded("get_list_item_following_action_type",
           [&] { return table_->get_list_item_following_action_type(item, &entry.action); });
-  // The text stays the list's.
+  // The list owns the text, which has no NUL when it fills its block.
   const std::string_view bytes(text != nullptr ? text : "",
-                               text != nullptr ? strnlen(text, kListTextSize) : 0);
+                               text != nullptr ? strnlen(text, VENTARO_LIST_TEXT_SIZE) : 0);
   entry.text = displayText(markupToText(translated(bytes)));
   return entry;
 }

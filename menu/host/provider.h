@@ -43,7 +43,7 @@ class Provider {
   // Nothing when it cannot be read.
   std::optional<int> intValue(const std::string& key) const;
 
-  // Return what the callbacks return.
+  // These return what the callbacks return.
   int setInt(const std::string& key, int value) const;
   int setString(const std::string& key, const std::string& value) const;
 
