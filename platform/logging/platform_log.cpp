@@ -3,13 +3,11 @@
 #include <unistd.h>
 
 #include <cstdarg>
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "../config_store/host_switches.h"
-#include "log_files.h"
-#include "message.h"
+#include "../host/switches.h"
+#include "log_channel.h"
 #include "platform/log.h"
 
 namespace {
@@ -32,9 +30,8 @@ std::string pattern() {
 }
 
 spdlog::logger& logger() {
-  static auto* const shared = new std::shared_ptr<spdlog::logger>(  // never destroyed
-      platform::makeLogger("platform", "platform.log", pattern()));
-  return **shared;
+  static auto& made = platform::makeLogger("platform", "platform.log", pattern());
+  return made;
 }
 
 std::string_view withoutLastNewlines(std::string_view text) {
@@ -53,13 +50,14 @@ std::string lineOf(const char* buffer, std::string_view tag, std::string_view me
 }  // namespace
 
 int __dlog_print(int log_id, int /*priority*/, const char* tag, const char* format, ...) {
-  if (const int fault = platform::injectedFault("__dlog_print")) return fault;
+  if (const int fault = platform::injectedFault(__func__)) return fault;
   if (format == nullptr) return -1;
   std::va_list arguments;
   va_start(arguments, format);
-  const std::string text = platform::formatMessage(format, arguments);
+  const platform::Message text = platform::formatMessage(format, arguments);
   va_end(arguments);
-  const std::string_view message = withoutLastNewlines(text);
+  if (text == nullptr) return -1;
+  const std::string_view message = withoutLastNewlines(text.get());
   logger().log(
       spdlog::level::info,
       lineOf(bufferName(log_id), withoutLastNewlines(tag != nullptr ? tag : "-"), message));

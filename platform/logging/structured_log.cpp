@@ -3,7 +3,6 @@
 
 #include <glib.h>
 #include <json/value.h>
-#include <json/writer.h>
 #include <spdlog/fmt/chrono.h>
 #include <spdlog/spdlog.h>
 
@@ -12,16 +11,15 @@
 #include <memory>
 #include <string>
 
-#include "../config_store/host_switches.h"
-#include "log_files.h"
-#include "message.h"
+#include "../host/json_text.h"
+#include "../host/switches.h"
+#include "log_channel.h"
 
 namespace {
 
 spdlog::logger& logger() {
-  static auto* const shared = new std::shared_ptr<spdlog::logger>(  // never destroyed
-      platform::makeLogger("structured", "structured.jsonl", "%v"));
-  return **shared;
+  static auto& made = platform::makeLogger("structured", "structured.jsonl", "%v");
+  return made;
 }
 
 std::string timeNow() {
@@ -33,14 +31,10 @@ std::string timeNow() {
 }
 
 // JSON is UTF-8, and a message may hold a text that was cut inside a character.
-std::string validText(const std::string& text) {
-  const std::unique_ptr<char, decltype(&g_free)> valid(
-      g_utf8_make_valid(text.data(), static_cast<gssize>(text.size())), &g_free);
+std::string validText(const char* text) {
+  if (text == nullptr) return "";
+  const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text, -1), &g_free);
   return valid.get();
-}
-
-std::string textOf(const char* text) {
-  return text != nullptr ? validText(text) : "";
 }
 
 }  // namespace
@@ -61,16 +55,13 @@ void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...
   std::va_list arguments;
   va_start(arguments, format);
   Json::Value record;
-  record["message"] = validText(platform::formatMessage(format, arguments));
+  record["message"] = validText(platform::formatMessage(format, arguments).get());
   va_end(arguments);
   record["time"] = timeNow();
-  record["path"] = textOf(location.path);
+  record["path"] = validText(location.path);
   record["line"] = location.line;
-  record["function"] = textOf(location.signature);
-  Json::StreamWriterBuilder writer;
-  writer["indentation"] = "";
-  writer["emitUTF8"] = true;
-  logger().info("{}", Json::writeString(writer, record));
+  record["function"] = validText(location.signature);
+  logger().info("{}", platform::jsonLine(record));
 }
 
 }  // namespace ht

@@ -3,15 +3,15 @@
 
 #include <vector>
 
-#include "../config_store/host_switches.h"
-#include "guard.h"
 #include "handles.h"
 #include "network.h"
+#include "network_code.h"
 
 namespace {
 
 using platform::guarded;
-using platform::Handles;
+using platform::handlesOf;
+using platform::kNetwork;
 using platform::network;
 using platform::NetworkCode;
 using platform::Profile;
@@ -29,59 +29,43 @@ struct ProfileIterator {
   std::size_t next = 0;
 };
 
-// Never destroyed: a library that is unloaded at exit still returns its connections.
-Handles<Connection>& connections() {
-  static auto* const handles = new Handles<Connection>;
-  return *handles;
-}
-
-Handles<ProfileIterator>& iterators() {
-  static auto* const handles = new Handles<ProfileIterator>;
-  return *handles;
-}
-
-Handles<Profile>& profiles() {
-  static auto* const handles = new Handles<Profile>;
-  return *handles;
-}
-
 void* makeIterator(Connection& connection) {
   ProfileIterator iterator;
   for (const Profile& profile : network().profiles()) {
-    iterator.profiles.push_back(profiles().add(profile));
+    iterator.profiles.push_back(handlesOf<Profile>().add(profile));
     connection.profiles.push_back(iterator.profiles.back());
   }
-  connection.iterators.push_back(iterators().add(iterator));
+  connection.iterators.push_back(handlesOf<ProfileIterator>().add(iterator));
   return connection.iterators.back();
 }
 
 }  // namespace
 
 int connection_create(connection_h* connection) {
-  return guarded("connection_create", [connection] {
+  return guarded(kNetwork, __func__, [connection] {
     if (connection == nullptr) return NetworkCode::kNullArgument;
-    *connection = connections().add({});
+    *connection = handlesOf<Connection>().add({});
     return NetworkCode::kOk;
   });
 }
 
 int connection_destroy(connection_h connection) {
-  return guarded("connection_destroy", [connection] {
+  return guarded(kNetwork, __func__, [connection] {
     if (connection == nullptr) return NetworkCode::kNullArgument;
-    const auto object = connections().find(connection);
+    const auto object = handlesOf<Connection>().find(connection);
     if (object == nullptr) return NetworkCode::kBadHandle;
-    for (void* iterator : object->iterators) iterators().remove(iterator);
-    for (void* profile : object->profiles) profiles().remove(profile);
-    connections().remove(connection);
+    for (void* iterator : object->iterators) handlesOf<ProfileIterator>().remove(iterator);
+    for (void* profile : object->profiles) handlesOf<Profile>().remove(profile);
+    handlesOf<Connection>().remove(connection);
     return NetworkCode::kOk;
   });
 }
 
 int connection_get_profile_iterator(connection_h connection, int iterator_type,
                                     connection_profile_iterator_h* iterator) {
-  return guarded("connection_get_profile_iterator", [&] {
+  return guarded(kNetwork, __func__, [&] {
     if (connection == nullptr || iterator == nullptr) return NetworkCode::kNullArgument;
-    const auto object = connections().find(connection);
+    const auto object = handlesOf<Connection>().find(connection);
     if (object == nullptr) return NetworkCode::kBadHandle;
     if (iterator_type != kRegisteredProfiles) return NetworkCode::kWrongType;
     *iterator = makeIterator(*object);
@@ -90,16 +74,16 @@ int connection_get_profile_iterator(connection_h connection, int iterator_type,
 }
 
 bool connection_profile_iterator_has_next(connection_profile_iterator_h iterator) {
-  if (platform::injectedFault("connection_profile_iterator_has_next") != 0) return false;
-  const auto object = iterators().find(iterator);
+  if (platform::injectedFault(__func__) != 0) return false;
+  const auto object = handlesOf<ProfileIterator>().find(iterator);
   return object != nullptr && object->next < object->profiles.size();
 }
 
 int connection_profile_iterator_next(connection_profile_iterator_h iterator,
                                      connection_profile_h* profile) {
-  return guarded("connection_profile_iterator_next", [&] {
+  return guarded(kNetwork, __func__, [&] {
     if (iterator == nullptr || profile == nullptr) return NetworkCode::kNullArgument;
-    const auto object = iterators().find(iterator);
+    const auto object = handlesOf<ProfileIterator>().find(iterator);
     if (object == nullptr) return NetworkCode::kBadHandle;
     if (object->next >= object->profiles.size()) return NetworkCode::kEnd;
     *profile = object->profiles[object->next++];
@@ -108,9 +92,9 @@ int connection_profile_iterator_next(connection_profile_iterator_h iterator,
 }
 
 int connection_profile_get_type(connection_profile_h profile, int* type) {
-  return guarded("connection_profile_get_type", [&] {
+  return guarded(kNetwork, __func__, [&] {
     if (profile == nullptr || type == nullptr) return NetworkCode::kNullArgument;
-    const auto object = profiles().find(profile);
+    const auto object = handlesOf<Profile>().find(profile);
     if (object == nullptr) return NetworkCode::kBadHandle;
     *type = static_cast<int>(object->type);
     return NetworkCode::kOk;
@@ -118,9 +102,9 @@ int connection_profile_get_type(connection_profile_h profile, int* type) {
 }
 
 int connection_profile_enable_ethernet_eap(connection_profile_h profile, bool enable) {
-  return guarded("connection_profile_enable_ethernet_eap", [&] {
+  return guarded(kNetwork, __func__, [&] {
     if (profile == nullptr) return NetworkCode::kNullArgument;
-    const auto object = profiles().find(profile);
+    const auto object = handlesOf<Profile>().find(profile);
     if (object == nullptr) return NetworkCode::kBadHandle;
     if (object->type != platform::ProfileType::kEthernet) return NetworkCode::kWrongType;
     network().setEthernetEap(*object, enable);

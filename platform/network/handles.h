@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "../host/never_destroyed.h"
+
 namespace platform {
 
 // Owns the objects behind the handles of one kind. Any thread.
@@ -38,6 +40,13 @@ class Handles {
   mutable std::mutex mutex_;
   std::unordered_map<void*, std::shared_ptr<T>> objects_;
 };
+
+// All handles to objects of that kind.
+template <typename T>
+Handles<T>& handlesOf() {
+  static auto& handles = neverDestroyed(new Handles<T>);
+  return handles;
+}
 
 }  // namespace platform
 

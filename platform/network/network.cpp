@@ -1,8 +1,9 @@
 #include "network.h"
 
-#include <cstdlib>
 #include <memory>
 
+#include "../host/environment.h"
+#include "../host/never_destroyed.h"
 #include "platform/host/errors.h"
 #include "simulated_network.h"
 
@@ -11,8 +12,7 @@ namespace platform {
 namespace {
 
 std::unique_ptr<Network> makeNetwork() {
-  const char* variable = std::getenv("VENTARO_NETWORK");
-  const std::string name = variable != nullptr && *variable != '\0' ? variable : "simulated";
+  const std::string name = variableOr("VENTARO_NETWORK", "simulated");
   if (name == "simulated") return std::make_unique<SimulatedNetwork>();
   throw host::ConfigurationError("VENTARO_NETWORK is \"" + name + "\"; there is: simulated");
 }
@@ -20,9 +20,8 @@ std::unique_ptr<Network> makeNetwork() {
 }  // namespace
 
 Network& network() {
-  // Never destroyed: a library that is unloaded at exit may still ask.
-  static auto* const chosen = makeNetwork().release();
-  return *chosen;
+  static auto& chosen = neverDestroyed(makeNetwork().release());
+  return chosen;
 }
 
 }  // namespace platform

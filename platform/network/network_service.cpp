@@ -11,14 +11,14 @@
 #include <cstring>
 #include <vector>
 
-#include "../config_store/folders.h"
+#include "../host/folders.h"
+#include "../host/json_text.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "platform/host/resources.h"
 #include "platform/log.h"
 #include "saved_networks.h"
 #include "simulated_network.h"
-#include "stored_json.h"
 
 namespace platform::host {
 
@@ -54,12 +54,6 @@ void logLine(const std::string& text) {
   __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "NETWORK_SERVICE", "%s", text.c_str());
 }
 
-// The object that a key's text holds; an empty one when it holds none.
-Json::Value storedObject(const char* key) {
-  const Json::Value value = readStoredJson(key);
-  return value.isObject() ? value : Json::objectValue;
-}
-
 SimulatedNetwork& simulatedNetwork() {
   auto* simulated = dynamic_cast<SimulatedNetwork*>(&network());
   if (simulated == nullptr) {
@@ -71,6 +65,7 @@ SimulatedNetwork& simulatedNetwork() {
 }  // namespace
 
 struct NetworkService::Impl {
+  SimulatedNetwork& network = simulatedNetwork();
   ServiceLock lock;
   Subscription commands;
   Subscription radio;
@@ -78,22 +73,16 @@ struct NetworkService::Impl {
   bool radioWasOn = false;
 
   void start() {
-    radioWasOn = simulatedNetwork().isRadioOn();
+    radioWasOn = network.isRadioOn();
     if (!radioWasOn) drop();
     // A connection that a killed service left half-done starts again.
-    if (const std::string ssid = simulatedNetwork().connecting(); !ssid.empty()) connect(ssid);
-    commands =
-        ConfigStore::instance().subscribe(kConnectCommandKey, [this](const std::string& key) {
-          if (key == kConnectCommandKey) obeyCommand();
-        });
-    radio = ConfigStore::instance().subscribe(kRadioKey, [this](const std::string& key) {
-      if (key == kRadioKey) followRadio();
-    });
+    if (const std::string ssid = network.connecting(); !ssid.empty()) connect(ssid);
+    commands = onSet(kConnectCommandKey, [this] { obeyCommand(); });
+    radio = onSet(kRadioKey, [this] { followRadio(); });
   }
 
   // An error cannot reach anybody from the main loop; it is logged, and the service goes on.
-  template <typename Action>
-  void guarded(const Action& action) {
+  static void guarded(const std::function<void()>& action) {
     try {
       action();
     } catch (const std::exception& error) {
@@ -101,32 +90,33 @@ struct NetworkService::Impl {
     }
   }
 
-  void obeyCommand() {
-    guarded([this] {
-      const auto ssid = commandedNetwork();
-      if (!ssid) return logLine("ignored a command that is not to connect");
-      connect(*ssid);
+  static Subscription onSet(const std::string& key, const std::function<void()>& act) {
+    return ConfigStore::instance().subscribe(key, [key, act](const std::string& changed) {
+      if (changed == key) guarded(act);
     });
+  }
+
+  void obeyCommand() {
+    const auto ssid = commandedNetwork();
+    if (!ssid) return logLine("ignored a command that is not to connect");
+    connect(*ssid);
   }
 
   void followRadio() {
-    guarded([this] {
-      const bool on = simulatedNetwork().isRadioOn();
-      // A scenario that brings the radio on may bring a connection, too.
-      if (on && !radioWasOn && simulatedNetwork().connected().empty()) connectToFirstSaved();
-      if (!on) drop();
-      radioWasOn = on;
-    });
+    const bool on = network.isRadioOn();
+    // A scenario that brings the radio on may bring a connection, too.
+    if (on && !radioWasOn && network.connected().empty()) connectToFirstSaved();
+    if (!on) drop();
+    radioWasOn = on;
   }
 
   void connectToFirstSaved() {
-    const std::vector<AccessPoint> points = simulatedNetwork().accessPoints();
+    const std::vector<AccessPoint> points = network.accessPoints();
     const auto first = std::ranges::find(points, true, &AccessPoint::saved);
     if (first != points.end()) connect(first->ssid);
   }
 
   void connect(const std::string& ssid) {
-    SimulatedNetwork& network = simulatedNetwork();
     const std::vector<AccessPoint> points = network.accessPoints();
     if (!network.isRadioOn()) return answer(ssid, "Wi-Fi is off");
     if (std::ranges::find(points, ssid, &AccessPoint::ssid) == points.end()) {
@@ -141,16 +131,15 @@ struct NetworkService::Impl {
         [](void* self) {
           auto& impl = *static_cast<Impl*>(self);
           impl.timer = 0;
-          impl.guarded([&impl] { impl.complete(); });
+          guarded([&impl] { impl.complete(); });
           return gboolean{G_SOURCE_REMOVE};
         },
         this);
   }
 
-  static void answer(const std::string& ssid, const char* refusal) {
+  void answer(const std::string& ssid, const char* refusal) const {
     if (*refusal != '\0') {
       logLine("cannot connect to \"" + ssid + "\": " + refusal);
-      const SimulatedNetwork& network = simulatedNetwork();
       publishStates(network.accessPoints(), network.connected(), network.connecting());
     }
     Json::Value answer(Json::objectValue);
@@ -160,7 +149,6 @@ struct NetworkService::Impl {
   }
 
   void complete() {
-    const SimulatedNetwork& network = simulatedNetwork();
     const std::string ssid = network.connecting();
     // Nothing is when the radio went off, or another scenario was loaded, meanwhile.
     setAndPublish(ssid.empty() ? network.connected() : ssid, "");
@@ -168,14 +156,12 @@ struct NetworkService::Impl {
 
   void drop() {
     stopTimer();
-    const SimulatedNetwork& network = simulatedNetwork();
     if (!network.connected().empty() || !network.connecting().empty() || radioWasOn) {
       setAndPublish("", "");
     }
   }
 
   void setAndPublish(const std::string& connected, const std::string& connecting) {
-    SimulatedNetwork& network = simulatedNetwork();
     network.setConnection(connected, connecting);
     publishStates(network.accessPoints(), connected, connecting);
   }
@@ -199,7 +185,6 @@ NetworkService::~NetworkService() {
 }
 
 std::unique_ptr<NetworkService> NetworkService::start() {
-  simulatedNetwork();
   std::unique_ptr<NetworkService> service(new NetworkService);
   if (!service->impl_->lock.isHeld()) return nullptr;
   service->impl_->start();
@@ -207,13 +192,13 @@ std::unique_ptr<NetworkService> NetworkService::start() {
 }
 
 std::optional<ConnectAnswer> lastConnectAnswer() {
-  const Json::Value answer = storedObject(kConnectAnswerKey);
+  const Json::Value answer = readStoredJson(kConnectAnswerKey, Json::objectValue);
   if (!answer["ssid"].isString() || !answer["refusal"].isString()) return std::nullopt;
   return ConnectAnswer{answer["ssid"].asString(), answer["refusal"].asString()};
 }
 
 std::optional<std::string> commandedNetwork() {
-  const Json::Value command = storedObject(kConnectCommandKey);
+  const Json::Value command = readStoredJson(kConnectCommandKey, Json::objectValue);
   if (command["COMMAND"] != kConnect || !command["SSID"].isString()) return std::nullopt;
   return command["SSID"].asString();
 }

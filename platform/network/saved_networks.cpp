@@ -2,8 +2,8 @@
 
 #include <json/value.h>
 
+#include "../host/json_text.h"
 #include "platform/host/config_store.h"
-#include "stored_json.h"
 
 namespace platform {
 
@@ -43,8 +43,8 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
 void publishStates(const std::vector<AccessPoint>& points, const std::string& connected,
                    const std::string& connecting) {
   if (!isDocumentOfSomebodyElse()) return publishSavedNetworks(points, connected, connecting);
-  Json::Value document = readStoredJson(kDocumentKey);
-  if (!document.isObject() || !document["values"].isArray()) return;
+  Json::Value document = readStoredJson(kDocumentKey, Json::objectValue);
+  if (!document["values"].isArray()) return;
   Json::Value& values = document["values"];
   for (Json::Value& entry : values) {
     if (!entry.isObject() || !entry["SSID"].isString()) continue;

@@ -3,14 +3,14 @@
 #include <json/value.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 
+#include "../host/environment.h"
+#include "../host/json_text.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "platform/host/resources.h"
 #include "saved_networks.h"
-#include "stored_json.h"
 
 namespace platform {
 
@@ -28,12 +28,6 @@ T valueOf(const std::string& name, T otherwise) {
   const auto value = ConfigStore::instance().get(kPrefix + name);
   const T* typed = value ? std::get_if<T>(&*value) : nullptr;
   return typed != nullptr ? *typed : otherwise;
-}
-
-// The array that a person may have changed; anything that is none counts as empty.
-Json::Value storedArray(const std::string& name) {
-  const Json::Value value = readStoredJson(kPrefix + name);
-  return value.isArray() ? value : Json::arrayValue;
 }
 
 std::string textMember(const Json::Value& entry, const char* name) {
@@ -89,8 +83,7 @@ void publish(const Scenario& scenario) {
 }  // namespace
 
 SimulatedNetwork::SimulatedNetwork() {
-  const char* variable = std::getenv("VENTARO_SCENARIO");
-  const std::string wanted = variable != nullptr ? variable : "";
+  const std::string wanted = variableOr("VENTARO_SCENARIO");
   const auto held = valueOf<std::string>("scenario", "");
   const auto applied = valueOf<std::string>("scenario_variable", "");
   if (!held.empty() && (wanted.empty() || wanted == applied)) return;
@@ -134,7 +127,7 @@ std::optional<AccessPoint> SimulatedNetwork::connectedAccessPoint() {
 
 std::vector<Profile> SimulatedNetwork::profiles() {
   std::vector<Profile> profiles;
-  for (const Json::Value& entry : storedArray("profiles")) {
+  for (const Json::Value& entry : readStoredJson(kPrefix + "profiles", Json::arrayValue)) {
     const bool ethernet = textMember(entry, "type") == "ethernet";
     profiles.push_back(
         {textMember(entry, "name"), ethernet ? ProfileType::kEthernet : ProfileType::kWifi});
@@ -148,7 +141,7 @@ void SimulatedNetwork::setEthernetEap(const Profile& profile, bool on) {
 
 std::vector<AccessPoint> SimulatedNetwork::accessPoints() const {
   std::vector<AccessPoint> points;
-  for (const Json::Value& entry : storedArray("access_points")) {
+  for (const Json::Value& entry : readStoredJson(kPrefix + "access_points", Json::arrayValue)) {
     const bool saved = entry.isObject() && entry["saved"].isBool() && entry["saved"].asBool();
     points.push_back({textMember(entry, "ssid"), intMember(entry, "frequency_mhz"),
                       intMember(entry, "signal_dbm"), saved});

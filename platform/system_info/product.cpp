@@ -1,7 +1,6 @@
 #include "platform/host/product.h"
 
-#include <cstdlib>
-
+#include "../host/environment.h"
 #include "platform/host/json_file.h"
 #include "platform/host/resources.h"
 
@@ -28,34 +27,22 @@ const char* expectedType(const StoreValue& example) {
   return kWords[example.index()];
 }
 
-StoreValue flagValue(const JsonFile& file, const std::string& name, const Json::Value& value) {
-  const auto convert = [&]() -> StoreValue {
-    if (value.isBool()) return value.asBool();
-    if (value.isInt()) return value.asInt();
-    if (value.isString()) return value.asString();
-    file.expected("true, false, an integer or a string", name, value);
-  };
-  const StoreValue flag = convert();
-  const auto known = kKnownTypes.find(name);
-  if (known != kKnownTypes.end() && known->second.index() != flag.index()) {
-    file.expected(expectedType(known->second), name, value);
-  }
-  return flag;
-}
-
 }  // namespace
 
 Product loadProduct() {
-  const char* name = std::getenv("VENTARO_PRODUCT");
-  return loadProduct(name != nullptr && *name != '\0' ? name : kDefaultProduct);
+  return loadProduct(variableOr("VENTARO_PRODUCT", kDefaultProduct));
 }
 
 Product loadProduct(const std::string& nameOrPath) {
   const JsonFile file(findResource("products", nameOrPath));
-  Product product{file.path(), file.text(file.root(), "description"), {}};
+  const std::string description = file.text(file.root(), "description");
   const Json::Value& flags = file.dictionary(file.root(), "flags");
-  for (const std::string& name : flags.getMemberNames()) {
-    product.flags.emplace(name, flagValue(file, name, flags[name]));
+  Product product{file.path(), description, file.values(flags)};
+  for (const auto& [name, flag] : product.flags) {
+    const auto known = kKnownTypes.find(name);
+    if (known != kKnownTypes.end() && known->second.index() != flag.index()) {
+      file.expected(expectedType(known->second), name, flags[name]);
+    }
   }
   return product;
 }

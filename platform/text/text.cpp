@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "../config_store/host_switches.h"
+#include "../host/switches.h"
 #include "platform/app_util.h"
 #include "platform/markup.h"
 
@@ -66,7 +66,7 @@ std::string fill(std::string_view text, const std::array<const char*, kLetters.s
 
 char* evas_textblock_text_utf8_to_markup(const void* /*object*/, const char* utf8) {
   if (utf8 == nullptr) return nullptr;
-  if (platform::injectedFault("evas_textblock_text_utf8_to_markup") != 0) return nullptr;
+  if (platform::injectedFault(__func__) != 0) return nullptr;
   return strdup(toMarkup(utf8).c_str());
 }
 

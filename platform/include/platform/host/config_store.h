@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -21,7 +22,6 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <variant>
 
 #include "platform/config_store.h"
@@ -62,26 +62,15 @@ using StoreView = std::variant<int, bool, std::string_view>;
 PLATFORM_API StoreValue copyOf(const StoreView& value);
 
 // The word for a value's type: "int", "bool" or "string".
-PLATFORM_API const char* typeName(const StoreValue& value);
-PLATFORM_API const char* typeName(const StoreView& value);
+template <typename... Types>
+const char* typeName(const std::variant<Types...>& value) {
+  constexpr const char* kNames[] = {"int", "bool", "string"};
+  return kNames[value.index()];
+}
 
-// Ends its subscription when it goes. To be ended on the thread that iterates the main context.
-class PLATFORM_API Subscription {
- public:
-  Subscription() = default;
-  explicit Subscription(std::function<void()> end) : end_(std::move(end)) {}
-  Subscription(Subscription&& other) noexcept : end_(std::exchange(other.end_, nullptr)) {}
-  Subscription& operator=(Subscription&& other) noexcept {
-    const Subscription ended(std::exchange(end_, std::exchange(other.end_, nullptr)));
-    return *this;
-  }
-  ~Subscription() {
-    if (end_) end_();
-  }
-
- private:
-  std::function<void()> end_;
-};
+// Ends its subscription when the last copy of it goes, which is to be on the thread that iterates
+// the main context.
+using Subscription = std::shared_ptr<void>;
 
 class PLATFORM_API ConfigStore {
  public:
@@ -89,6 +78,9 @@ class PLATFORM_API ConfigStore {
   static ConfigStore& instance();
 
   // All functions raise StoreError.
+
+  // Raises it for a key or a value that no store can hold.
+  static void check(const std::string& key, const StoreValue& value);
 
   // The value, or nothing when there is no such key.
   std::optional<StoreValue> get(std::string_view key) const;
@@ -132,7 +124,13 @@ class PLATFORM_API ConfigStore {
   ConfigStore& operator=(const ConfigStore&) = delete;
 
  private:
-  ConfigStore();
+  // Where a store is, and what it holds before anybody sets it. Each may raise StoreError.
+  struct Origin {
+    std::filesystem::path (*stateFolder)();    // for "db/..."
+    std::filesystem::path (*runtimeFolder)();  // for "memory/..."
+    std::map<std::string, StoreValue> (*factorySettings)();
+  };
+  explicit ConfigStore(const Origin& origin);
   ~ConfigStore();
 
   struct Impl;

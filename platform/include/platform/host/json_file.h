@@ -1,14 +1,16 @@
-// A JSON file that a person writes (a product, a scenario, the menu tree), read so that every
-// mistake in it is named with its file, line and member.
+// A JSON file that a person writes (a product, the factory settings, a scenario, the menu tree),
+// read so that every mistake in it is named with its file, line and member.
 #ifndef PLATFORM_HOST_JSON_FILE_H
 #define PLATFORM_HOST_JSON_FILE_H
 
 #include <json/value.h>
 
 #include <filesystem>
+#include <map>
 #include <string>
 
 #include "platform/export.h"
+#include "platform/host/config_store.h"
 
 namespace platform::host {
 
@@ -29,14 +31,19 @@ class PLATFORM_API JsonFile {
   const Json::Value& array(const Json::Value& object, const char* member) const;
   const Json::Value& dictionary(const Json::Value& object, const char* member) const;
 
+  // All members of `object`, each of which is true, false, an integer or a string.
+  std::map<std::string, StoreValue> values(const Json::Value& object) const;
+
+  // Raises the error that there is with `value`.
+  [[noreturn]] void fail(const Json::Value& value, const std::string& reason) const;
+
   // Raises the error that `value`, at that member, should be something else.
   [[noreturn]] void expected(const char* what, const std::string& member,
                              const Json::Value& value) const;
 
  private:
-  const Json::Value& get(const Json::Value& object, const std::string& member,
-                         const char* what) const;
-  std::string at(const Json::Value& value) const;
+  const Json::Value& get(const Json::Value& object, const char* member, const char* what,
+                         bool (Json::Value::*isOne)() const) const;
 
   std::filesystem::path path_;
   std::string content_;

@@ -1,6 +1,6 @@
 // Where the host platform keeps its files.
-#ifndef PLATFORM_CONFIG_STORE_FOLDERS_H
-#define PLATFORM_CONFIG_STORE_FOLDERS_H
+#ifndef PLATFORM_HOST_FOLDERS_H
+#define PLATFORM_HOST_FOLDERS_H
 
 #include <filesystem>
 
@@ -16,4 +16,4 @@ std::filesystem::path runtimeFolder();
 
 }  // namespace platform
 
-#endif  // PLATFORM_CONFIG_STORE_FOLDERS_H
+#endif  // PLATFORM_HOST_FOLDERS_H

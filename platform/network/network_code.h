@@ -1,8 +1,8 @@
-// What the C functions of the network have in common.
-#ifndef PLATFORM_NETWORK_GUARD_H
-#define PLATFORM_NETWORK_GUARD_H
+// What the C functions of the network return, and how they fail.
+#ifndef PLATFORM_NETWORK_NETWORK_CODE_H
+#define PLATFORM_NETWORK_NETWORK_CODE_H
 
-#include <functional>
+#include "../host/guard.h"
 
 namespace platform {
 
@@ -17,10 +17,9 @@ enum class NetworkCode : int {
   kUnavailable = -106,   // the network's state cannot be read or written
 };
 
-// Carries out `action` and returns its result; an injected fault instead of it, and kUnavailable
-// with a line in the log for an exception.
-int guarded(const char* function, const std::function<NetworkCode()>& action);
+inline constexpr Service kNetwork = {
+    "NETWORK", [](const std::exception&) { return static_cast<int>(NetworkCode::kUnavailable); }};
 
 }  // namespace platform
 
-#endif  // PLATFORM_NETWORK_GUARD_H
+#endif  // PLATFORM_NETWORK_NETWORK_CODE_H

@@ -1,7 +1,7 @@
 // One LMDB environment: values by key, and the journal of what changed, which is how processes tell
 // each other. Both are written in one transaction, so there is no change without its entry.
-#ifndef PLATFORM_CONFIG_STORE_DATABASE_H
-#define PLATFORM_CONFIG_STORE_DATABASE_H
+#ifndef PLATFORM_STORE_DATABASE_H
+#define PLATFORM_STORE_DATABASE_H
 
 #include <lmdb.h>
 
@@ -86,4 +86,4 @@ class Database {
 
 }  // namespace platform
 
-#endif  // PLATFORM_CONFIG_STORE_DATABASE_H
+#endif  // PLATFORM_STORE_DATABASE_H

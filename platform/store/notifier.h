@@ -1,6 +1,6 @@
 // Tells this process's subscribers of changes to a database, by whichever process made them.
-#ifndef PLATFORM_CONFIG_STORE_NOTIFIER_H
-#define PLATFORM_CONFIG_STORE_NOTIFIER_H
+#ifndef PLATFORM_STORE_NOTIFIER_H
+#define PLATFORM_STORE_NOTIFIER_H
 
 #include <cstdint>
 #include <functional>
@@ -25,14 +25,14 @@ class Notifier {
   Notifier(const Notifier&) = delete;
   Notifier& operator=(const Notifier&) = delete;
 
-  // From the next change on, calls `changed` for every change of a key that `wants` accepts.
+  // From the next change on, calls `changed` for every change of a key that begins with `prefix`.
   // Returns a number for remove(). Raises StoreError when the notice file cannot be watched.
-  int add(std::function<bool(const std::string& key)> wants, Callback changed);
+  int add(const std::string& prefix, Callback changed);
   void remove(int number);
 
  private:
   struct Subscriber {
-    std::function<bool(const std::string& key)> wants;
+    std::string prefix;
     Callback changed;
     std::uint64_t since;  // the last change before the subscription
   };
@@ -53,4 +53,4 @@ class Notifier {
 
 }  // namespace platform
 
-#endif  // PLATFORM_CONFIG_STORE_NOTIFIER_H
+#endif  // PLATFORM_STORE_NOTIFIER_H

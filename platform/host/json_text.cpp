@@ -1,27 +1,25 @@
-#include "stored_json.h"
+#include "json_text.h"
 
 #include <json/reader.h>
 #include <json/writer.h>
 
-#include <memory>
+#include <sstream>
 
 #include "platform/host/config_store.h"
 
 namespace platform {
 
-Json::Value readStoredJson(const std::string& key) {
+Json::Value readStoredJson(const std::string& key, Json::ValueType type) {
   const auto value = host::ConfigStore::instance().get(key);
   const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;
-  if (text == nullptr) return {};
+  if (text == nullptr) return type;
   Json::Value root;
-  std::string errors;
-  const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
   try {
-    const bool parsed = reader->parse(text->data(), text->data() + text->size(), &root, &errors);
-    return parsed ? root : Json::Value();
+    std::istringstream(*text) >> root;
   } catch (const Json::Exception&) {
-    return {};  // nested too deep
+    return type;
   }
+  return root.type() == type ? root : type;
 }
 
 std::string jsonLine(const Json::Value& value) {

@@ -5,25 +5,26 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <string>
 
+#include "environment.h"
 #include "platform/host/config_store.h"
 
 namespace platform {
 
 namespace {
 
-// A variable that is empty counts as not set.
-std::filesystem::path fromEnvironment(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value != nullptr ? value : "";
-}
-
 std::filesystem::path homeFolder() {
-  if (const auto home = fromEnvironment("HOME"); !home.empty()) return home;
+  if (const auto home = variableOr("HOME"); !home.empty()) return home;
   const passwd* user = getpwuid(getuid());
   return user != nullptr ? user->pw_dir : "/";
+}
+
+// The folder that `own` names, else the one called ventaro in that which `base` names; else none.
+std::filesystem::path named(const char* own, const char* base) {
+  if (auto folder = variableOr(own); !folder.empty()) return folder;
+  const std::filesystem::path parent = variableOr(base);
+  return parent.empty() ? parent : parent / "ventaro";
 }
 
 // Others can write to /tmp as well, so what stands there under our name must be ours.
@@ -47,15 +48,13 @@ std::filesystem::path privateTemporaryFolder() {
 }  // namespace
 
 std::filesystem::path stateFolder() {
-  if (const auto folder = fromEnvironment("VENTARO_STATE_DIR"); !folder.empty()) return folder;
-  if (const auto base = fromEnvironment("XDG_STATE_HOME"); !base.empty()) return base / "ventaro";
-  return homeFolder() / ".local/state/ventaro";
+  const auto folder = named("VENTARO_STATE_DIR", "XDG_STATE_HOME");
+  return folder.empty() ? homeFolder() / ".local/state/ventaro" : folder;
 }
 
 std::filesystem::path runtimeFolder() {
-  if (const auto folder = fromEnvironment("VENTARO_RUNTIME_DIR"); !folder.empty()) return folder;
-  if (const auto base = fromEnvironment("XDG_RUNTIME_DIR"); !base.empty()) return base / "ventaro";
-  return privateTemporaryFolder();
+  const auto folder = named("VENTARO_RUNTIME_DIR", "XDG_RUNTIME_DIR");
+  return folder.empty() ? privateTemporaryFolder() : folder;
 }
 
 }  // namespace platform

@@ -66,14 +66,14 @@ Notifier::~Notifier() {
   if (inotify_ >= 0) close(inotify_);
 }
 
-int Notifier::add(std::function<bool(const std::string&)> wants, Callback changed) {
+int Notifier::add(const std::string& prefix, Callback changed) {
   const std::lock_guard lock(mutex_);
   watch();
   const std::uint64_t last = database_.lastChange();
   if (subscribers_.empty()) delivered_ = last;
   const int number = nextNumber_++;
-  subscribers_.emplace(
-      number, std::make_shared<Subscriber>(Subscriber{std::move(wants), std::move(changed), last}));
+  subscribers_.emplace(number,
+                       std::make_shared<Subscriber>(Subscriber{prefix, std::move(changed), last}));
   return number;
 }
 
@@ -127,7 +127,7 @@ void Notifier::deliver(const Database::Change& change) {
   {
     const std::lock_guard lock(mutex_);
     for (const auto& [number, subscriber] : subscribers_) {
-      if (change.number > subscriber->since && subscriber->wants(change.key)) {
+      if (change.number > subscriber->since && change.key.starts_with(subscriber->prefix)) {
         numbers.push_back(number);
       }
     }

@@ -1,7 +1,7 @@
 // What a person switches in the store to see how the product takes it. Any thread; a change by any
 // process counts from the next call on.
-#ifndef PLATFORM_CONFIG_STORE_HOST_SWITCHES_H
-#define PLATFORM_CONFIG_STORE_HOST_SWITCHES_H
+#ifndef PLATFORM_HOST_SWITCHES_H
+#define PLATFORM_HOST_SWITCHES_H
 
 namespace platform {
 
@@ -15,4 +15,4 @@ bool keepsStructuredLog();
 
 }  // namespace platform
 
-#endif  // PLATFORM_CONFIG_STORE_HOST_SWITCHES_H
+#endif  // PLATFORM_HOST_SWITCHES_H

@@ -1,6 +1,6 @@
 // LMDB's transactions and cursors as objects that end themselves, and its errors as StoreError.
-#ifndef PLATFORM_CONFIG_STORE_TRANSACTIONS_H
-#define PLATFORM_CONFIG_STORE_TRANSACTIONS_H
+#ifndef PLATFORM_STORE_TRANSACTIONS_H
+#define PLATFORM_STORE_TRANSACTIONS_H
 
 #include <lmdb.h>
 
@@ -101,4 +101,4 @@ class Cursor {
 
 }  // namespace platform
 
-#endif  // PLATFORM_CONFIG_STORE_TRANSACTIONS_H
+#endif  // PLATFORM_STORE_TRANSACTIONS_H

@@ -73,52 +73,63 @@ JsonFile::JsonFile(std::filesystem::path path) : path_(std::move(path)), content
 }
 
 std::string JsonFile::text(const Json::Value& object, const char* member) const {
-  const Json::Value& value = get(object, member, "a string");
-  if (!value.isString()) expected("a string", member, value);
-  return value.asString();
+  return get(object, member, "a string", &Json::Value::isString).asString();
 }
 
 int JsonFile::integer(const Json::Value& object, const char* member) const {
-  const Json::Value& value = get(object, member, "an integer");
-  if (!value.isInt()) expected("an integer", member, value);
-  return value.asInt();
+  return get(object, member, "an integer", &Json::Value::isInt).asInt();
 }
 
 bool JsonFile::flag(const Json::Value& object, const char* member) const {
-  const Json::Value& value = get(object, member, "true or false");
-  if (!value.isBool()) expected("true or false", member, value);
-  return value.asBool();
+  return get(object, member, "true or false", &Json::Value::isBool).asBool();
 }
 
 const Json::Value& JsonFile::array(const Json::Value& object, const char* member) const {
-  const Json::Value& value = get(object, member, "an array");
-  if (!value.isArray()) expected("an array", member, value);
-  return value;
+  return get(object, member, "an array", &Json::Value::isArray);
 }
 
 const Json::Value& JsonFile::dictionary(const Json::Value& object, const char* member) const {
-  const Json::Value& value = get(object, member, "an object");
-  if (!value.isObject()) expected("an object", member, value);
-  return value;
+  return get(object, member, "an object", &Json::Value::isObject);
+}
+
+std::map<std::string, StoreValue> JsonFile::values(const Json::Value& object) const {
+  std::map<std::string, StoreValue> values;
+  for (const std::string& member : object.getMemberNames()) {
+    const Json::Value& value = object[member];
+    if (value.isBool()) {
+      values.emplace(member, value.asBool());
+    } else if (value.isInt()) {
+      values.emplace(member, value.asInt());
+    } else if (value.isString()) {
+      values.emplace(member, value.asString());
+    } else {
+      expected("true, false, an integer or a string", member, value);
+    }
+  }
+  return values;
+}
+
+void JsonFile::fail(const Json::Value& value, const std::string& reason) const {
+  const auto end =
+      content_.begin() + std::min<std::ptrdiff_t>(value.getOffsetStart(), std::ssize(content_));
+  const auto line = 1 + std::count(content_.begin(), end, '\n');
+  throw ConfigurationError(path_.string() + ":" + std::to_string(line) + ": " + reason);
 }
 
 void JsonFile::expected(const char* what, const std::string& member,
                         const Json::Value& value) const {
-  throw ConfigurationError(at(value) + ": member \"" + member + "\": expected " + what +
-                           ", found " + shown(value));
+  fail(value, "member \"" + member + "\": expected " + what + ", found " + shown(value));
 }
 
-const Json::Value& JsonFile::get(const Json::Value& object, const std::string& member,
-                                 const char* what) const {
+const Json::Value& JsonFile::get(const Json::Value& object, const char* member, const char* what,
+                                 bool (Json::Value::*isOne)() const) const {
   if (!object.isObject()) expected("an object", member, object);
-  if (object.isMember(member)) return object[member];
-  throw ConfigurationError(at(object) + ": member \"" + member + "\" is missing: expected " + what);
-}
-
-std::string JsonFile::at(const Json::Value& value) const {
-  const auto end =
-      content_.begin() + std::min<std::ptrdiff_t>(value.getOffsetStart(), std::ssize(content_));
-  return path_.string() + ":" + std::to_string(1 + std::count(content_.begin(), end, '\n'));
+  if (!object.isMember(member)) {
+    fail(object, std::string("member \"") + member + "\" is missing: expected " + what);
+  }
+  const Json::Value& value = object[member];
+  if (!(value.*isOne)()) expected(what, member, value);
+  return value;
 }
 
 }  // namespace platform::host

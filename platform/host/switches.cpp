@@ -1,4 +1,4 @@
-#include "host_switches.h"
+#include "switches.h"
 
 #include <atomic>
 #include <exception>
@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "never_destroyed.h"
 #include "platform/host/config_store.h"
 
 namespace platform {
@@ -54,7 +55,7 @@ struct Cache {
 // What `look` finds in the switches as they are now; `off` when all are off, or there is no store.
 template <typename T, typename Look>
 T lookUp(T off, Look look) {
-  static Cache& cache = *new Cache;  // never destroyed: a library that is unloaded at exit may ask
+  static auto& cache = neverDestroyed(new Cache);
   try {
     const ConfigStore& store = ConfigStore::instance();
     const std::uint64_t version = store.version(kSwitches);

@@ -1,7 +1,7 @@
 // The file that is written after every change of a database, by any process: what a subscriber
 // watches. What is in it does not matter.
-#ifndef PLATFORM_CONFIG_STORE_NOTICE_FILE_H
-#define PLATFORM_CONFIG_STORE_NOTICE_FILE_H
+#ifndef PLATFORM_STORE_NOTICE_FILE_H
+#define PLATFORM_STORE_NOTICE_FILE_H
 
 #include <sys/types.h>
 
@@ -38,4 +38,4 @@ class NoticeFile {
 
 }  // namespace platform
 
-#endif  // PLATFORM_CONFIG_STORE_NOTICE_FILE_H
+#endif  // PLATFORM_STORE_NOTICE_FILE_H

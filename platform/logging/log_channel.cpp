@@ -1,13 +1,12 @@
-#include "log_files.h"
+#include "log_channel.h"
 
 #include <spdlog/sinks/null_sink.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
-#include <cstdlib>
-#include <string_view>
-
-#include "../config_store/folders.h"
+#include "../host/environment.h"
+#include "../host/folders.h"
+#include "../host/never_destroyed.h"
 
 namespace platform {
 
@@ -17,8 +16,7 @@ constexpr std::size_t kFileSize = std::size_t{1} << 20;  // bytes
 constexpr std::size_t kOldFiles = 3;
 
 spdlog::sink_ptr makeSink(const std::string& file) {
-  const char* destination = std::getenv("VENTARO_LOG");
-  if (destination != nullptr && std::string_view(destination) == "stderr") {
+  if (variableOr("VENTARO_LOG") == "stderr") {
     return std::make_shared<spdlog::sinks::stderr_sink_mt>();
   }
   try {
@@ -32,14 +30,18 @@ spdlog::sink_ptr makeSink(const std::string& file) {
 
 }  // namespace
 
-std::shared_ptr<spdlog::logger> makeLogger(const std::string& name, const std::string& file,
-                                           const std::string& pattern) {
-  auto logger = std::make_shared<spdlog::logger>(name, makeSink(file));
-  logger->set_pattern(pattern);
-  logger->flush_on(spdlog::level::info);
+spdlog::logger& makeLogger(const std::string& name, const std::string& file,
+                           const std::string& pattern) {
+  auto& logger = neverDestroyed(new spdlog::logger(name, makeSink(file)));
+  logger.set_pattern(pattern);
+  logger.flush_on(spdlog::level::info);
   // The log must not fail its callers, a full disk included.
-  logger->set_error_handler([](const std::string& /*message*/) {});
+  logger.set_error_handler([](const std::string& /*message*/) {});
   return logger;
+}
+
+Message formatMessage(const char* format, std::va_list arguments) {
+  return {g_strdup_vprintf(format, arguments), &g_free};
 }
 
 }  // namespace platform

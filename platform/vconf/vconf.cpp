@@ -4,7 +4,6 @@
 #include <sys/auxv.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -13,12 +12,14 @@
 #include <string_view>
 #include <vector>
 
-#include "host_switches.h"
+#include "../host/guard.h"
+#include "../host/never_destroyed.h"
 #include "platform/config_store.h"
 #include "platform/host/config_store.h"
-#include "platform/log.h"
 
-using platform::injectedFault;
+using platform::guarded;
+using platform::neverDestroyed;
+using platform::Service;
 using platform::host::ConfigStore;
 using platform::host::StoreCode;
 using platform::host::StoreError;
@@ -32,35 +33,17 @@ struct keynode_t {
 
 namespace {
 
-// Carries out `action`; an error becomes a line in the log and the function's result.
-template <typename Action>
-int guarded(const char* function, const Action& action) {
-  if (const int fault = injectedFault(function)) return fault;
-  try {
-    action();
-    return static_cast<int>(StoreCode::kOk);
-  } catch (const StoreError& error) {
-    // A key that is not there is no event, many are asked for before they are first set.
-    if (error.code() != StoreCode::kNoSuchKey) {
-      __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE", "%s: %s", function,
-                   error.what());
-    }
-    return static_cast<int>(error.code());
-  } catch (const std::exception& error) {
-    __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE", "%s: %s", function,
-                 error.what());
-    return static_cast<int>(StoreCode::kUnavailable);
-  }
-}
+constexpr Service kStore = {"CONFIG_STORE", platform::storeCodeOf};
 
 void requireArgument(const void* argument, const char* name) {
   if (argument != nullptr) return;
   throw StoreError(StoreCode::kNullArgument, std::string(name) + " is null");
 }
 
-// Calls `take` with the key's value, which must be of that type.
+// Calls `take` with the key's value, which must be of that type. That there is none is no event for
+// the log: many keys are asked for before they are first set.
 template <typename T, typename Take>
-void readAs(const char* key, const Take& take) {
+StoreCode readAs(const char* key, const Take& take) {
   requireArgument(key, "the key");
   const bool isThere = ConfigStore::instance().read(key, [&](const StoreView& value) {
     const T* const typed = std::get_if<T>(&value);
@@ -71,16 +54,7 @@ void readAs(const char* key, const Take& take) {
     }
     take(*typed);
   });
-  if (!isThere) throw StoreError(StoreCode::kNoSuchKey, std::string("no value for ") + key);
-}
-
-// A block of the C heap; null without memory.
-char* newText(std::string_view text) {
-  auto* const copy = static_cast<char*>(std::malloc(text.size() + 1));
-  if (copy == nullptr) return nullptr;
-  std::memcpy(copy, text.data(), text.size());
-  copy[text.size()] = '\0';
-  return copy;
+  return isThere ? StoreCode::kOk : StoreCode::kNoSuchKey;
 }
 
 // How many libraries this process has loaded and unloaded so far.
@@ -169,7 +143,7 @@ struct CSubscription {
 void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData) {
   using Subscriptions = std::vector<std::shared_ptr<CSubscription>>;
   static std::mutex mutex;
-  static auto* const subscriptions = new Subscriptions;  // never destroyed, see above
+  static auto& subscriptions = neverDestroyed(new Subscriptions);
   const auto isOver = [&](const std::shared_ptr<CSubscription>& each) {
     const bool same = each->key == key && each->callback == callback;
     if (!each->isLibraryGone() && !(same && each->library.mayHaveBeenReloaded())) return false;
@@ -177,12 +151,12 @@ void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData)
     return true;
   };
   const std::lock_guard lock(mutex);
-  std::erase_if(*subscriptions, isOver);
+  std::erase_if(subscriptions, isOver);
   const auto entry = std::make_shared<CSubscription>(key, callback, userData);
   // Kept by the notifier, too: another thread may be telling it when it is dropped.
   entry->subscription = ConfigStore::instance().subscribe(
       key, [entry](const std::string& changedKey) { entry->tell(changedKey); });
-  subscriptions->push_back(entry);
+  subscriptions.push_back(entry);
 }
 
 }  // namespace
@@ -192,14 +166,14 @@ const char* platform::host::keyOf(const keynode_t* node) {
 }
 
 int vconf_get_int(const char* key, int* value) {
-  return guarded("vconf_get_int", [&] {
+  return guarded(kStore, __func__, [&] {
     requireArgument(value, "the output");
-    readAs<int>(key, [&](int found) { *value = found; });
+    return readAs<int>(key, [&](int found) { *value = found; });
   });
 }
 
 int vconf_set_int(const char* key, int value) {
-  return guarded("vconf_set_int", [&] {
+  return guarded(kStore, __func__, [&] {
     requireArgument(key, "the key");
     ConfigStore::instance().set(key, value);
   });
@@ -207,14 +181,15 @@ int vconf_set_int(const char* key, int value) {
 
 char* vconf_get_str(const char* key) {
   char* copy = nullptr;
-  guarded("vconf_get_str", [&] {
-    readAs<std::string_view>(key, [&](std::string_view text) { copy = newText(text); });
+  guarded(kStore, __func__, [&] {
+    return readAs<std::string_view>(
+        key, [&](std::string_view text) { copy = strndup(text.data(), text.size()); });
   });
   return copy;
 }
 
 int vconf_set_str(const char* key, const char* value) {
-  return guarded("vconf_set_str", [&] {
+  return guarded(kStore, __func__, [&] {
     requireArgument(key, "the key");
     requireArgument(value, "the value");
     ConfigStore::instance().set(key, std::string(value));
@@ -222,14 +197,14 @@ int vconf_set_str(const char* key, const char* value) {
 }
 
 int vconf_get_bool(const char* key, int* value) {
-  return guarded("vconf_get_bool", [&] {
+  return guarded(kStore, __func__, [&] {
     requireArgument(value, "the output");
-    readAs<bool>(key, [&](bool found) { *value = found ? 1 : 0; });
+    return readAs<bool>(key, [&](bool found) { *value = found ? 1 : 0; });
   });
 }
 
 int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* user_data) {
-  return guarded("vconf_notify_key_changed", [&] {
+  return guarded(kStore, __func__, [&] {
     requireArgument(key, "the key");
     requireArgument(reinterpret_cast<const void*>(callback), "the callback");
     ConfigStore::instance().get(key);  // raises for a key that cannot be

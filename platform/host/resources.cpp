@@ -1,0 +1,66 @@
+#include "platform/host/resources.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <string>
+#include <system_error>
+
+#include "environment.h"
+#include "platform/host/errors.h"
+
+namespace platform::host {
+
+namespace {
+
+bool isPath(const std::string& nameOrPath) {
+  return nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json");
+}
+
+std::string joined(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+  return text;
+}
+
+}  // namespace
+
+std::filesystem::path libraryFolder() {
+  Dl_info info{};
+  dladdr(reinterpret_cast<const void*>(&resourceRoot), &info);
+  std::error_code error;
+  const auto file = std::filesystem::canonical(info.dli_fname, error);
+  return error ? std::filesystem::path(info.dli_fname).parent_path() : file.parent_path();
+}
+
+std::filesystem::path resourceRoot() {
+  if (const std::string root = variableOr("VENTARO_RESOURCE_ROOT"); !root.empty()) return root;
+  const std::filesystem::path start = libraryFolder();
+  for (auto folder = start; folder != folder.root_path(); folder = folder.parent_path()) {
+    const auto candidate = folder / "share/ventaro";
+    std::error_code error;
+    if (std::filesystem::is_directory(candidate, error)) return candidate;
+  }
+  return start.parent_path() / "share/ventaro";
+}
+
+std::filesystem::path findResource(const std::string& folder, const std::string& nameOrPath) {
+  if (isPath(nameOrPath)) return nameOrPath;
+  const auto file = resourceRoot() / folder / (nameOrPath + ".json");
+  if (std::filesystem::exists(file)) return file;
+  throw ConfigurationError("there is no \"" + nameOrPath + "\" in " +
+                           (resourceRoot() / folder).string() +
+                           "; there are: " + joined(resourceNames(folder)));
+}
+
+std::vector<std::string> resourceNames(const std::string& folder) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(resourceRoot() / folder, error)) {
+    if (entry.path().extension() == ".json") names.push_back(entry.path().stem().string());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+}  // namespace platform::host
