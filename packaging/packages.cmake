@@ -90,7 +90,8 @@ package(platform SECTION libs
   SUMMARY "host platform for a TV's network menu provider"
   DESCRIPTION "The platform symbols that the provider calls, on any Linux machine: a
 configuration store, feature flags by product, a simulated network and logs.
-With the products and the scenarios of the simulated network."
+With the products, their factory settings and the scenarios of the simulated
+network."
   LINKS ${base_libraries} lmdb spdlog fmt)
 
 package(menu SECTION utils

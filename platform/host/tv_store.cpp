@@ -2,22 +2,31 @@
 #include "folders.h"
 #include "never_destroyed.h"
 #include "platform/host/config_store.h"
+#include "platform/host/errors.h"
+#include "platform/host/json_file.h"
+#include "platform/host/resources.h"
 
 namespace platform::host {
 
 namespace {
 
+constexpr char kFactorySettings[] = "products/factory/settings.json";
+
 std::map<std::string, StoreValue> factorySettings() {
-  return {
-      {"db/menu_widget/language", "en_US"},
-      {"db/menu/network/devicename/default_tv_name", "Living Room TV"},
-      {"db/menu/network/devicename/tv_name", "Living Room TV"},
-      {"db/menu/network/wifidirect", 0},
-      {"db/menu/network/wiredeap", 0},
-      {"db/menu/system/accessibility/highcontrast", 0},
-      {"db/host/wake_on_mobile", false},
-      {"memory/ephotel/hotelmenu/hotelfactorymode", false},
-  };
+  try {
+    const JsonFile file(resourceRoot() / kFactorySettings);
+    std::map<std::string, StoreValue> settings = file.values(file.root());
+    for (const auto& [key, value] : settings) {
+      try {
+        ConfigStore::check(key, value);
+      } catch (const StoreError& error) {
+        file.fail(file.root()[key], error.what());
+      }
+    }
+    return settings;
+  } catch (const ConfigurationError& error) {
+    throw StoreError(StoreCode::kUnavailable, error.what());
+  }
 }
 
 }  // namespace

@@ -51,6 +51,7 @@ TEST_F(AScenario, IsThatOfTheHomeByDefault) {
 
 TEST_F(AScenario, IsTheOneThatTheEnvironmentNames) {
   setenv("VENTARO_RESOURCE_ROOT", folder().c_str(), 1);
+  write("products/factory/settings.json", "{}");
   write("scenarios/attic.json", scenarioText(5));
   setenv("VENTARO_SCENARIO", "attic", 1);
   openNetwork();

@@ -74,7 +74,8 @@ using Subscription = std::shared_ptr<void>;
 
 class PLATFORM_API ConfigStore {
  public:
-  // The store of this process's environment, opened at the first use.
+  // The store of this process's environment, opened at the first use. There it gets what it lacks
+  // of products/factory/settings.json, which is below the resource root.
   static ConfigStore& instance();
 
   // All functions raise StoreError.
