@@ -78,16 +78,6 @@ TEST_F(DeviceNameObject, AListThatIsBuiltReplacesWhatWasThere) {
             (std::vector<std::string>{"TV One", "SID_USER_INPUT"}));
 }
 
-TEST_F(DeviceNameObject, WithoutADefaultNameTheListIsUserInputAndTheNameStaysEmpty) {
-  DeviceNameListInterface::fillDeviceNameList();
-  EXPECT_EQ(journal(),
-            (Journal{call("vconf_get_str", kDefaultNameKey), mainLog("dName==(null)\n")}));
-  EXPECT_TRUE(DeviceNameListInterface::m_IsFillDeviceNameList);
-  EXPECT_EQ(DeviceNameListInterface::m_DefaultDeviceName, "");
-  EXPECT_EQ(DeviceNameListInterface::m_DevicenameList,
-            (std::vector<std::string>{"SID_USER_INPUT"}));
-}
-
 TEST_F(DeviceNameObject, TheListIsSharedByAllObjects) {
   fillWith("TV One");
   DeviceNameListInterface other;
@@ -112,24 +102,6 @@ TEST_F(DeviceNameObject, EveryEntryButTheLastIsMarkup) {
   EXPECT_EQ(journal(), (Journal{marking("a<b"), marking("c&d")}));
 }
 
-TEST_F(DeviceNameObject, MarkupIsTheConvertedNameBehindADirection) {
-  EXPECT_EQ(DeviceNameListInterface::MakeMarkup("Tom & <Jerry>"),
-            "&#x202d;Tom &amp; &lt;Jerry&gt;");
-  EXPECT_EQ(journal(), Journal{marking("Tom & <Jerry>")});
-}
-
-TEST_F(DeviceNameObject, AnEmptyNameIsEmptyMarkupWithoutADirection) {
-  EXPECT_EQ(DeviceNameListInterface::MakeMarkup(""), "");
-  EXPECT_EQ(journal(), Journal{marking("")});
-}
-
-TEST_F(DeviceNameObject, MarkupThatFailsIsTheEmptyText) {
-  failWith("evas_textblock_text_utf8_to_markup", -1);
-  EXPECT_EQ(DeviceNameListInterface::MakeMarkup("TV One"), "");
-  EXPECT_EQ(journal(), (Journal{marking("TV One"),
-                                mainLog("evas_textblock_text_utf8_to_markup returned NULL")}));
-}
-
 // ---- The index of an item ----
 
 TEST_F(DeviceNameObject, AnItemIsFoundByItsMarkup) {
@@ -149,22 +121,6 @@ TEST_F(DeviceNameObject, AnyOtherTextIsUserInput) {
   for (const char* text : {"SID_USER_INPUT", "", "&#x202d;TV On", "&#x202d;TV One ", "&#x202d;"}) {
     EXPECT_EQ(valueOf(text), 1) << text;
   }
-}
-
-TEST_F(DeviceNameObject, TheTextsOfTheListAreFoundAgain) {
-  fillWith("Tom & <Jerry>");
-  const std::vector<std::string> texts = takeList(list_, "any");
-  ASSERT_EQ(texts.size(), 2U);
-  EXPECT_EQ(valueOf(texts[0]), 0);
-  EXPECT_EQ(valueOf(texts[1]), 1);
-}
-
-TEST_F(DeviceNameObject, AnyPointerToAnEqualTextIsTheSameItem) {
-  fillWith("TV One");
-  const std::string text = "&#x202d;TV One";
-  const std::string copy = text;
-  EXPECT_EQ(valueOf(text), 0);
-  EXPECT_EQ(valueOf(copy), 0);
 }
 
 TEST_F(DeviceNameObject, TheFirstEqualEntryCountsAndTheLastIsNeverCompared) {

@@ -14,7 +14,7 @@ constexpr std::size_t kBlockSize = 256;
 
 class DeviceName : public SettingTest {
  protected:
-  DeviceName() : SettingTest("menu/network/devicename") {}
+  DeviceName() : SettingTest(VENTARO_KEY_DEVICE_NAME) {}
 
   void createWith(const std::string& defaultName) {
     store().set(kDefaultNameKey, defaultName);
@@ -209,15 +209,6 @@ TEST_F(DeviceName, TheMarkupIsWhatIsCutNotTheName) {
   EXPECT_TRUE(text.ends_with("&amp;&am")) << text;
 }
 
-TEST_F(DeviceName, TheListDoesNotDependOnTheKey) {
-  createWith("TV One");
-  for (const char* key : {"", "no/such/key", "menu/network/devicename/selectdevicename"}) {
-    const OptionList list = listItems(key);
-    EXPECT_EQ(list.count(), 2) << key;
-    EXPECT_EQ(list.text(0), "&#x202d;TV One") << key;
-  }
-}
-
 // ---- The stored name ----
 
 TEST_F(DeviceName, TheDefaultNameIsEntryZero) {
@@ -356,15 +347,6 @@ TEST_F(DeviceName, AChosenNameIsEntryZeroAgain) {
   EXPECT_EQ(get(), (IntAnswer{0, 1}));
   set(0);
   EXPECT_EQ(get(), (IntAnswer{0, 0}));
-}
-
-TEST_F(DeviceName, UnknownKeysReachTheDeviceName) {
-  createWith("TV One");
-  store().set(kNameKey, "TV One");
-  for (const char* key : {"", "no/such/key", "menu/network/devicename/selectdevicename"}) {
-    EXPECT_EQ(getInt(key), (IntAnswer{0, 0})) << key;
-    EXPECT_EQ(setInt(key, 0), 0) << key;
-  }
 }
 
 }  // namespace

@@ -1,12 +1,7 @@
 // The help texts: what each item's is made of, on each kind of product.
-#include <algorithm>
-#include <cerrno>
-#include <functional>
 #include <map>
-#include <optional>
 #include <ostream>
 #include <stdexcept>
-#include <system_error>
 #include <vector>
 
 #include "provider_test.h"
@@ -17,21 +12,21 @@ namespace {
 constexpr char kLanguage[] = "db/menu_widget/language";
 constexpr char kDeviceSid[] = "com.norvane/featureconf/product.device_sid";
 
-constexpr char kNetwork[] = "menu/general/network";
-constexpr char kStatus[] = "menu/network/networkstatus";
-constexpr char kSettings[] = "menu/network/networksettings";
-constexpr char kMobileUs[] = "menu/network/MobileDeviceTV_US";
-constexpr char kMobileNotUs[] = "menu/network/MobileDeviceTV_NOT_US";
-constexpr char kDeviceName[] = "menu/network/devicename/selectdevicename";
-constexpr char kReset[] = "menu/network/ResetNetwork";
-constexpr char kExpert[] = "menu/network/expertsettings";
-constexpr char kInstall[] = "menu/network/InstallCertificate";
-constexpr char kList[] = "menu/network/CertificateList";
-constexpr char kManager[] = "menu/network/CertificateManager";
-constexpr char kEasyConnect[] = "menu/network/expertsettings/easyconnect";
-constexpr char kWifi[] = "menu/network/WiFiOnOff";
-constexpr char kWifiDirect[] = "menu/network/expertsettings/wifidirect";
-constexpr char kWiredEap[] = "menu/network/WiredEAP";
+constexpr char kNetwork[] = VENTARO_KEY_NETWORK;
+constexpr char kStatus[] = VENTARO_KEY_NETWORK_STATUS;
+constexpr char kSettings[] = VENTARO_KEY_NETWORK_SETTINGS;
+constexpr char kMobileUs[] = VENTARO_KEY_POWER_ON_WITH_MOBILE_US;
+constexpr char kMobileNotUs[] = VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US;
+constexpr char kDeviceName[] = VENTARO_KEY_SELECT_DEVICE_NAME;
+constexpr char kReset[] = VENTARO_KEY_RESET_NETWORK;
+constexpr char kExpert[] = VENTARO_KEY_EXPERT_SETTINGS;
+constexpr char kInstall[] = VENTARO_KEY_INSTALL_CERTIFICATE;
+constexpr char kList[] = VENTARO_KEY_CERTIFICATE_LIST;
+constexpr char kManager[] = VENTARO_KEY_CERTIFICATE_MANAGER;
+constexpr char kEasyConnect[] = VENTARO_KEY_EASY_CONNECTION;
+constexpr char kWifi[] = VENTARO_KEY_WIFI;
+constexpr char kWifiDirect[] = VENTARO_KEY_WIFI_DIRECT;
+constexpr char kWiredEap[] = VENTARO_KEY_WIRED_EAP;
 
 // The items whose text is one translation on every product, without the product's words.
 struct PlainText {
@@ -240,12 +235,6 @@ TEST_P(HelpTextOf, EveryItemIsComposedOfKoreanTranslations) {
   expectAllHelps();
 }
 
-TEST_P(HelpTextOf, EveryItemIsComposedOfIdsWithoutACatalogue) {
-  useLanguage("none");
-  expectAllHelps();
-  EXPECT_EQ(help(kWifiDirect), kDirectTemplate);
-}
-
 // The device's name goes into the templates, the product's into the five items that have words of
 // the product, and into nothing else.
 TEST_P(HelpTextOf, OnlyFiveItemsHaveTheProductsWords) {
@@ -279,26 +268,6 @@ TEST_P(HelpTextOf, OnlyFiveItemsHaveTheProductsWords) {
 INSTANTIATE_TEST_SUITE_P(Products, HelpTextOf, testing::ValuesIn(kProducts),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
-// ---- The product's type ----
-
-TEST_F(HelpTextTest, TheTypeIsFoundOutAnewForEveryText) {
-  EXPECT_EQ(help(kNetwork), filled(tr(kTvNetwork), tr("COM_SID_TV")));
-  setProduct(kScreen);
-  EXPECT_EQ(help(kNetwork), filled(tr(kNetworkTemplate), tr("REP.DEVICE.PROJECTOR")));
-  EXPECT_EQ(help(kMobileUs), tr(kScreenMobile));
-  setProduct(kTv);
-  EXPECT_EQ(help(kMobileUs), filled(tr(kMobileTemplate), tr("REP.DEVICE.PROJECTOR")));
-}
-
-TEST_F(HelpTextTest, AProductWithoutAnyReadableFlagIsATelevision) {
-  for (const char* flag : {"broadcast.removable_rf_tuner_support", "orlex_version",
-                           "projector_feature_support", "product.smart_monitor_feature_support"}) {
-    flags().erase(flag);
-  }
-  EXPECT_EQ(help(kNetwork), filled(tr(kTvNetwork), tr("COM_SID_TV")));
-  EXPECT_EQ(help(kDeviceName), filled(tr(kTvDeviceName), tr("COM_SID_TV")));
-}
-
 // ---- The device's name ----
 
 class DeviceNameInHelpText : public HelpTextTest {
@@ -322,69 +291,6 @@ class DeviceNameInHelpText : public HelpTextTest {
 TEST_F(DeviceNameInHelpText, IsTheTranslationOfTheDevicesId) {
   expectDeviceName("Beamer", {mainLog("product device SID [REP.DEVICE.PROJECTOR]"),
                               mainLog("product device name [REP.DEVICE.PROJECTOR]")});
-}
-
-TEST_F(DeviceNameInHelpText, IsTheIdItselfWithoutATranslation) {
-  flags().set(kDeviceSid, "REP.DEVICE.OTHER");
-  expectDeviceName("REP.DEVICE.OTHER", {mainLog("product device SID [REP.DEVICE.OTHER]"),
-                                        mainLog("product device name [REP.DEVICE.OTHER]")});
-}
-
-TEST_F(DeviceNameInHelpText, IsTheTelevisionsWhenTheIdIsNotReady) {
-  flags().set(kDeviceSid, "NOT_READY");
-  expectDeviceName("Fernseher", {mainLog("product device SID [NOT_READY]"),
-                                 mainLog("get product device sid NOT_READY.")});
-}
-
-TEST_F(DeviceNameInHelpText, IsTakenAsItIsWhenNotReadyIsInLowerCase) {
-  flags().set(kDeviceSid, "not_ready");
-  expectDeviceName("not_ready", {mainLog("product device SID [not_ready]"),
-                                 mainLog("product device name [not_ready]")});
-}
-
-TEST_F(DeviceNameInHelpText, IsTheTelevisionsWhenTheIdIsMissing) {
-  flags().erase(kDeviceSid);
-  expectDeviceName("Fernseher", {systemLog("get product device sid failed.")});
-  flags().setNullText(kDeviceSid);
-  expectDeviceName("Fernseher", {systemLog("get product device sid failed.")});
-}
-
-TEST_F(DeviceNameInHelpText, IsFilledIntoEveryToken) {
-  useTextsNow({{kEasyTemplate, "<<A>>, <<A>><<A>>"}, {"REP.DEVICE.PROJECTOR", "TV"}});
-  EXPECT_EQ(help(kEasyConnect), "TV, TVTV");
-}
-
-TEST_F(DeviceNameInHelpText, MayBeEmpty) {
-  useTextsNow({{kEasyTemplate, "[<<A>>]"}, {"REP.DEVICE.PROJECTOR", ""}});
-  EXPECT_EQ(help(kEasyConnect), "[]");
-}
-
-TEST_F(DeviceNameInHelpText, ThatHoldsTheTokenEndsAtTheTextsEnd) {
-  useTextsNow({{kEasyTemplate, "[<<A>>]"}, {"REP.DEVICE.PROJECTOR", "x<<A>>y"}});
-  EXPECT_EQ(help(kEasyConnect), "[" + std::string(2046, 'x'));
-}
-
-// What is left of the token then is the product's.
-TEST_F(DeviceNameInHelpText, ThatBeginsWithTheTokenLeavesItToTheProductsName) {
-  useTextsNow(
-      {{kEasyTemplate, "[<<A>>]"}, {"REP.DEVICE.PROJECTOR", "<<A>>x"}, {"PJT_SID_TV", "Beamer"}});
-  EXPECT_EQ(help(kEasyConnect), "[Beamer" + std::string(2040, 'x'));
-}
-
-// ---- The product's name ----
-
-TEST_F(HelpTextTest, TheProductsNameIsFilledIntoTheFinishedText) {
-  useTextsNow({{kTvNetwork, "<<A>>: <<A>>, <<B>><<C>>."}, {"COM_SID_TV", "Fernseher"}});
-  EXPECT_EQ(help(kNetwork), "Fernseher: Fernseher, <<B>><<C>>.");
-}
-
-TEST_F(HelpTextTest, AProductsNameThatHoldsTheTokenEndsAtTheTextsEnd) {
-  useTextsNow({{kTvNetwork, "The <<A>>."}, {"COM_SID_TV", "<<A>>+"}});
-  EXPECT_EQ(help(kNetwork), "The <<A>>+.");
-  useTextsNow({{kTvNetwork, "The <<A>>."}, {"COM_SID_TV", "+<<A>>"}});
-  EXPECT_EQ(help(kNetwork), "The " + std::string(2043, '+'));
-  useTextsNow({{kTvNetwork, "The <<A>>."}, {"COM_SID_TV", "<<A>>-<<A>>"}});
-  EXPECT_EQ(help(kNetwork).substr(0, 18), "The <<A>>-<<A>>-<<");
 }
 
 // ---- Long texts ----
@@ -450,19 +356,6 @@ TEST_F(HelpTextTest, TheListOfFeaturesFillsTheTextToItsEnd) {
   EXPECT_EQ(help(kWifiDirect), "[" + std::string(1500, 's') + ", " + std::string(544, 'k'));
 }
 
-TEST_F(HelpTextTest, TextsAreNoFormats) {
-  useTextsNow({{kTvNetwork, "100 %s %n"},
-               {kListFirst, "%s"},
-               {kListSecond, "%d"},
-               {kEasyTemplate, "%s <<A>>"},
-               {"REP.DEVICE.PROJECTOR", "%n"},
-               {kPlainTexts[0].sid, "%5000s"}});
-  EXPECT_EQ(help(kNetwork), "100 %s %n");
-  EXPECT_EQ(help(kList), "%s\n%d");
-  EXPECT_EQ(help(kEasyConnect), "%s %n");
-  EXPECT_EQ(help(kPlainTexts[0].key), "%5000s");
-}
-
 TEST_F(HelpTextTest, ATextComesInAZeroFilledBlockOf2048BytesAndTheResultIsZero) {
   for (const char* key : {kNetwork, kList, kEasyConnect, kWifiDirect, "no/such/key"}) {
     OwnedText text;
@@ -470,48 +363,6 @@ TEST_F(HelpTextTest, ATextComesInAZeroFilledBlockOf2048BytesAndTheResultIsZero) 
     ASSERT_EQ(text.blockSize(), 2048U) << key;
     for (std::size_t i = text.length(); i < 2048; ++i) ASSERT_EQ(text.get()[i], '\0') << i;
   }
-}
-
-// ---- Keys ----
-
-TEST_F(HelpTextTest, AnUnknownKeyHasTheEmptyTextAndThatIsLogged) {
-  for (const std::string key :
-       {"menu/network/SavedAP1", "menu/network/SavedAP2", "menu/network/S", "SAVEDAP1_NAME_KEY",
-        "menu/network/Wired", "menu/network/WiredEA", "menu/network/WiredEAP2",
-        "menu/general/network2", "menu/network/wifionoff", "no/such/key", "x"}) {
-    EXPECT_EQ(help(key), "") << key;
-    EXPECT_EQ(journal(), ofHelp({mainLog("Key does not Match")})) << key;
-  }
-}
-
-TEST_F(HelpTextTest, ALeadingPartHasTheTextOfTheFirstItemItBelongsTo) {
-  useLanguage("none");
-  const std::map<std::string, std::string> expected = {
-      {"", kTvNetwork},
-      {"menu/", kTvNetwork},
-      {"menu/g", kTvNetwork},
-      {"menu/n", "COM_SID_VIEW_CURRENT_NETWORK_INTERNET_STATUS"},
-      {"menu/network/", "COM_SID_VIEW_CURRENT_NETWORK_INTERNET_STATUS"},
-      {"menu/network/networks", "COM_SID_VIEW_CURRENT_NETWORK_INTERNET_STATUS"},
-      {"menu/network/networkse", "TV_SID_CONFIGURE_NETWORK_SETTINGS_CONNECT_AVAIL"},
-      {"menu/network/MobileDeviceTV_", kMobileTemplate},
-      {"menu/network/MobileDeviceTV_N", kMobileTemplate},
-      {"menu/network/d", kTvDeviceName},
-      {"menu/network/devicename", kTvDeviceName},
-      {"menu/network/devicename/", kTvDeviceName},
-      {"menu/network/R", "TV_SID_SYSTEM_RESTORE_NETWORK_SETTINGS_DEFAULT"},
-      {"menu/network/e", "TV_SID_CONFIGURE_ADVANCED_NETWORK_SETTINGS"},
-      {"menu/network/expertsettings", "TV_SID_CONFIGURE_ADVANCED_NETWORK_SETTINGS"},
-      {"menu/network/expertsettings/", kEasyTemplate},
-      {"menu/network/expertsettings/w", kDirectTemplate},
-      {"menu/network/I", "COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE"},
-      {"menu/network/C", std::string(kListFirst) + "\n" + kListSecond},
-      {"menu/network/Certificate", std::string(kListFirst) + "\n" + kListSecond},
-      {"menu/network/CertificateM", "COM_SID_NETWORK_MANGE_CERTI_INSTALLED_DEVICE"},
-      {"menu/network/W", "TV_SID_SETTINGS_CANOV_ENABLE_DISABLE_WIFI_OPTION"},
-      {"menu/network/Wi", "TV_SID_SETTINGS_CANOV_ENABLE_DISABLE_WIFI_OPTION"},
-  };
-  for (const auto& [key, text] : expected) EXPECT_EQ(help(key), text) << key;
 }
 
 // ---- The menu's language ----
@@ -541,22 +392,6 @@ TEST_F(HelpTextTest, WithoutALanguageNoTextIsGivenAndTheLockIsFree) {
   }
   store().set(kLanguage, "en");
   EXPECT_EQ(help(kWifi), tr("TV_SID_SETTINGS_CANOV_ENABLE_DISABLE_WIFI_OPTION"));
-}
-
-TEST_F(HelpTextTest, ALanguageThatTheStoreCannotGiveIsMissing) {
-  failWith("vconf_get_str", kLanguage, -1);
-  EXPECT_THROW(helpText(kWifi), std::logic_error);
-}
-
-// ---- The lock ----
-
-TEST_F(HelpTextTest, ALockThatCannotBeTakenRaisesItsErrorAndTouchesNothing) {
-  char preset[] = "preset";
-  char* value = preset;
-  failNextLock(EDEADLK);
-  EXPECT_THROW(table().get_help_text(kWifi, &value), std::system_error);
-  EXPECT_EQ(value, preset);
-  EXPECT_EQ(journal(), (Journal{mainLog("START"), lockFails(EDEADLK)}));
 }
 
 }  // namespace

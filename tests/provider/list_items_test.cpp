@@ -1,10 +1,8 @@
 // The option lists: what their entries are, what follows the choice of each, and who frees what.
-#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <ostream>
-#include <system_error>
 #include <vector>
 
 #include "provider_test.h"
@@ -12,13 +10,13 @@
 
 namespace {
 
-constexpr char kFirstStates[] = "SAVEDAP1_NAME_KEY";
-constexpr char kSecondStates[] = "SAVEDAP2_NAME_KEY";
-constexpr char kPowerOnWithMobile[] = "menu/network/MobileDeviceTV_US";
-constexpr char kWifi[] = "menu/network/WiFiOnOff";
-constexpr char kWifiDirect[] = "menu/network/expertsettings/wifidirect";
-constexpr char kWiredEap[] = "menu/network/WiredEAP";
-constexpr char kDeviceName[] = "menu/network/devicename";
+constexpr char kFirstStates[] = VENTARO_KEY_SAVED_NETWORK_1_STATES;
+constexpr char kSecondStates[] = VENTARO_KEY_SAVED_NETWORK_2_STATES;
+constexpr char kPowerOnWithMobile[] = VENTARO_KEY_POWER_ON_WITH_MOBILE_US;
+constexpr char kWifi[] = VENTARO_KEY_WIFI;
+constexpr char kWifiDirect[] = VENTARO_KEY_WIFI_DIRECT;
+constexpr char kWiredEap[] = VENTARO_KEY_WIRED_EAP;
+constexpr char kDeviceName[] = VENTARO_KEY_DEVICE_NAME;
 
 constexpr char kRegulation[] = "com.norvane/featureconf/setting.eu_energy_regulation";
 constexpr char kDefaultName[] = "db/menu/network/devicename/default_tv_name";
@@ -26,8 +24,6 @@ constexpr char kDefaultName[] = "db/menu/network/devicename/default_tv_name";
 constexpr auto kNothing = ITEM_FOLLOWING_ACTION_NONE;
 constexpr auto kRefresh = ITEM_FOLLOWING_ACTION_REFRESH;
 constexpr auto kMessageBox = ITEM_FOLLOWING_ACTION_MESSAGE_BOX;
-
-const std::vector<const char*> kSwitches = {kPowerOnWithMobile, kWifi, kWifiDirect, kWiredEap};
 
 // An item as it lies in memory.
 struct Record {
@@ -147,26 +143,6 @@ TEST_F(ListItems, AnUnreadableEnergyRegulationCountsAsSet) {
   EXPECT_EQ(expectList(kWifi, lines), regulated);
 }
 
-TEST_F(ListItems, TheEnergyRegulationIsReadAnewForEveryList) {
-  EXPECT_EQ(listItems(kWifi).action(1), kMessageBox);
-  flags().setBool("setting.eu_energy_regulation", false);
-  EXPECT_EQ(listItems(kWifi).action(1), kNothing);
-  flags().setBool("setting.eu_energy_regulation", true);
-  EXPECT_EQ(listItems(kWifi).action(1), kMessageBox);
-}
-
-TEST_F(ListItems, TheRadioDoesNotMatterToTheWifiList) {
-  flags().setBool("setting.eu_energy_regulation", false);
-  for (const int state : {0, 1, 3}) {
-    setRadio(state);
-    clearJournal();
-    const OptionList list = listItems(kWifi);
-    EXPECT_EQ(list.action(0), kMessageBox) << state;
-    EXPECT_EQ(list.action(1), kNothing) << state;
-    EXPECT_EQ(calls(), Journal{call("system_info_get_custom_bool", kRegulation)}) << state;
-  }
-}
-
 TEST_F(ListItems, WifiDirectAndTheWiredSwitchAskForARefreshAfterEveryChoice) {
   const Entries entries = {{"Off", 0, kRefresh}, {"On", 1, kRefresh}};
   EXPECT_EQ(expectList(kWifiDirect, switchLines()), entries);
@@ -178,51 +154,6 @@ TEST_F(ListItems, WifiDirectAndTheWiredSwitchAskForARefreshAfterEveryChoice) {
 TEST_F(ListItems, TheDeviceNamesAreTheDefaultNameAndTheOneToBeTyped) {
   EXPECT_EQ(expectList(kDeviceName, nameIsConverted("TV One")),
             (Entries{{"&#x202d;TV One", 0, kNothing}, {"SID_USER_INPUT", 1, kRefresh}}));
-}
-
-TEST_F(ListItems, EveryOtherKeyHasTheDeviceNames) {
-  const Entries names = {{"&#x202d;TV One", 0, kNothing}, {"SID_USER_INPUT", 1, kRefresh}};
-  for (const char* key :
-       {"menu/network/SavedAP1", "menu/network/SavedAP2", "menu/network/MobileDeviceTV_NOT_US",
-        "menu/network/devicename/selectdevicename", "menu/network/WiFiOnOff2",
-        "menu/network/WiFiOnOf", "menu/network/wifionoff", "SAVEDAP1_NAME_KEY ", "SAVEDAP1_NAME",
-        "SAVEDAP3_NAME_KEY", "no/such/key", "%s%n", ""}) {
-    EXPECT_EQ(expectList(key, nameIsConverted("TV One")), names) << key;
-  }
-}
-
-TEST_F(ListItems, AnEmptyDefaultNameIsAnEmptyEntry) {
-  unload();
-  store().set(kDefaultName, "");
-  create();
-  EXPECT_EQ(expectList(kDeviceName, nameIsConverted("")),
-            (Entries{{"", 0, kNothing}, {"SID_USER_INPUT", 1, kRefresh}}));
-}
-
-TEST_F(ListItems, ANameThatCannotBeConvertedIsAnEmptyEntry) {
-  failWith("evas_textblock_text_utf8_to_markup", -1);
-  EXPECT_EQ(expectList(kDeviceName, {nameIsConverted("TV One"),
-                                     mainLog("evas_textblock_text_utf8_to_markup returned NULL")}),
-            (Entries{{"", 0, kNothing}, {"SID_USER_INPUT", 1, kRefresh}}));
-}
-
-TEST_F(ListItems, TheSwitchesTextsFollowTheUsersLanguage) {
-  useLanguage("ko");
-  EXPECT_NE(tr("SID_ON"), "On");
-  for (const char* key : kSwitches) {
-    const OptionList list = listItems(key);
-    EXPECT_EQ(list.text(0), tr("SID_OFF")) << key;
-    EXPECT_EQ(list.text(1), tr("SID_ON")) << key;
-  }
-}
-
-TEST_F(ListItems, WithoutACatalogueTheSwitchesTextsAreTheirIds) {
-  useLanguage("none");
-  for (const char* key : kSwitches) {
-    const OptionList list = listItems(key);
-    EXPECT_EQ(list.text(0), "SID_OFF") << key;
-    EXPECT_EQ(list.text(1), "SID_ON") << key;
-  }
 }
 
 TEST_F(ListItems, TheStatesOfASavedNetworkAreNeverTranslated) {
@@ -283,24 +214,6 @@ TEST_F(ListItems, BehindATextItsBlockIsZeroes) {
 
 // ---- Long texts ----
 
-TEST_F(ListItems, ATextOf255BytesKeepsItsTerminatorAndALongerOneFillsItsBlock) {
-  for (const int size : {255, 256, 300}) {
-    useLongTexts(size);
-    bindCatalogues();
-    ASSERT_EQ(tr("SID_ON").size(), static_cast<std::size_t>(size));
-    for (const char* key : kSwitches) {
-      const OptionList list = listItems(key);
-      const char* const sids[] = {"SID_OFF", "SID_ON"};
-      for (int i = 0; i < 2; ++i) {
-        std::string block = tr(sids[i]);
-        block.resize(256);  // cut, or filled with zeroes
-        EXPECT_EQ(std::memcmp(list.rawText(i), block.data(), 256), 0) << key << " " << size;
-        EXPECT_EQ(requestedSize(list.rawText(i)), 256U) << key << " " << size;
-      }
-    }
-  }
-}
-
 TEST_F(ListItems, ALongTextIsLoggedToTheEndOfItsBlock) {
   useLongTexts(300);
   bindCatalogues();
@@ -312,26 +225,6 @@ TEST_F(ListItems, ALongTextIsLoggedToTheEndOfItsBlock) {
   clearJournal();
   list.rawText(1);
   EXPECT_EQ(journal(), underLock({mainLog("pDisplayValue = " + on + "::1")}));
-}
-
-TEST_F(ListItems, ALongTextIsCutBetweenBytesNotCharacters) {
-  std::string text = "x";
-  for (int i = 0; i < 200; ++i) text += "ü";
-  useTexts({{"SID_OFF", text}});
-  bindCatalogues();
-  EXPECT_EQ(listItems(kWifi).text(0), text.substr(0, 256));
-}
-
-TEST_F(ListItems, ALongDeviceNameIsCutWithItsMarkup) {
-  unload();
-  store().set(kDefaultName, std::string(300, '&'));
-  create();
-  std::string markup = "&#x202d;";
-  for (int i = 0; i < 300; ++i) markup += "&amp;";
-  const OptionList list = listItems(kDeviceName);
-  EXPECT_EQ(list.text(0), markup.substr(0, 256));
-  EXPECT_EQ(requestedSize(list.rawText(0)), 256U);
-  EXPECT_EQ(list.text(1), "SID_USER_INPUT");
 }
 
 TEST_F(ListItems, TextsAreNoFormats) {
@@ -499,34 +392,6 @@ TEST_F(ListItems, FreeingNothingSucceeds) {
     EXPECT_EQ(table().free_list_items(nullptr, count), 0) << count;
     EXPECT_EQ(journal(), underLock({})) << count;
   }
-}
-
-// ---- The lock ----
-
-TEST_F(ListItems, ALockThatCannotBeTakenRaisesItsErrorAndTouchesNothing) {
-  OptionList list = listItems(kWifi);
-  clearJournal();
-  int number = 77;
-  failNextLock(EAGAIN);
-  EXPECT_THROW(table().get_list_items(kWifi, &number), std::system_error);
-  failNextLock(EAGAIN);
-  EXPECT_THROW(table().get_list_item_int_value(list.item(1), &number), std::system_error);
-  EXPECT_EQ(number, 77);
-  char* text = nullptr;
-  failNextLock(EAGAIN);
-  EXPECT_THROW(table().get_list_item_display_value(list.item(1), &text), std::system_error);
-  EXPECT_EQ(text, nullptr);
-  auto action = kNothing;
-  failNextLock(EAGAIN);
-  EXPECT_THROW(table().get_list_item_following_action_type(list.item(1), &action),
-               std::system_error);
-  EXPECT_EQ(action, kNothing);
-  void** items = list.release();
-  failNextLock(EAGAIN);
-  EXPECT_THROW(table().free_list_items(items, 2), std::system_error);
-  EXPECT_EQ(journal(), (Journal{lockFails(EAGAIN), lockFails(EAGAIN), lockFails(EAGAIN),
-                                lockFails(EAGAIN), lockFails(EAGAIN)}));
-  EXPECT_EQ(table().free_list_items(items, 2), 0);
 }
 
 }  // namespace

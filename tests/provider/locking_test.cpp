@@ -1,10 +1,8 @@
 // The one lock: which functions take it, when, and what they do when they cannot have it.
-#include <json/value.h>
 
 #include <cerrno>
 #include <functional>
 #include <latch>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -18,8 +16,7 @@ constexpr char kNameKey[] = "db/menu/network/devicename/tv_name";
 constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kLanguageKey[] = "db/menu_widget/language";
 
-constexpr char kSavedNetworkItem[] = "menu/network/SavedAP1";
-constexpr char kMisshapenDocument[] = R"({"count": 1, "values": [{"SSID": "Net One"}]})";
+constexpr char kSavedNetworkItem[] = VENTARO_KEY_SAVED_NETWORK_1;
 
 // All that the functions write to, preset.
 struct Outputs {
@@ -65,7 +62,8 @@ class Locking : public ProviderTest {
     store().set(kNameKey, "TV One");
     store().set(kLanguageKey, "en");
     create();
-    list_ = const_cast<void**>(table().get_list_items("SAVEDAP1_NAME_KEY", &listSize_));
+    list_ =
+        const_cast<void**>(table().get_list_items(VENTARO_KEY_SAVED_NETWORK_1_STATES, &listSize_));
     clearJournal();
   }
 
@@ -102,7 +100,7 @@ class Locking : public ProviderTest {
         {"get_help_text", Start::kBeforeTheLock,
          [&t](Outputs& out) { t.get_help_text("key", &out.text); }},
         {"get_module_info", Start::kNowhere,
-         [&t](Outputs& out) { t.get_module_info("provider/owner", &out.text); }},
+         [&t](Outputs& out) { t.get_module_info(VENTARO_KEY_OWNER, &out.text); }},
         {"get_title_icon_path", Start::kUnderTheLock,
          [&t](Outputs& out) { t.get_title_icon_path("key", &out.text); }},
         {"get_second_icon_path", Start::kNowhere,
@@ -121,7 +119,8 @@ class Locking : public ProviderTest {
     return {
         {"get_list_items", Start::kUnderTheLock,
          [&t](Outputs& out) {
-           out.items = const_cast<void**>(t.get_list_items("SAVEDAP2_NAME_KEY", &out.value));
+           out.items =
+               const_cast<void**>(t.get_list_items(VENTARO_KEY_SAVED_NETWORK_2_STATES, &out.value));
          }},
         {"get_list_item_display_value", Start::kUnderTheLock,
          [&t, item](Outputs& out) {
@@ -277,7 +276,7 @@ TEST_F(Locking, TheLockFreeFunctionsDoNotWaitForALockedOne) {
 
 TEST_F(Locking, WhatTheProviderDoesUnaskedTakesNoLock) {
   displayName(kSavedNetworkItem);  // from here on the saved networks are watched
-  setInt("menu/network/WiFiOnOff", 1);
+  setInt(VENTARO_KEY_WIFI, 1);
   clearJournal();
   store().notify(kDocumentKey);
   advanceTimers(4);
@@ -356,43 +355,6 @@ TEST_F(Locking, TheLockFreeFunctionsDoNotNoticeThatItCannotBeTaken) {
   Outputs out;
   for (const Function& each : lockFreeFunctions()) EXPECT_NO_THROW(each.run(out)) << each.name;
   EXPECT_THROW(setInt("key", 1), std::system_error);  // the failure was still to come
-}
-
-// ---- When an exception leaves ----
-
-TEST_F(Locking, TheLockIsGivenBackWhenTheSavedNetworksCannotBeRead) {
-  const data_provider_cbs& t = table();
-  const Exports& e = entries();
-  const std::vector<Function> functions = {
-      {"set_int", Start::kBeforeTheLock, [&t](Outputs&) { t.set_int(kSavedNetworkItem, 1); }},
-      {"get_display_name", Start::kBeforeTheLock,
-       [&t](Outputs& out) { t.get_display_name(kSavedNetworkItem, &out.text); }},
-      {"get_title_icon_path", Start::kUnderTheLock,
-       [&t](Outputs& out) { t.get_title_icon_path(kSavedNetworkItem, &out.text); }},
-      {"get_second_icon_path", Start::kNowhere,
-       [&t](Outputs& out) { t.get_second_icon_path(kSavedNetworkItem, &out.text); }},
-      {"check_enable_int", Start::kNowhere,
-       [&e](Outputs&) { e.check_enable_int(kSavedNetworkItem, 1); }},
-  };
-  store().set(kDocumentKey, kMisshapenDocument);
-  for (const Function& each : functions) {
-    Outputs out = presetOutputs();
-    clearJournal();
-    EXPECT_THROW(each.run(out), Json::LogicError) << each.name;
-    EXPECT_EQ(lockActions(), (Journal{locks(), unlocks()})) << each.name;
-    EXPECT_EQ(lastLine(journal()), "unlock") << each.name;
-    EXPECT_FALSE(logLines().contains(mainLog("END"))) << each.name;
-    EXPECT_TRUE(out == presetOutputs()) << each.name;
-  }
-}
-
-TEST_F(Locking, TheLockIsGivenBackWhenThereIsNoMenuLanguage) {
-  store().erase(kLanguageKey);
-  Outputs out = presetOutputs();
-  EXPECT_THROW(table().get_help_text("menu/network/WiFiOnOff", &out.text), std::logic_error);
-  EXPECT_EQ(journal(),
-            (Journal{mainLog("START"), locks(), call("vconf_get_str", kLanguageKey), unlocks()}));
-  EXPECT_TRUE(out == presetOutputs());
 }
 
 }  // namespace

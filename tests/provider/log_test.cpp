@@ -10,7 +10,7 @@ class Log : public ProviderTest {
   // The statements of a callback that logs to both buffers.
   std::vector<LogStatement> statementsOfGetInt() const {
     clearJournal();
-    getInt("menu/network/devicename");
+    getInt(VENTARO_KEY_DEVICE_NAME);
     return logStatements();
   }
 };
@@ -23,7 +23,7 @@ TEST_F(Log, EveryStatementGoesToThePlatformLogFirstAndThenToTheRecords) {
 
 TEST_F(Log, FailuresAndDataTracesGoToTheSystemBufferAllElseToTheMainOne) {
   create();
-  getInt("menu/network/devicename", 3);
+  getInt(VENTARO_KEY_DEVICE_NAME, 3);
   EXPECT_EQ(
       logLines(),
       (Journal{mainLog("START"), systemLog("Key ---->menu/network/devicename::Value------>3\n"),

@@ -1,8 +1,6 @@
 // The confirmation box: its message, its buttons, its type.
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <system_error>
 #include <vector>
 
 #include "provider_test.h"
@@ -10,7 +8,7 @@
 
 namespace {
 
-constexpr char kKey[] = "menu/network/WiFiOnOff";
+constexpr char kKey[] = VENTARO_KEY_WIFI;
 constexpr char kRegulation[] = "com.norvane/featureconf/setting.eu_energy_regulation";
 
 constexpr char kSomeFeatures[] = "TV_SID_SETTINGS_MIX_CASEP_SOME_FEATURES_NOT_AVAIL_GO_AHEAD";
@@ -155,8 +153,8 @@ TEST_F(MessageBoxes, TheFlagAndTheRadioAreReadAnewEveryTime) {
 // ---- Keys, type, buttons ----
 
 TEST_F(MessageBoxes, EveryKeyHasTheSameBoxOfTypeTwo) {
-  for (const char* key : {"menu/network/WiFiOnOff", "menu/network/MobileDeviceTV_US",
-                          "menu/network/devicename", "no/such/key", "%s", ""}) {
+  for (const char* key : {VENTARO_KEY_WIFI, VENTARO_KEY_POWER_ON_WITH_MOBILE_US,
+                          VENTARO_KEY_DEVICE_NAME, "no/such/key", "%s", ""}) {
     Box box;
     ask(box, key);
     EXPECT_EQ(box.text.data(), someFeatures()) << key;
@@ -284,21 +282,6 @@ TEST_F(MessageBoxes, AFeatureThatFillsTheMessageIsCut) {
   useTexts({{kSomeFeatures, "Without <<A>>!"}, {"COM_WI_FI", std::string(2000, 'w')}});
   bindCatalogues();
   EXPECT_EQ(message(), "Without " + std::string(1015, 'w'));
-}
-
-// ---- The lock ----
-
-TEST_F(MessageBoxes, ALockThatCannotBeTakenRaisesItsErrorAndTouchesNothing) {
-  Box box("before");
-  failNextLock(EDEADLK);
-  EXPECT_THROW(table().get_messagebox_info(kKey, box.text.data(), box.first.data(),
-                                           box.second.data(), &box.type),
-               std::system_error);
-  EXPECT_STREQ(box.text.data(), "before");
-  EXPECT_STREQ(box.first.data(), "before");
-  EXPECT_STREQ(box.second.data(), "before");
-  EXPECT_EQ(box.type, 77);
-  EXPECT_EQ(journal(), Journal{lockFails(EDEADLK)});
 }
 
 }  // namespace

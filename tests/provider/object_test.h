@@ -10,6 +10,7 @@
 
 #include "fake_platform.h"
 #include "language.h"
+#include "ventaro/data_provider.h"
 
 using namespace fake_platform;  // NOLINT(google-build-using-namespace): the tests' vocabulary
 

@@ -20,14 +20,14 @@ void PrintTo(const Setting& setting, std::ostream* out) {
 }
 
 constexpr Setting kSettings[] = {
-    {"WiFiPower", "menu/network/WiFiOnOff", [] { setRadio(1); }},
-    {"WiFiDirect", "menu/network/expertsettings/wifidirect",
+    {"WiFiPower", VENTARO_KEY_WIFI, [] { setRadio(1); }},
+    {"WiFiDirect", VENTARO_KEY_WIFI_DIRECT,
      [] {
        setConnectedAp(5955);
        store().set("db/menu/network/wifidirect", 1);
      }},
-    {"WiredEap", "menu/network/WiredEAP", [] { store().set("db/menu/network/wiredeap", 1); }},
-    {"PowerOnWithMobile", "menu/network/MobileDeviceTV_US", [] { setWakeOnMobile(true); }},
+    {"WiredEap", VENTARO_KEY_WIRED_EAP, [] { store().set("db/menu/network/wiredeap", 1); }},
+    {"PowerOnWithMobile", VENTARO_KEY_POWER_ON_WITH_MOBILE_US, [] { setWakeOnMobile(true); }},
 };
 
 class OnOffList : public ProviderTest, public testing::WithParamInterface<Setting> {

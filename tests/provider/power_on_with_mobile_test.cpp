@@ -7,7 +7,7 @@ namespace {
 
 class PowerOnWithMobile : public SettingTest {
  protected:
-  PowerOnWithMobile() : SettingTest("menu/network/MobileDeviceTV_US", "CMobileDeviceTVObj") {}
+  PowerOnWithMobile() : SettingTest(VENTARO_KEY_POWER_ON_WITH_MOBILE_US, "CMobileDeviceTVObj") {}
 
   // What the object does to read the mode.
   static Journal readingOn() {
@@ -215,19 +215,6 @@ TEST_F(PowerOnWithMobile, AModeThatCannotBeReadIsInvalidAndLeavesTheTextUntouche
   EXPECT_EQ(text, preset);
   EXPECT_EQ(journal(),
             aroundGetString("preset", {readingFails("fffffffb"), modeIs(-1), mainLog("Invalid")}));
-}
-
-// ---- The list ----
-
-TEST_F(PowerOnWithMobile, TheListIsOffAndOnWithTheirIndicesAsValues) {
-  create();
-  const OptionList list = this->list();
-  EXPECT_EQ(journal(), aroundGetListItems({mainLog("listSize==2\n")}));
-  ASSERT_EQ(list.count(), 2);
-  EXPECT_EQ(list.text(0), "Off");
-  EXPECT_EQ(list.value(0), 0);
-  EXPECT_EQ(list.text(1), "On");
-  EXPECT_EQ(list.value(1), 1);
 }
 
 }  // namespace

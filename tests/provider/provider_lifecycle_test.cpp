@@ -1,10 +1,6 @@
-// Loading, creating, deleting, unloading; the lock; the callbacks that concern the provider itself.
-#include <cerrno>
+// Loading, creating, deleting, unloading; the callbacks that concern the provider itself.
 #include <cstring>
-#include <latch>
 #include <set>
-#include <system_error>
-#include <thread>
 
 #include "provider_test.h"
 #include "wifi_direct_status.h"
@@ -43,7 +39,7 @@ TEST_F(ProviderLifecycle, LoadingConstructsTheObjectsInTheirOrder) {
 
 TEST_F(ProviderLifecycle, UnloadingDestroysTheObjectsInReverseOrder) {
   create();
-  setInt("menu/network/WiFiOnOff", 1);
+  setInt(VENTARO_KEY_WIFI, 1);
   clearJournal();
   unload();
   EXPECT_EQ(journal(), (Journal{locks(), mainLog("START"), mainLog("END"), unlocks(),
@@ -61,7 +57,7 @@ TEST_F(ProviderLifecycle, ALibraryLoadedAgainStartsAnew) {
   unload();
   store().set(kDefaultNameKey, "TV Two");
   create();
-  EXPECT_EQ(listItems("menu/network/devicename").text(0), "&#x202d;TV Two");
+  EXPECT_EQ(listItems(VENTARO_KEY_DEVICE_NAME).text(0), "&#x202d;TV Two");
 }
 
 // ---- create_provider and delete_provider ----
@@ -134,7 +130,7 @@ TEST_F(ProviderLifecycle, ASecondProviderIsAnotherTableOverTheSameDeviceNames) {
   EXPECT_EQ(entries().create_provider(&second), 0);
   EXPECT_NE(second, &table());
   EXPECT_EQ(std::memcmp(second, &table(), sizeof(table())), 0);
-  EXPECT_EQ(listItems("menu/network/devicename").count(), 2);
+  EXPECT_EQ(listItems(VENTARO_KEY_DEVICE_NAME).count(), 2);
   entries().delete_provider(&second);
 }
 
@@ -152,24 +148,24 @@ TEST_F(ProviderLifecycle, AProviderCanBeCreatedAgainAfterItWasDeleted) {
   entries().create_provider(&cbs);
   entries().delete_provider(&cbs);
   create();
-  EXPECT_EQ(displayName("menu/general/network"), "Network");
+  EXPECT_EQ(displayName(VENTARO_KEY_NETWORK), "Network");
 }
 
 TEST_F(ProviderLifecycle, TextsComeFromTheResourceRootsCatalogues) {
   useLanguage("ko");
   create();
-  EXPECT_EQ(displayName("menu/general/network"), tr("COM_SID_NETWORK"));
+  EXPECT_EQ(displayName(VENTARO_KEY_NETWORK), tr("COM_SID_NETWORK"));
   EXPECT_NE(tr("COM_SID_NETWORK"), "COM_SID_NETWORK");
 }
 
 TEST_F(ProviderLifecycle, ASecondProviderBindsTheTextsAnew) {
   create();
-  EXPECT_EQ(displayName("menu/general/network"), "Network");
+  EXPECT_EQ(displayName(VENTARO_KEY_NETWORK), "Network");
   useLongTexts(256);
   data_provider_cbs* second = nullptr;
   entries().create_provider(&second);
-  EXPECT_EQ(stringValue("menu/network/WiredEAP").length(), 256U);
-  EXPECT_EQ(displayName("menu/general/network").length(), 2047U);
+  EXPECT_EQ(stringValue(VENTARO_KEY_WIRED_EAP).length(), 256U);
+  EXPECT_EQ(displayName(VENTARO_KEY_NETWORK).length(), 2047U);
   entries().delete_provider(&second);
 }
 
@@ -185,7 +181,7 @@ TEST_F(ProviderLifecycle, ModuleInfoAnswersThreeKeysUnderTheLockWithoutALog) {
 
 TEST_F(ProviderLifecycle, ModuleInfoComesInAZeroFilledBlockOf255Bytes) {
   create();
-  const OwnedText info = moduleInfo("provider/main-component");
+  const OwnedText info = moduleInfo(VENTARO_KEY_MAIN_COMPONENT);
   ASSERT_EQ(info.blockSize(), 255U);
   for (std::size_t i = info.length(); i < 255; ++i) EXPECT_EQ(info.get()[i], '\0') << i;
 }
@@ -204,7 +200,7 @@ TEST_F(ProviderLifecycle, ModuleInfoLeavesTheOutputOfAnUnknownKeyUntouched) {
 
 TEST_F(ProviderLifecycle, ReleasingAStringLogsItWithoutTheLockAndReturnsZero) {
   create();
-  OwnedText name = displayName("menu/general/network");
+  OwnedText name = displayName(VENTARO_KEY_NETWORK);
   clearJournal();
   EXPECT_EQ(table().release_string(name.release()), 0);
   EXPECT_EQ(journal(),
@@ -215,54 +211,6 @@ TEST_F(ProviderLifecycle, ReleasingNullReturnsOneAndFreesNothing) {
   create();
   EXPECT_EQ(table().release_string(nullptr), 1);
   EXPECT_EQ(journal(), (Journal{mainLog("START"), mainLog("END")}));
-}
-
-// ---- The lock ----
-
-TEST_F(ProviderLifecycle, ReleasingDoesNotWaitForACallbackThatHoldsTheLock) {
-  create();
-  std::latch inside(1);
-  std::latch released(1);
-  onCall("vconf_set_str", [&] {
-    inside.count_down();
-    released.wait();
-  });
-  std::thread setter([&] { table().set_string("any", "TV Two"); });
-  inside.wait();
-  EXPECT_EQ(lockActions(), Journal{locks()});
-  EXPECT_EQ(table().release_string(nullptr), 1);
-  released.count_down();
-  setter.join();
-  EXPECT_EQ(lockActions(), (Journal{locks(), unlocks()}));
-}
-
-TEST_F(ProviderLifecycle, ALockThatCannotBeTakenRaisesItsErrorAndChangesNothing) {
-  create();
-  failNextLock(EDEADLK);
-  try {
-    table().set_string("any", "TV Two");
-    ADD_FAILURE() << "nothing was raised";
-  } catch (const std::system_error& error) {
-    EXPECT_EQ(error.code(), std::error_code(EDEADLK, std::generic_category()));
-  }
-  EXPECT_EQ(journal(), Journal{lockFails(EDEADLK)});
-}
-
-TEST_F(ProviderLifecycle, TheLockCanBeTakenAgainAfterItFailed) {
-  create();
-  failNextLock(EINVAL);
-  EXPECT_THROW(moduleInfo("provider/owner"), std::system_error);
-  EXPECT_EQ(moduleInfo("provider/owner"), "ventarodevs");
-}
-
-TEST_F(ProviderLifecycle, CreatingAndDeletingRaiseTheLocksError) {
-  load();
-  data_provider_cbs* cbs = nullptr;
-  failNextLock(EAGAIN);
-  EXPECT_THROW(entries().create_provider(&cbs), std::system_error);
-  EXPECT_EQ(cbs, nullptr);
-  failNextLock(EAGAIN);
-  EXPECT_THROW(entries().delete_provider(nullptr), std::system_error);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr char kFirst[] = "menu/network/SavedAP1";
-constexpr char kSecond[] = "menu/network/SavedAP2";
+constexpr char kFirst[] = VENTARO_KEY_SAVED_NETWORK_1;
+constexpr char kSecond[] = VENTARO_KEY_SAVED_NETWORK_2;
 constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
 constexpr char kIcons[] =
     "/usr/apps/com.norvane.tv.theme-resource/shared/res/ug-SystemSetupNetworkUG-efl/res/"
@@ -72,53 +72,6 @@ class SecondSavedNetwork : public SavedNetworkItem {
 
 // ---- Name, status and signal ----
 
-TEST_F(FirstSavedNetwork, ItsNameIsTheFirstNetworks) {
-  publish(kHomeAndOffice);
-  EXPECT_EQ(name(), "Home");
-  EXPECT_EQ(journal(), aroundName({readingHomeAndOffice(), networkLog("Home", "Connected")}));
-}
-
-TEST_F(SecondSavedNetwork, ItsNameIsTheSecondNetworks) {
-  publish(kHomeAndOffice);
-  EXPECT_EQ(name(), "Office");
-  EXPECT_EQ(journal(), aroundName({readingHomeAndOffice(), networkLog("Office", "Saved")}));
-}
-
-TEST_F(FirstSavedNetwork, ItsSignalIsLoggedWithoutItsSign) {
-  publish(kHomeAndOffice);
-  EXPECT_EQ(strengthIcon(), std::string(kIcons) + "oobe_icon_n_wifi_4.svg");
-  EXPECT_EQ(journal(),
-            aroundStrengthIcon(
-                {readingHomeAndOffice(),
-                 mainLog(" AP Name = Home status = Connected SignalStrength =  4294967236")}));
-}
-
-TEST_F(SecondSavedNetwork, ItsSignalIsTheSecondNetworks) {
-  publish(kHomeAndOffice);
-  EXPECT_EQ(strengthIcon(), std::string(kIcons) + "oobe_icon_n_wifi_2.svg");
-  EXPECT_EQ(journal(),
-            aroundStrengthIcon({readingHomeAndOffice(),
-                                mainLog(" AP Name = Office status = Saved SignalStrength =  "
-                                        "4294967216")}));
-}
-
-TEST_F(FirstSavedNetwork, ItsStatusIsAskedForBehindAStart) {
-  publish(document(1, {network("Home", -60, "Connecting")}));
-  EXPECT_EQ(statusIcon(), "loading");
-  EXPECT_EQ(journal(),
-            aroundStatusIcon({mainLog("START"), call("vconf_get_str", kSavedNetworksKey),
-                              networkLog("Home", "Connecting"), networkLog("Home", "Connecting")}));
-}
-
-TEST_F(SecondSavedNetwork, ItsStatusIsTheSecondNetworks) {
-  publish(document(2, {network("Home", -60, "Connected"), network("Cafe", -60, "Connecting")}));
-  EXPECT_EQ(statusIcon(), "loading");
-  EXPECT_EQ(journal(),
-            aroundStatusIcon({mainLog("START"), call("vconf_get_str", kSavedNetworksKey),
-                              networkLog("Home", "Connected"), networkLog("Cafe", "Connecting"),
-                              networkLog("Cafe", "Connecting")}));
-}
-
 TEST_F(SecondSavedNetwork, WithOneNetworkItHasNoNameNoStatusAndTheLowestSignal) {
   publish(kHomeOnly);
   EXPECT_EQ(name(), "");
@@ -169,14 +122,6 @@ TEST_F(SecondSavedNetwork, SettingItConnectsToTheSecondNetworkWhateverTheValue) 
   EXPECT_EQ(store().stringAt(kCommandKey), command("Office"));
 }
 
-TEST_F(FirstSavedNetwork, ConnectingTwiceWritesTheSameCommandTwice) {
-  publish(kHomeOnly);
-  clearJournal();
-  setInt(key(), 1);
-  setInt(key(), 1);
-  EXPECT_EQ(calls().count(connecting("Home")), 2U);
-}
-
 TEST_F(FirstSavedNetwork, ConnectingReadsTheDocumentOfTheMoment) {
   publish(kHomeOnly);
   EXPECT_EQ(name(), "Home");
@@ -190,25 +135,12 @@ TEST_F(FirstSavedNetwork, WithoutADocumentTheCommandHasAnEmptyName) {
   EXPECT_EQ(journal(), aroundSetInt(1, {call("vconf_get_str", kSavedNetworksKey), connecting("")}));
 }
 
-TEST_F(SecondSavedNetwork, WithOneNetworkTheCommandHasAnEmptyName) {
-  publish(kHomeOnly);
-  EXPECT_EQ(set(1), -1);
-  EXPECT_EQ(journal(), aroundSetInt(1, {readingHomeOnly(), connecting("")}));
-}
-
 TEST_F(FirstSavedNetwork, ACommandThatCannotBeWrittenIsNotReported) {
   publish(kHomeOnly);
   failWith("vconf_set_str", kCommandKey, -6);
   EXPECT_EQ(set(1), -1);
   EXPECT_EQ(journal(), aroundSetInt(1, {readingHomeOnly(), networkLog("Home", "Connected"),
                                         connecting("Home")}));
-}
-
-TEST_F(FirstSavedNetwork, ConnectingIsNotRemembered) {
-  publish(kHomeOnly);
-  set(1);
-  EXPECT_EQ(name(), "Home");
-  EXPECT_EQ(journal(), aroundName({readingHomeOnly(), networkLog("Home", "Connected")}));
 }
 
 TEST_F(FirstSavedNetwork, TheNameStandsInTheCommandAsJson) {

@@ -12,7 +12,7 @@ constexpr int k5GhzMhz = 5180;
 
 class WifiDirect : public SettingTest {
  protected:
-  WifiDirect() : SettingTest("menu/network/expertsettings/wifidirect", "CWiFiDirectObj") {}
+  WifiDirect() : SettingTest(VENTARO_KEY_WIFI_DIRECT, "CWiFiDirectObj") {}
 
   // A provider at an access point, whose handle is "ap 1", with this preference.
   void createAt(std::optional<int> frequencyMhz, std::optional<int> preference) {
@@ -342,19 +342,6 @@ TEST_F(WifiDirect, TheTextIsOffAndNeverMissingWhenNothingCanBeAsked) {
                         mainLog("Fail to get connected AP "), call("wifi_ap_get_frequency", "null"),
                         call("wifi_ap_destroy", "null"), call("vconf_get_int", kPreferenceKey),
                         mainLog("setOnOffStatus 0")}));
-}
-
-// ---- The list ----
-
-TEST_F(WifiDirect, TheListIsOffAndOnWithTheirIndicesAsValues) {
-  create();
-  const OptionList list = this->list();
-  EXPECT_EQ(journal(), aroundGetListItems({mainLog("listSize==2\n")}));
-  ASSERT_EQ(list.count(), 2);
-  EXPECT_EQ(list.text(0), "Off");
-  EXPECT_EQ(list.value(0), 0);
-  EXPECT_EQ(list.text(1), "On");
-  EXPECT_EQ(list.value(1), 1);
 }
 
 }  // namespace

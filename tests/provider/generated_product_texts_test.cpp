@@ -1,0 +1,131 @@
+// The product's words in generated texts, against a plain replacing that need not end.
+#include "product_texts_test.h"
+
+#include <optional>
+#include <random>
+
+namespace {
+
+// Replaces the first token over and over, from the start. Empty when there is no end in sight.
+std::optional<std::string> replacedFromTheStart(std::string text, const std::string& replacement) {
+  for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
+    const std::size_t at = text.find(kToken);
+    if (at == std::string::npos) return text;
+    text = text.substr(0, at) + replacement + text.substr(at + 5);
+  }
+  return std::nullopt;
+}
+
+// Replaces token after token, each time from one byte behind the last one's place.
+std::optional<std::string> replacedOnwards(std::string text, const std::string& replacement) {
+  std::size_t from = 0;
+  for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
+    const std::size_t at = text.find(kToken, from);
+    if (at == std::string::npos) return text;
+    text = text.substr(0, at) + replacement + text.substr(at + 5);
+    from = at + 1;
+  }
+  return std::nullopt;
+}
+
+// The same texts in every run.
+class Texts {
+ public:
+  std::string name() { return pieces(4); }
+
+  std::string text() {
+    switch (below(5)) {
+      case 0:
+        return pieces(12);
+      case 1:  // around the limit
+        return std::string(kMost - below(40), 'x') + pieces(12);
+      case 2:
+        return pieces(6) + std::string(2500, 'x') + pieces(6);
+      case 3: {  // a long row of the same, as far as the limit and beyond
+        std::string one = pieces(3);
+        if (one.empty()) one = "<<A";
+        return pieces(3) + repeated(one, below(3000)) + pieces(4);
+      }
+      default:
+        return "The " + pieces(1) + "<<A>> is on " + pieces(2) + " <<A>>.";
+    }
+  }
+
+ private:
+  std::size_t below(std::size_t limit) { return random_() % limit; }
+
+  std::string pieces(std::size_t most) {
+    constexpr const char* kPieces[] = {"<<A>>", "<<A>>", "<<A",   "A>>", "<<", "<", ">>",
+                                       ">",     "A",     "<<B>>", "x",   "TV", "ü", " "};
+    std::string result;
+    for (std::size_t count = below(most + 1); count > 0; --count) {
+      result += kPieces[below(std::size(kPieces))];
+    }
+    return result;
+  }
+
+  std::mt19937 random_{20261120};  // NOLINT(cert-msc51-cpp): on purpose the same every time
+};
+
+class GeneratedReplaceText : public ReplaceText {
+ protected:
+  // Returns whether the replacing comes to an end.
+  static bool compare(const std::string& name, const std::string& text) {
+    const auto expected = replacedFromTheStart(text, name);
+    if (!expected) return false;
+    const std::string result = replaced(text, name);
+    EXPECT_EQ(result, expected->substr(0, kMost)) << "name: " << name << "\ntext: " << text;
+    EXPECT_EQ(journal(), lines(text, *expected, result)) << "name: " << name;
+    return true;
+  }
+};
+
+TEST_F(GeneratedReplaceText, IsWhatReplacingFromTheStartGivesWhereverThatEnds) {
+  Texts texts;
+  int ended = 0;
+  for (int i = 0; i < 1500 && !HasFailure(); ++i) {
+    const std::string name = texts.name();
+    if (compare(name, texts.text())) ++ended;
+  }
+  EXPECT_GT(ended, 900);
+}
+
+TEST_F(GeneratedReplaceText, EndsAlsoWhereThatDoesNot) {
+  Texts texts;
+  for (int endless = 0; endless < 6;) {
+    const std::string name = texts.name();
+    const std::string text = texts.text();
+    if (name == kToken || replacedFromTheStart(text, name)) continue;
+    ++endless;
+    EXPECT_EQ(replaced(text, name).size(), kMost) << "name: " << name << "\ntext: " << text;
+  }
+}
+
+// Each replacement makes a token one place in front of it, from behind the limit into what is
+// handed out.
+TEST_F(GeneratedReplaceText, IsSoAlsoWhenATokenComesInFromBehindTheLimit) {
+  EXPECT_TRUE(compare(">>abc<", std::string(kMost - 3, 'x') + "<<A<<A>>"));
+  EXPECT_TRUE(compare(">>abc<", std::string(kMost - 3, 'x') + repeated("<<A", 300) + "<<A>>"));
+  EXPECT_TRUE(compare("A>>><", std::string(kMost - 2, 'x') + "<<<<A>>"));
+  EXPECT_TRUE(compare("<A>>.", std::string(kMost - 1, 'x') + "<<<A>>"));
+}
+
+class GeneratedProductName : public AddProductName {};
+
+TEST_F(GeneratedProductName, IsWhatReplacingOnwardsGivesWhereverThatEnds) {
+  Texts texts;
+  for (int i = 0; i < 200 && !HasFailure(); ++i) {
+    const std::string name = texts.name();
+    callTelevision(name);
+    for (int j = 0; j < 10; ++j) {
+      const std::string text = texts.text();
+      std::string result = text;
+      CProductUtil::AddProductNameInSID(result);  // ends, in any case
+      if (const auto expected = replacedOnwards(text, name)) {
+        EXPECT_EQ(result, *expected) << "name: " << name << "\ntext: " << text;
+      }
+    }
+  }
+}
+
+}  // namespace
