@@ -1,16 +1,14 @@
 // The network service of the simulated network.
 #include "platform/host/network_service.h"
 
-#include <algorithm>
 #include <cstdlib>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "network_service_test.h"
 #include "platform/host/errors.h"
 #include "platform/wifi.h"
 #include "process.h"
-#include "simulated_network.h"
 
 namespace platform_tests {
 namespace {
@@ -18,57 +16,8 @@ namespace {
 using platform::host::commandedNetwork;
 using platform::host::ConfigurationError;
 using platform::host::kConnectAnswerKey;
-using platform::host::kConnectCommandKey;
 using platform::host::lastConnectAnswer;
 using platform::host::loadScenario;
-using platform::host::NetworkService;
-using platform::host::Subscription;
-
-constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
-constexpr int kAMoment = 20;  // milliseconds
-
-void command(const std::string& text) {
-  store().set(kConnectCommandKey, text);
-}
-
-void connectTo(const std::string& ssid) {
-  command(R"({"COMMAND": "1", "SSID": ")" + ssid + "\"}");
-}
-
-class Service : public NetworkTest {
- protected:
-  void SetUp() override { use(scenarioText(kForEver)); }
-
-  // Starts the service, and notes from now on what it publishes.
-  void start() {
-    service_ = NetworkService::start();
-    ASSERT_NE(service_, nullptr);
-    subscription_ = store().subscribe(kDocumentKey, [this](const std::string&) {
-      const std::string networks = publishedNetworks();
-      if (published_.empty() || published_.back() != networks) published_.push_back(networks);
-    });
-  }
-
-  // Waits until that is published, as the last of what was.
-  testing::AssertionResult publishes(const std::string& networks) const {
-    const bool done =
-        iterateUntil([&] { return !published_.empty() && published_.back() == networks; });
-    if (done) return testing::AssertionSuccess();
-    return testing::AssertionFailure()
-           << "published last: " << (published_.empty() ? "nothing" : published_.back());
-  }
-
-  // How many lines of the log end with that text.
-  int countLogged(const std::string& ending) const {
-    const auto lines = linesOf(logFile());
-    return static_cast<int>(std::ranges::count_if(
-        lines, [&](const std::string& line) { return line.ends_with(ending); }));
-  }
-
-  std::unique_ptr<NetworkService> service_;
-  Subscription subscription_;
-  std::vector<std::string> published_;
-};
 
 TEST_F(Service, LoadsAndPublishesTheScenario) {
   start();
@@ -237,30 +186,10 @@ TEST_F(Service, LeavesADocumentOfAPersonAloneThatItCannotRead) {
   }
 }
 
-TEST_F(Service, DropsAConnectionThatIsLeftOfARadioThatWentOffWithoutIt) {
-  inOwnProcess([] { EXPECT_EQ(connectedNetwork(), "Attic"); });
-  setNetworkState("radio", false);
-  start();
-  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Disconnected");
-  EXPECT_EQ(networkState("connected"), StoreValue(""));
-}
-
 TEST_F(Service, AnswersARefusedCommandWithTheUnchangedState) {
   start();
   connectTo("Castle");
   EXPECT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
-}
-
-TEST_F(Service, RefusesToConnectWhileTheRadioIsOff) {
-  start();
-  EXPECT_EQ(wifi_set_enable_qx(0), 0);
-  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
-  connectTo("Shed");
-  ASSERT_TRUE(iterateUntil([&] {
-    return countLogged("NETWORK_SERVICE: cannot connect to \"Shed\": Wi-Fi is off") == 1;
-  }));
-  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Disconnected");
-  EXPECT_EQ(networkState("connecting"), StoreValue(""));
 }
 
 TEST_F(Service, IgnoresWhatIsNoCommandToConnect) {
@@ -291,62 +220,6 @@ TEST_F(Service, IgnoresWhatIsNoCommandToConnect) {
   EXPECT_EQ(connectedNetwork(), "Attic");
   connectTo("Shed");
   EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting")) << "and goes on";
-}
-
-TEST_F(Service, PublishesThatTheRadioWentOff) {
-  start();
-  EXPECT_EQ(wifi_set_enable_qx(0), 0);
-  EXPECT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
-}
-
-TEST_F(Service, FollowsARadioThatAPersonSwitches) {
-  start();
-  setNetworkState("radio", false);
-  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
-  EXPECT_EQ(networkState("connected"), StoreValue(""));
-  setNetworkState("radio", true);
-  EXPECT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
-}
-
-TEST_F(Service, StopsConnectingWhenTheRadioGoesOff) {
-  start();
-  connectTo("Shed");
-  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
-  EXPECT_EQ(wifi_set_enable_qx(0), 0);
-  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
-  EXPECT_EQ(networkState("connecting"), StoreValue(""));
-  service_.reset();
-  EXPECT_EQ(networkState("connected"), StoreValue("")) << "nothing is left to be completed";
-}
-
-TEST_F(Service, ConnectsToTheFirstSavedNetworkWhenTheRadioComesOn) {
-  use(scenarioText(kAMoment, "Shed"));
-  start();
-  EXPECT_EQ(wifi_set_enable_qx(0), 0);
-  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
-  EXPECT_EQ(wifi_set_enable_qx(1), 0);
-  ASSERT_TRUE(publishes("Attic=Connecting Shed=Disconnected"));
-  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
-  EXPECT_EQ(connectedNetwork(), "Attic");
-}
-
-TEST_F(Service, StaysUnconnectedWhenTheRadioComesOnAndNoNetworkIsSaved) {
-  use(R"({"radio": false, "connected": "", "connect_milliseconds": 0, "access_points": [
-          {"ssid": "Door", "frequency_mhz": 5220, "signal_dbm": -71, "saved": false}],
-          "profiles": []})");
-  start();
-  EXPECT_EQ(wifi_set_enable_qx(1), 0);
-  connectTo("Castle");  // what is answered last
-  ASSERT_TRUE(publishes(""));
-  EXPECT_EQ(connectedNetwork(), "none");
-}
-
-TEST_F(Service, KeepsTheConnectionWhenTheRadioIsSetOnAgain) {
-  start();
-  EXPECT_EQ(wifi_set_enable_qx(1), 0);
-  connectTo("Castle");
-  ASSERT_TRUE(publishes("Attic=Connected Shed=Disconnected"));
-  EXPECT_EQ(published_.size(), 1U);
 }
 
 TEST_F(Service, CompletesAConnectionUnderWayWhenItEnds) {
@@ -431,18 +304,6 @@ TEST_F(Service, KeepsTheConnectionOfAScenarioThatIsLoadedWhileItIsConnecting) {
   service_.reset();
   EXPECT_EQ(publishedNetworks(), "Attic=Connected Shed=Disconnected");
   EXPECT_EQ(connectedNetwork(), "Attic");
-}
-
-TEST_F(Service, KeepsTheConnectionOfAScenarioThatBringsTheRadioOn) {
-  start();
-  EXPECT_EQ(wifi_set_enable_qx(0), 0);
-  ASSERT_TRUE(publishes("Attic=Disconnected Shed=Disconnected"));
-  loadScenario(write("other.json", scenarioText(kForEver, "Shed")));
-  connectTo("Castle");  // what is answered last
-  ASSERT_TRUE(iterateUntil(
-      [&] { return countLogged("\"Castle\": there is no such network within reach") == 1; }));
-  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connected");
-  EXPECT_EQ(connectedNetwork(), "Shed");
 }
 
 TEST_F(Service, FollowsTheAccessPointsThatAPersonChanges) {

@@ -1,0 +1,127 @@
+// A store, or a disk, that has no more room: nothing that is stored is harmed.
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+
+#include "platform/config_store.h"
+#include "platform_test.h"
+#include "process.h"
+
+namespace platform_tests {
+namespace {
+
+constexpr std::size_t kMebibyte = std::size_t{1} << 20;
+
+class AFullStore : public PlatformTest {
+ protected:
+  static constexpr int kNoSpace = codeOf(StoreCode::kNoSpace);
+
+  // Sets values of that size until one does not fit; the number of those that did, or -1 when
+  // another error came.
+  static int fill(const std::string& prefix, std::size_t size) {
+    for (int number = 0; number < 100'000; ++number) {
+      const int result = vconf_set_str((prefix + std::to_string(number)).c_str(),
+                                       std::string(size, letter(number)).c_str());
+      if (result == kNoSpace) return number;
+      EXPECT_EQ(result, 0);
+      if (result != 0) return -1;
+    }
+    return -1;
+  }
+
+  static void expectAllReadable(const std::string& prefix, int count, std::size_t size) {
+    for (int number = 0; number < count; ++number) {
+      const auto value = store().get(prefix + std::to_string(number));
+      ASSERT_TRUE(value == StoreValue(std::string(size, letter(number)))) << number;
+    }
+    EXPECT_EQ(store().list(prefix).size(), static_cast<std::size_t>(count));
+  }
+
+  static char letter(int number) { return static_cast<char>('a' + number % 26); }
+};
+
+TEST_F(AFullStore, KeepsWhatItHolds) {
+  store().set("db/before", "still here");
+  const int count = fill("db/full/", kMebibyte);
+  EXPECT_GT(count, 32);
+  EXPECT_TRUE(logged("vconf_set_str: \"db/full/" + std::to_string(count) +
+                     "\": cannot write: MDB_MAP_FULL: Environment mapsize limit reached"));
+  EXPECT_EQ(vconf_set_str("db/before", std::string(kMebibyte, 'x').c_str()), kNoSpace);
+  expectAllReadable("db/full/", count, kMebibyte);
+  EXPECT_EQ(store().get("db/before"), StoreValue("still here"));
+}
+
+TEST_F(AFullStore, IsAsFullForTheNextProcessAndTheOtherAreaIsNot) {
+  int count = 0;
+  Process filler([](Channel& test) { test.say(std::to_string(fill("memory/full/", kMebibyte))); });
+  count = std::stoi(filler.channel().hear().value_or("-1"));
+  filler.join();
+  ASSERT_GT(count, 32);
+  expectAllReadable("memory/full/", count, kMebibyte);
+  EXPECT_EQ(vconf_set_str("memory/full/more", std::string(kMebibyte, 'x').c_str()), kNoSpace);
+  EXPECT_EQ(vconf_set_str("db/more", std::string(kMebibyte, 'x').c_str()), 0);
+}
+
+// A disk on which no file can become larger than that.
+void limitFileSize(std::size_t bytes) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, bytes};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+}
+
+class AFullDisk : public AFullStore, public testing::WithParamInterface<std::size_t> {};
+
+INSTANTIATE_TEST_SUITE_P(ForValuesOfBytes, AFullDisk,
+                         testing::Values(1, 1000, 5000, 100'000, 1'000'000),
+                         testing::PrintToStringParamName());
+
+TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
+  const std::size_t size = GetParam();
+  inOwnProcess([] { store().set({{"db/before", 5}, {"memory/before", "five"}}); });
+  // At each of several places within a block and a page.
+  for (const std::size_t odd : {0U, 1U, 2048U, 4096U, 6000U}) {
+    const std::string prefix = "db/full" + std::to_string(odd) + "/";
+    const auto before =
+        static_cast<std::size_t>(std::filesystem::file_size(stateFolder() / "data.mdb"));
+    Process filler([&](Channel& test) {
+      limitFileSize(before + (size < kMebibyte / 2 ? 20'000 : 3 * kMebibyte) + odd);
+      const int count = fill(prefix, size);
+      EXPECT_GE(count, 0);
+      expectAllReadable(prefix, count, size);
+      EXPECT_EQ(store().get("db/before"), StoreValue(5));
+      test.say(std::to_string(count));
+    });
+    const int count = std::stoi(filler.channel().hear().value_or("-1"));
+    filler.join();
+    inOwnProcess([&] {
+      expectAllReadable(prefix, count, size);
+      EXPECT_EQ(store().get("db/before"), StoreValue(5));
+      EXPECT_EQ(vconf_set_str((prefix + "more").c_str(), std::string(size, 'x').c_str()), 0);
+    });
+  }
+}
+
+// Memory that stands for a hole of a file ends the process when the disk is full.
+TEST_F(AFullStore, HasALockFileWithoutHoles) {
+  store().set("db/key", 1);
+  struct stat info {};
+  ASSERT_EQ(stat((stateFolder() / "lock.mdb").c_str(), &info), 0);
+  EXPECT_GE(info.st_blocks * 512, info.st_size);
+}
+
+TEST_F(AFullStore, OnADiskWithoutRoomForItsFilesIsAnError) {
+  Process([&](Channel& /*test*/) {
+    limitFileSize(0);
+    EXPECT_EQ(vconf_set_int("db/key", 1), kNoSpace);
+    int read = 7;
+    EXPECT_EQ(vconf_get_int("db/key", &read), kNoSpace);
+    EXPECT_EQ(read, 7);
+  }).join();
+  EXPECT_EQ(vconf_set_int("db/key", 1), 0) << "it is well when there is room again";
+}
+
+}  // namespace
+}  // namespace platform_tests
