@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
-using provider_calls::Provider;
+using contract::Provider;
 
 namespace {
 
@@ -53,8 +53,8 @@ class Drawing {
 
   void drawItem(const MenuItem& item) {
     key_ = item.key;
-    got("visible", called(provider_.isVisibleInt(key_, 0)));
-    got("enabled", called(provider_.isEnabledInt(key_, 0)));
+    got("visible", called(provider_.exports().check_visibility_int(key_, 0)));
+    got("enabled", called(provider_.exports().check_enable_int(key_, 0)));
     text("name", table_.get_display_name);
     text("help", table_.get_help_text);
     if (item.hasValue) drawValue();

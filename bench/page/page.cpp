@@ -19,7 +19,7 @@
 
 namespace {
 
-using provider_calls::Provider;
+using contract::Provider;
 using Clock = std::chrono::steady_clock;
 
 Json::Value answers(const Provider& provider) {

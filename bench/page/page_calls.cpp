@@ -53,7 +53,7 @@ const platform_call& rowOfNothing() {
   return *row;
 }
 
-Json::Value measure(const provider_calls::Provider& provider, int drawings) {
+Json::Value measure(const contract::Provider& provider, int drawings) {
   for (int i = 0; i < kWarmUp; ++i) draw(provider);
   const Overhead overhead = measureOverhead(rowOfNothing());
   forget();

@@ -24,9 +24,9 @@
 
 namespace {
 
+using contract::Provider;
 using platform::host::ConfigStore;
 using platform::host::StoreValue;
-using provider_calls::Provider;
 using Clock = std::chrono::steady_clock;
 
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
@@ -49,7 +49,10 @@ constexpr Call kCalls[] = {
     {"name", [](const Provider& p) { return text(p, p.table().get_display_name); }},
     {"title icon", [](const Provider& p) { return text(p, p.table().get_title_icon_path); }},
     {"second icon", [](const Provider& p) { return text(p, p.table().get_second_icon_path); }},
-    {"enable", [](const Provider& p) { return std::to_string(p.isEnabledInt(kFirstNetwork, 0)); }},
+    {"enable",
+     [](const Provider& p) {
+       return std::to_string(p.exports().check_enable_int(kFirstNetwork, 0));
+     }},
 };
 
 template <typename Action>
@@ -94,7 +97,7 @@ Json::Int64 processMemory(const std::string& name) {
 void read(const Provider& provider, const std::string& text) {
   ConfigStore::instance().set(kDocumentKey, text);
   turnTheMainLoop();
-  provider.isEnabledInt(kFirstNetwork, 0);
+  provider.exports().check_enable_int(kFirstNetwork, 0);
 }
 
 void measureMemory(const Provider& provider, const std::string& text, Json::Value& result) {

@@ -25,7 +25,7 @@
 
 namespace {
 
-using provider_calls::Provider;
+using contract::Provider;
 using Clock = std::chrono::steady_clock;
 using Nanoseconds = std::chrono::nanoseconds;
 
@@ -77,7 +77,8 @@ void currentValue(const Provider& provider) {
 constexpr Call kCalls[] = {
     {"get_current_value_sid", currentValue},
     {"release_string", [](const Provider& p) { p.table().release_string(strdup("a text")); }},
-    {"check_visibility_int, locked", [](const Provider& p) { p.isVisibleInt(kFirstNetwork, 0); }},
+    {"check_visibility_int, locked",
+     [](const Provider& p) { p.exports().check_visibility_int(kFirstNetwork, 0); }},
 };
 
 Json::Value summary(std::vector<Json::Int64> times) {
@@ -104,14 +105,14 @@ Json::Value waits(const Provider& provider, const Call& call, std::chrono::milli
 
 Json::Value waitForOthers(const Provider& provider, int count, std::chrono::milliseconds time) {
   platform::host::ConfigStore::instance().set(kDocumentKey, document(kLongDocument));
-  provider.isEnabledInt(kFirstNetwork, 0);
+  provider.exports().check_enable_int(kFirstNetwork, 0);
   const auto start = Clock::now();
-  provider.isEnabledInt(kFirstNetwork, 0);
+  provider.exports().check_enable_int(kFirstNetwork, 0);
   Json::Value result;
   result["held"] = since(start);
   // With a pause as well: the lock is not fair, and who comes back at once gets it again.
   const auto read = [&] {
-    provider.isEnabledInt(kFirstNetwork, 0);
+    provider.exports().check_enable_int(kFirstNetwork, 0);
     std::this_thread::sleep_for(kPause);
     return 1;
   };

@@ -16,10 +16,12 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "../../tests/threads/random_calls.h"
+#include "contract/own_provider.h"
+#include "contract/random_calls.h"
 #include "platform/host/network_service.h"
 #include "platform/system_info.h"
 
@@ -87,29 +89,40 @@ bool isFlat(const std::vector<Memory>& series) {
   return flat;
 }
 
+class EndsTheProgram : public contract::Observer {
+ public:
+  void broken(const contract::Breach& breach) override {
+    std::fprintf(stderr, "soak: %s\n", contract::toString(breach).c_str());
+    std::exit(1);
+  }
+};
+
 bool run(const std::string& file, std::uint64_t callbacks, std::uint64_t seed) {
-  using namespace provider_calls;
   std::setlocale(LC_ALL, "C.UTF-8");
   setenv("LANGUAGE", "en", 1);
   const auto service = platform::host::NetworkService::start();
-  const Provider provider(file);
-  const FixedTexts texts(provider);
-  RandomCalls calls(provider, texts, Documents::kRightShape, seed);
+  const contract::Provider provider(file);
+  EndsTheProgram observer;
+  contract::Calls calls(provider, observer, {}, &contract::ownPromisesInEnglish());
+  const contract::KeyChoice keys = contract::headersKeys();
+  const contract::FixedTexts texts = contract::fixedTexts(calls, keys);
+  contract::RandomCalls random(calls, keys, texts, seed);
   std::printf("seed %llu\n%12s %12s %12s %12s\n", static_cast<unsigned long long>(seed),
               "callbacks", "RSS KiB", "heap KiB", "kept KiB");
   std::vector<Memory> series;
   series.reserve(kLines);
   for (int line = 1; line <= kLines; ++line) {
     const std::uint64_t goal = callbacks * static_cast<std::uint64_t>(line) / kLines;
-    while (calls.count() < goal) {
-      for (int i = 0; i < kCallsPerTurn; ++i) calls.callOne();
+    while (calls.made() < goal) {
+      for (int i = 0; i < kCallsPerTurn; ++i) random.callOne();
       turnTheMainLoop();
     }
     series.push_back(memoryNow());
-    printLine(calls.count(), series.back());
+    printLine(calls.made(), series.back());
   }
-  for (const char* function : kFunctions) {
-    if (!calls.calls().contains(function)) throw WrongAnswer(std::string(function) + " not called");
+  for (const contract::Function& function : contract::kFunctions) {
+    if (calls.made(function) > 0) continue;
+    throw std::runtime_error(std::string(function.name) + " not called");
   }
   return isFlat(series);
 }

@@ -11,16 +11,16 @@
 #include <ostream>
 #include <string>
 
+#include "../broken_promises.h"
 #include "../platform/platform_test.h"
-#include "../threads/provider.h"
 
 namespace cycles_tests {
 namespace {
 
+using contract::Provider;
 using platform_tests::iterateUntil;
 using platform_tests::store;
 using platform_tests::StoreValue;
-using provider_calls::Provider;
 
 constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
@@ -80,19 +80,16 @@ class LoadingAndUnloading : public platform_tests::PlatformTest {
   // What a framework does in between: with a subscription, a timer and a list that make the
   // provider keep something.
   static void use(const Provider& provider) {
-    const data_provider_cbs& table = provider.table();
-    char* name = nullptr;
-    ASSERT_EQ(table.get_display_name("menu/network/SavedAP1", &name), 0);
-    table.release_string(name);
-    ASSERT_EQ(table.set_int("menu/network/WiFiOnOff", 1), 1);
-    int count = 0;
-    auto** items = const_cast<void**>(table.get_list_items("menu/network/WiredEAP", &count));
-    ASSERT_EQ(table.free_list_items(items, count), 0);
-    ASSERT_TRUE(provider.isEnabledInt("menu/network/SavedAP1", 0));
+    FailsTheTest observer;
+    contract::Calls calls(provider, observer);
+    calls.displayName(VENTARO_KEY_SAVED_NETWORK_1);
+    EXPECT_EQ(calls.setInt(VENTARO_KEY_WIFI, 1).result, 1);
+    calls.listItems(VENTARO_KEY_WIRED_EAP);
+    EXPECT_EQ(calls.isEnabledInt(VENTARO_KEY_SAVED_NETWORK_1).result, 1);
   }
 
   static void runCycles(int count) {
-    for (int i = 0; i < count; ++i) use(Provider(VENTARO_PROVIDER));
+    for (int i = 0; i < count && !HasFailure(); ++i) use(Provider(VENTARO_PROVIDER));
   }
 
   // How many callbacks answer a change of the saved networks while one provider is loaded.

@@ -2,38 +2,43 @@
 #ifndef TESTS_THREADS_CALLERS_H
 #define TESTS_THREADS_CALLERS_H
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <exception>
-#include <map>
+#include <list>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "random_calls.h"
+#include "../broken_promises.h"
+#include "contract/own_provider.h"
+#include "contract/random_calls.h"
 
 namespace threads_tests {
 
 inline constexpr int kCallers = 8;
 
+// Over a platform whose functions do not fail, and on which the saved-network document may have any
+// shape.
 class Callers {
  public:
-  Callers(const provider_calls::Provider& provider, provider_calls::Documents documents,
-          std::uint64_t seed)
-      : texts_(provider) {
+  Callers(const contract::Provider& provider, std::uint64_t seed) {
+    contract::Calls first(provider, observer_, kAnyShape, kPromises);
+    texts_ = contract::fixedTexts(first, keys_);
     for (int i = 0; i < kCallers; ++i) {
-      calls_.emplace_back(provider, texts_, documents, seed + static_cast<std::uint64_t>(i));
+      contract::Calls& calls = calls_.emplace_back(provider, observer_, kAnyShape, kPromises);
+      random_.emplace_back(calls, keys_, texts_, seed + static_cast<std::uint64_t>(i));
     }
   }
 
-  // Returns when every thread has made that many calls; meanwhile `isRunning()`.
-  void run(int callsOfEach) {
+  // Returns when every thread has made that many steps, or has had a wrong answer; meanwhile
+  // `isRunning()`.
+  void run(int stepsOfEach) {
     std::vector<std::thread> threads;
-    threads.reserve(calls_.size());
-    for (provider_calls::RandomCalls& calls : calls_) {
-      threads.emplace_back([&calls, callsOfEach] { callAll(calls, callsOfEach); });
+    for (contract::RandomCalls& random : random_) {
+      threads.emplace_back([&random, stepsOfEach] {
+        for (int i = 0; i < stepsOfEach && random.calls().breaches() == 0; ++i) random.callOne();
+      });
     }
     for (std::thread& thread : threads) thread.join();
     running_ = false;
@@ -44,27 +49,22 @@ class Callers {
   // The functions across the boundary that no thread has called.
   std::vector<std::string> notCalled() const {
     std::vector<std::string> missing;
-    for (const char* function : provider_calls::kFunctions) {
-      bool found = false;
-      for (const provider_calls::RandomCalls& calls : calls_) {
-        found = found || calls.calls().contains(function);
-      }
-      if (!found) missing.emplace_back(function);
+    for (const contract::Function& function : contract::kFunctions) {
+      const auto called = [&](const contract::Calls& calls) { return calls.made(function) > 0; };
+      if (std::ranges::none_of(calls_, called)) missing.emplace_back(function.name);
     }
     return missing;
   }
 
  private:
-  static void callAll(provider_calls::RandomCalls& calls, int count) {
-    try {
-      for (int i = 0; i < count; ++i) calls.callOne();
-    } catch (const std::exception& error) {
-      ADD_FAILURE() << error.what();
-    }
-  }
+  static constexpr contract::Conditions kAnyShape{.documentMayBeMisshapen = true};
+  const contract::Promises* const kPromises = &contract::ownPromisesInEnglish();
 
-  provider_calls::FixedTexts texts_;
-  std::vector<provider_calls::RandomCalls> calls_;
+  FailsTheTest observer_;
+  const contract::KeyChoice keys_ = contract::headersKeys();
+  contract::FixedTexts texts_;
+  std::list<contract::Calls> calls_;
+  std::list<contract::RandomCalls> random_;
   std::atomic<bool> running_ = true;
 };
 

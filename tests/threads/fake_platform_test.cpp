@@ -13,9 +13,6 @@
 namespace threads_tests {
 namespace {
 
-using provider_calls::Documents;
-using provider_calls::Provider;
-
 constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
 constexpr int kFirings = 4;  // until the timer asks for the refresh
@@ -41,8 +38,8 @@ TEST(OnAnyPlatform, EveryFunctionAnswersRightWhateverThePlatformDoesBesideIt) {
   const std::uint64_t seed = testSeed();
   makePlatform();
   {
-    Provider provider(VENTARO_PROVIDER);
-    Callers callers(provider, Documents::kAnyShape, seed);
+    const contract::Provider provider(VENTARO_PROVIDER);
+    Callers callers(provider, seed);
     std::atomic<int> firings = 0;
     // The radio is asked while nobody switches. Then the time of the timer passes.
     fake_platform::onCall("wifi_get_enable_qx", [&] { firings = kFirings - 1; });

@@ -24,11 +24,10 @@
 namespace threads_tests {
 namespace {
 
+using contract::Provider;
 using platform::host::NetworkService;
 using platform_tests::iterateUntil;
 using platform_tests::StoreValue;
-using provider_calls::Documents;
-using provider_calls::Provider;
 
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
 constexpr char kWifi[] = "menu/network/WiFiOnOff";
@@ -147,7 +146,7 @@ class OnTheHostPlatform : public platform_tests::PlatformTest {
 TEST_F(OnTheHostPlatform, EveryFunctionAnswersRightWhateverRunsBesideIt) {
   const std::uint64_t seed = testSeed();
   const Provider provider(VENTARO_PROVIDER);
-  Callers callers(provider, Documents::kAnyShape, seed);
+  Callers callers(provider, seed);
   {
     const MainLoop mainLoop;
     std::thread changing([&] { changeTheStoreUntil([&] { return !callers.isRunning(); }, seed); });
