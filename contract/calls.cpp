@@ -16,8 +16,8 @@ namespace contract {
 
 namespace {
 
-// What outputs hold before a call.
-char textBefore[] = "before";
+// Where outputs point to before a call.
+char textBefore[] = "sentinel";
 data_provider_cbs tableBefore;
 constexpr auto kActionBefore = static_cast<ITEM_FOLLOWING_ACTION_TYPE>(3);  // none of the three
 
@@ -234,7 +234,7 @@ Answer Calls::currentValue(const std::string& key) {
   Answer answer = make(function("get_current_value_sid"), key,
                        [&] { return table_->get_current_value_sid(key.c_str(), &value); });
   answer.untouched = value == buffer.data() && buffer.isUntouched();
-  if (!answer.untouched) answer.text = buffer.text();
+  if (!answer.hasRaised() && answer.result == 0) answer.text = buffer.text();
   require(value == buffer.data(), answer, "the caller's buffer stays the caller's");
   require(buffer.isKept(), answer, "the text ends within the buffer");
   require(answer.result == 0 || (answer.result == -1 && answer.untouched), answer,
@@ -400,6 +400,15 @@ Answer Calls::isEnabledDouble(const std::string& key) {
 
 Answer Calls::isEnabledBool(const std::string& key) {
   return check(function("check_enable_bool"), exports_.check_enable_bool, key, true);
+}
+
+void Calls::otherChecks(const std::string& key) {
+  isVisibleString(key);
+  isVisibleDouble(key);
+  isVisibleBool(key);
+  isEnabledString(key);
+  isEnabledDouble(key);
+  isEnabledBool(key);
 }
 
 // ---- The provider itself ----

@@ -88,7 +88,7 @@ class Calls {
   Calls& operator=(const Calls&) = delete;
   ~Calls() = default;
 
-  // The value of an int output before a call.
+  // What an int output holds before a call; a text is "sentinel".
   static constexpr int kBefore = 77;
 
   Answer createProvider();
@@ -103,6 +103,9 @@ class Calls {
   Answer isEnabledString(const std::string& key);
   Answer isEnabledDouble(const std::string& key);
   Answer isEnabledBool(const std::string& key);
+
+  // The six of them that are of another kind of value than int.
+  void otherChecks(const std::string& key);
 
   Answer setInt(const std::string& key, int value);
   Answer setString(const std::string& key, const std::string& value);

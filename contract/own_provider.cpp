@@ -1,6 +1,8 @@
 #include "own_provider.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <iterator>
 #include <string>
 
 namespace contract {
@@ -146,6 +148,10 @@ const Promises& ownPromises() {
 const Promises& ownPromisesInEnglish() {
   static const Promises promises = makeOwnPromisesInEnglish();
   return promises;
+}
+
+void freeUncovered(void** items, int count) {
+  if (count == 1) std::free(items[1]);
 }
 
 }  // namespace contract

@@ -26,30 +26,32 @@ FixedTexts fixedTexts(Calls& calls, const KeyChoice& keys) {
 }
 
 void RandomCalls::callOne() {
-  using Step = void (RandomCalls::*)();
-  constexpr Step kSteps[] = {
-      &RandomCalls::setInt,
-      &RandomCalls::setString,
-      &RandomCalls::getInt,
-      &RandomCalls::getInt,
-      &RandomCalls::getString,
-      &RandomCalls::getString,
-      &RandomCalls::getDisplayName,
-      &RandomCalls::getDisplayName,
-      &RandomCalls::getHelpText,
-      &RandomCalls::getHelpText,
-      &RandomCalls::getIcons,
-      &RandomCalls::getModuleInfo,
-      &RandomCalls::getCurrentValue,
-      &RandomCalls::getMessageBox,
-      &RandomCalls::useList,
-      &RandomCalls::useList,
-      &RandomCalls::makeTable,
-      &RandomCalls::check,
-      &RandomCalls::checkOfAnotherType,
-      &RandomCalls::passNulls,
+  using Step = void (*)(RandomCalls&);
+  static constexpr const char* kInfos[] = {VENTARO_KEY_OWNER, VENTARO_KEY_MAIN_COMPONENT,
+                                           VENTARO_KEY_SUB_COMPONENT};
+  static constexpr Step kSteps[] = {
+      [](RandomCalls& r) { r.setInt(); },
+      [](RandomCalls& r) { r.setString(); },
+      [](RandomCalls& r) { r.calls_.getInt(r.key()); },
+      [](RandomCalls& r) { r.calls_.getInt(r.key()); },
+      [](RandomCalls& r) { r.calls_.getString(r.key(), true); },
+      [](RandomCalls& r) { r.calls_.getString(r.key(), false); },
+      [](RandomCalls& r) { r.requireFixed(r.calls_.displayName(r.key()), r.texts_.names); },
+      [](RandomCalls& r) { r.requireFixed(r.calls_.displayName(r.key()), r.texts_.names); },
+      [](RandomCalls& r) { r.requireFixed(r.calls_.helpText(r.key()), r.texts_.helps); },
+      [](RandomCalls& r) { r.requireFixed(r.calls_.helpText(r.key()), r.texts_.helps); },
+      [](RandomCalls& r) { r.calls_.titleIcon(r.key()), r.calls_.secondIcon(r.key()); },
+      [](RandomCalls& r) { r.calls_.moduleInfo(kInfos[r.pick(std::size(kInfos))]); },
+      [](RandomCalls& r) { r.calls_.currentValue(r.key()); },
+      [](RandomCalls& r) { r.calls_.messageBox(r.key()); },
+      [](RandomCalls& r) { r.calls_.entries(r.calls_.listItems(r.key())); },
+      [](RandomCalls& r) { r.calls_.entries(r.calls_.listItems(r.key())); },
+      [](RandomCalls& r) { r.calls_.createProvider(); },
+      [](RandomCalls& r) { r.calls_.isVisibleInt(r.key()), r.calls_.isEnabledInt(r.key()); },
+      [](RandomCalls& r) { r.calls_.otherChecks(r.key()); },
+      [](RandomCalls& r) { r.calls_.nulls(); },
   };
-  (this->*kSteps[pick(std::size(kSteps))])();
+  kSteps[pick(std::size(kSteps))](*this);
 }
 
 std::size_t RandomCalls::pick(std::size_t choices) {
@@ -59,6 +61,13 @@ std::size_t RandomCalls::pick(std::size_t choices) {
 const std::string& RandomCalls::key() {
   const std::vector<std::string>& keys = pick(2) == 0 ? keys_.often : keys_.all;
   return keys[pick(keys.size())];
+}
+
+void RandomCalls::requireFixed(const Answer& answer,
+                               const std::map<std::string, std::string>& texts) {
+  const auto fixed = texts.find(answer.key);
+  calls_.require(answer.hasRaised() || fixed == texts.end() || answer.text == fixed->second, answer,
+                 "a translation stays the same");
 }
 
 // The values of the choices, and one on each side.
@@ -71,75 +80,6 @@ void RandomCalls::setInt() {
 void RandomCalls::setString() {
   const std::size_t length = pick(8) == 0 ? 3000 : 1 + pick(40);
   calls_.setString(key(), std::string(length, '&'));
-}
-
-void RandomCalls::getInt() {
-  calls_.getInt(key());
-}
-
-void RandomCalls::getString() {
-  calls_.getString(key(), pick(2) == 0);
-}
-
-void RandomCalls::getDisplayName() {
-  requireFixed(calls_.displayName(key()), texts_.names);
-}
-
-void RandomCalls::getHelpText() {
-  requireFixed(calls_.helpText(key()), texts_.helps);
-}
-
-void RandomCalls::requireFixed(const Answer& answer,
-                               const std::map<std::string, std::string>& texts) {
-  const auto fixed = texts.find(answer.key);
-  calls_.require(answer.hasRaised() || fixed == texts.end() || answer.text == fixed->second, answer,
-                 "a translation stays the same");
-}
-
-void RandomCalls::getIcons() {
-  calls_.titleIcon(key());
-  calls_.secondIcon(key());
-}
-
-void RandomCalls::getModuleInfo() {
-  constexpr const char* kInfos[] = {VENTARO_KEY_OWNER, VENTARO_KEY_MAIN_COMPONENT,
-                                    VENTARO_KEY_SUB_COMPONENT};
-  calls_.moduleInfo(kInfos[pick(std::size(kInfos))]);
-}
-
-void RandomCalls::getCurrentValue() {
-  calls_.currentValue(key());
-}
-
-void RandomCalls::getMessageBox() {
-  calls_.messageBox(key());
-}
-
-void RandomCalls::useList() {
-  calls_.entries(calls_.listItems(key()));
-}
-
-void RandomCalls::makeTable() {
-  calls_.createProvider();
-}
-
-void RandomCalls::check() {
-  calls_.isVisibleInt(key());
-  calls_.isEnabledInt(key());
-}
-
-void RandomCalls::checkOfAnotherType() {
-  const std::string& asked = key();
-  calls_.isVisibleString(asked);
-  calls_.isVisibleDouble(asked);
-  calls_.isVisibleBool(asked);
-  calls_.isEnabledString(asked);
-  calls_.isEnabledDouble(asked);
-  calls_.isEnabledBool(asked);
-}
-
-void RandomCalls::passNulls() {
-  calls_.nulls();
 }
 
 }  // namespace contract

@@ -50,19 +50,6 @@ class RandomCalls {
 
   void setInt();
   void setString();
-  void getInt();
-  void getString();
-  void getDisplayName();
-  void getHelpText();
-  void getIcons();
-  void getModuleInfo();
-  void getCurrentValue();
-  void getMessageBox();
-  void useList();
-  void makeTable();
-  void check();
-  void checkOfAnotherType();
-  void passNulls();
 
   Calls& calls_;
   const KeyChoice& keys_;

@@ -15,48 +15,12 @@
 
 namespace {
 
-struct Raising {
-  std::string function;
-  std::vector<std::string> keys;  // none: every key
-};
-
-const std::vector<Raising> kLocked = {
-    {"set_int with 1", {}},
-    {"set_string", {}},
-    {"get_int", {}},
-    {"get_string", {}},
-    {"get_display_name", {}},
-    {"get_help_text", {}},
-    {"get_list_items", {}},
-    {"get_list_item_display_value", {}},
-    {"get_list_item_int_value", {}},
-    {"get_list_item_following_action_type", {}},
-    {"free_list_items", {}},
-    {"get_messagebox_info", {}},
-    {"get_module_info", {}},
-    {"get_title_icon_path", {}},
-    {"get_second_icon_path", {}},
-    {"create_provider", {}},
-    {"delete_provider", {}},
-    {"check_visibility_int", {}},
-    {"check_enable_int", {}},
-};
-
-const std::vector<Raising> kReadNetworks = {
-    {"set_int with 1", {kFirstNetworkKey, kSecondNetworkKey}},
-    {"get_display_name", {kFirstNetworkKey, kSecondNetworkKey, ""}},
-    {"get_title_icon_path", {kFirstNetworkKey, kSecondNetworkKey}},
-    {"get_second_icon_path", {}},
-    {"check_enable_int", {kFirstNetworkKey, kSecondNetworkKey}},
-};
-
-const std::vector<Raising> kReadLanguage = {{"get_help_text", {}}};
-
-bool isNamed(const std::vector<Raising>& table, const Function& function, const std::string& key) {
-  return std::ranges::any_of(table, [&](const Raising& row) {
-    return row.function == function.name &&
-           (row.keys.empty() || std::ranges::find(row.keys, key) != row.keys.end());
-  });
+// What contract/ says of the function that is called.
+const contract::Function& ofContract(const Function& function) {
+  const auto isNamed = [&](const contract::Function& each) {
+    return function.name.substr(0, function.name.find(' ')) == each.name;
+  };
+  return *std::ranges::find_if(contract::kFunctions, isNamed);
 }
 
 // Documents in which a number is missing or is none.
@@ -98,30 +62,18 @@ class Exceptions : public FaultMatrix {
     enter(World());
   }
 
-  std::vector<Function> allFunctions() {
-    Functions& f = functions();
-    return {f.setInt(1),          f.setString(),        f.getInt(),         f.currentValue(),
-            f.getString(),        f.displayName(),      f.helpText(),       f.listItems(),
-            f.itemDisplayValue(), f.itemIntValue(),     f.itemAction(),     f.freeList(),
-            f.messageBox(),       f.moduleInfo(),       f.titleIcon(),      f.secondIcon(),
-            f.releaseString(),    f.createProvider(),   f.deleteProvider(), f.visibilityInt(),
-            f.visibilityString(), f.visibilityDouble(), f.visibilityBool(), f.enableInt(),
-            f.enableString(),     f.enableDouble(),     f.enableBool()};
-  }
-
-  // Of every function and key, exactly those of the table raise this, and leave the outputs
-  // untouched and no "END" behind. All leave the lock free, and no block of the C heap that was not
-  // there before.
-  void expectRaisedBy(
-      const std::vector<Raising>& table, const std::string& exception,
-      const std::function<void()>& beforeEach = [] {}) {
-    for (const Function& function : allFunctions()) {
+  // Of every function and key, exactly those raise this that contract/ lets raise it, and leave the
+  // outputs untouched and no "END" behind. All leave the lock free, and no block of the C heap that
+  // was not there before.
+  void expectRaised(
+      const std::string& exception, const std::function<void()>& beforeEach = [] {}) {
+    for (const Function& function : functions().all()) {
       for (const std::string& key : allKeys()) {
         const int blocksBefore = liveBlocks();
-        if (function.prepare) function.prepare(key.c_str());
+        if (function.prepare) function.prepare(key);
         beforeEach();
         const Outcome outcome = callOnce(function, key, false);
-        if (isNamed(table, function, key)) {
+        if (contract::mayRaise(ofContract(function), key, exception)) {
           EXPECT_EQ(outcome.answer, "raises " + exception + ", untouched")
               << function.name << " of \"" << key << "\"";
           EXPECT_FALSE(outcome.journal.contains(mainLog("END"))) << function.name;
@@ -148,8 +100,7 @@ class Exceptions : public FaultMatrix {
 
 TEST_F(Exceptions, ALockThatCannotBeHadLeavesEveryLockedFunctionAsItsSystemError) {
   for (const int error : {EDEADLK, EAGAIN, EINVAL}) {
-    expectRaisedBy(kLocked, "std::system_error " + std::to_string(error),
-                   [error] { failNextLock(error); });
+    expectRaised("std::system_error " + std::to_string(error), [error] { failNextLock(error); });
   }
 }
 
@@ -157,19 +108,19 @@ TEST_F(Exceptions, AMalformedNumberOfTheSavedNetworksLeavesTheFunctionsThatReadT
   for (const std::string& document : kMalformed) {
     SCOPED_TRACE(document);
     store().set(kNetworksKey, document);
-    expectRaisedBy(kReadNetworks, "Json::LogicError");
+    expectRaised(contract::kDocumentError);
   }
 }
 
 TEST_F(Exceptions, ATooDeeplyNestedDocumentOfTheSavedNetworksLeavesNone) {
   expectParserRaises(tooDeeplyNested());
   store().set(kNetworksKey, tooDeeplyNested());
-  expectRaisedBy({}, "");
+  expectRaised("");
 }
 
 TEST_F(Exceptions, AMissingMenuLanguageLeavesTheHelpTexts) {
   store().erase(kLanguageKey);
-  expectRaisedBy(kReadLanguage, "std::logic_error");
+  expectRaised(contract::kLanguageError);
 }
 
 }  // namespace

@@ -1,13 +1,7 @@
 #include "fault_matrix.h"
 
-#include <cxxabi.h>
-#include <json/value.h>
-
 #include <cstdlib>
 #include <iostream>
-#include <memory>
-#include <system_error>
-#include <typeinfo>
 
 #include "heap.h"
 
@@ -24,24 +18,6 @@ class PrintsTheirNumber : public testing::Environment {
 };
 const testing::Environment* const kPrinter =
     testing::AddGlobalTestEnvironment(new PrintsTheirNumber);
-
-// Only three may leave: when the lock cannot be had, for a misshapen document, and without a menu
-// language. The exact types: one that is derived from them is another.
-bool mayLeave(const std::exception& exception) {
-  const std::type_info& type = typeid(exception);
-  return type == typeid(std::system_error) || type == typeid(Json::LogicError) ||
-         type == typeid(std::logic_error);
-}
-
-// The exact type, with the number of a system error.
-std::string nameOf(const std::exception& exception) {
-  int status = 0;
-  const std::unique_ptr<char, decltype(&std::free)> name(
-      abi::__cxa_demangle(typeid(exception).name(), nullptr, nullptr, &status), &std::free);
-  const auto* error = dynamic_cast<const std::system_error*>(&exception);
-  if (error == nullptr) return name.get();
-  return name.get() + (" " + std::to_string(error->code().value()));
-}
 
 // The next call would wait for ever.
 void demandFreeLock(const Journal& journal, const std::string& who) {
@@ -129,7 +105,7 @@ void FaultMatrix::enter(const World& world, bool watching) {
   useWorldTexts();
   apply(world);
   create();
-  functions_ = std::make_unique<Functions>(entries(), table());
+  useTable(&table());
   if (world.wiredListWasAsked) listItems("menu/network/WiredEAP");
   if (watching) {
     store().erase(kNetworksKey);
@@ -138,6 +114,10 @@ void FaultMatrix::enter(const World& world, bool watching) {
   }
   clearJournal();
   blocksBefore_ = liveBlocks();
+}
+
+void FaultMatrix::useTable(const data_provider_cbs* table) {
+  functions_ = std::make_unique<Functions>(entries(), table);
 }
 
 void FaultMatrix::expectTable(const Function& function, const Table& rows,
@@ -156,7 +136,7 @@ void FaultMatrix::expectTable(const Function& function, const Table& rows,
 void FaultMatrix::expectTwoCalls(const Function& function, const Steps& steps,
                                  const std::string& key, const Fault& fault) {
   settle();
-  for (int i = 0; i < 2 && function.prepare; ++i) function.prepare(key.c_str());
+  for (int i = 0; i < 2 && function.prepare; ++i) function.prepare(key);
   walker_.arm(fault);
   arm(fault);
   for (int i = 1; i <= 2; ++i) {
@@ -180,37 +160,15 @@ void FaultMatrix::expectTwoCalls(const Function& function, const Steps& steps,
 
 Outcome FaultMatrix::callOnce(const Function& function, const std::string& key, bool capture) {
   Outcome run;
-  Outputs out;
   clearJournal();
   if (capture) testing::internal::CaptureStdout();
-  run.answer = called(function, out, key.c_str());
+  const contract::Answer answer = function.call(key);
   if (capture) run.printed = testing::internal::GetCapturedStdout();
   failNextLock(0);  // what was not taken cannot fail any more
   run.journal = journal();
   demandFreeLock(run.journal, function.name + " of \"" + key + "\"");
-  const bool raised = run.answer.starts_with("raises ");
-  if (raised) {
-    run.answer = answerOf(run.answer, out.areUntouched() ? kUntouched : "outputs touched");
-  } else if (function.outputs) {
-    run.answer = answerOf(run.answer, function.outputs(out));
-  }
-  if (function.giveBack) function.giveBack(out);
+  run.answer = shown(functions_->calls(), answer);
   return run;
-}
-
-std::string FaultMatrix::called(const Function& function, Outputs& out, const char* key) {
-  std::string name = "something that is no std::exception";
-  bool isExpected = false;
-  try {
-    return function.call(out, key);
-  } catch (const std::exception& exception) {
-    name = nameOf(exception);
-    isExpected = mayLeave(exception);
-  } catch (...) {  // reported below
-  }
-  EXPECT_TRUE(isExpected) << name << ", unexpected, left " << function.name << " of \"" << key
-                          << "\"";
-  return "raises " + name;
 }
 
 // Puts back what the last combination has changed, the refresh timer included.

@@ -31,6 +31,9 @@ class FaultMatrix : public ProviderTest {
   // unless said otherwise.
   void enter(const World& world, bool watching = true);
 
+  // Calls these callbacks from here on; null for the exported functions alone.
+  void useTable(const data_provider_cbs* table);
+
   Functions& functions() { return *functions_; }
 
   // Two calls in a row, for every key and under every fault, are as the table says.
@@ -47,7 +50,6 @@ class FaultMatrix : public ProviderTest {
   void TearDown() override;
 
  private:
-  std::string called(const Function& function, Outputs& out, const char* key);
   void settle();
 
   World world_;

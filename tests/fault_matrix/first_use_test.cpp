@@ -14,10 +14,10 @@ class FirstUse : public FaultMatrix {
   std::vector<Needing> needing(const World& world) {
     Functions& f = functions();
     return {{f.setInt(1), setIntTable(world, 1)},
-            {f.displayName(), displayNameTable(world)},
-            {f.titleIcon(), titleIconTable(world)},
-            {f.secondIcon(), secondIconTable(world)},
-            {f.enableInt(), enableIntTable(world)}};
+            {f.named("get_display_name"), displayNameTable(world)},
+            {f.named("get_title_icon_path"), titleIconTable(world)},
+            {f.named("get_second_icon_path"), secondIconTable(world)},
+            {f.named("check_enable_int"), enableIntTable(world)}};
   }
 
   // The library is loaded anew for each, or the networks would be watched already.

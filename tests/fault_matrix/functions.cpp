@@ -2,353 +2,179 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
+#include <stdexcept>
 
+#include "contract/own_provider.h"
+#include "course.h"
+#include "fake_platform.h"
 #include "world.h"
+
+using contract::Answer;
+using contract::Calls;
 
 namespace {
 
-// Where untouched outputs point to.
-char sentinelText[] = "sentinel";
-data_provider_cbs sentinelTable;
-void* sentinelItems[1];
+constexpr contract::Conditions kAnyFault{
+    .lockMayFail = true, .documentMayBeMisshapen = true, .languageMayBeMissing = true};
 
-constexpr auto kSentinelAction = static_cast<ITEM_FOLLOWING_ACTION_TYPE>(3);  // none of the three
-
-const std::string& sentinelBuffer() {
-  static const std::string buffer = [] {
-    std::string filled(VENTARO_CURRENT_VALUE_SIZE, 'Z');
-    filled.replace(0, sizeof(sentinelText), sentinelText, sizeof(sentinelText));
-    return filled;
-  }();
-  return buffer;
-}
-
-// "+" and a NUL.
-std::string boxBuffer(std::size_t size) {
-  std::string buffer(size, '\0');
-  buffer.front() = '+';
-  return buffer;
+bool isOneOf(const Answer& answer, std::initializer_list<std::string_view> names) {
+  return std::ranges::find(names, std::string_view(answer.function->name)) != names.end();
 }
 
 // An empty text shows as two quotes.
-std::string shownText(const char* text) {
-  if (text == sentinelText) return "untouched";
-  if (text == nullptr) return "null";
-  return *text != '\0' ? text : "\"\"";
+std::string shownText(const Answer& answer) {
+  if (answer.untouched) return kUntouched;
+  if (!answer.text) return "null";
+  return !answer.text->empty() ? *answer.text : "\"\"";
 }
 
-std::string shownValue(const Outputs& out) {
-  return out.value == Outputs::kPresetValue ? "untouched" : std::to_string(out.value);
+std::string shownEntries(Calls& calls, const Answer& list) {
+  std::string entries;
+  for (const contract::Entry& entry : calls.entries(list)) {
+    if (!entries.empty()) entries += ", ";
+    entries += (entry.text.empty() ? "\"\"" : entry.text) + " " + std::to_string(entry.value) +
+               " " + std::to_string(entry.action);
+  }
+  return entries;
 }
 
-std::string word(bool value) {
-  return value ? "true" : "false";
+std::string shownResult(const Answer& answer) {
+  if (std::string_view(answer.function->name).starts_with("check_")) {
+    return answer.result != 0 ? "true" : "false";
+  }
+  const bool isNoList = isOneOf(answer, {"get_list_items"}) && answer.items == nullptr;
+  return isNoList ? "null" : std::to_string(answer.result);
+}
+
+std::string shownOutputs(Calls& calls, const Answer& answer) {
+  if (isOneOf(answer, {"get_int", "get_list_item_int_value"})) {
+    return answer.untouched ? kUntouched : std::to_string(answer.value);
+  }
+  if (isOneOf(answer, {"get_list_item_following_action_type"})) return std::to_string(answer.value);
+  if (isOneOf(answer, {"get_list_items"})) return shownEntries(calls, answer);
+  if (isOneOf(answer, {"create_provider"})) return answer.table != nullptr ? "a table" : "no table";
+  if (isOneOf(answer, {"get_messagebox_info"})) {
+    return "type " + std::to_string(answer.value) + ": +" + answer.text.value_or("") + " +" +
+           answer.first + " +" + answer.second;
+  }
+  const bool givesText =
+      isOneOf(answer, {"get_string", "get_display_name", "get_help_text", "get_title_icon_path",
+                       "get_second_icon_path", "get_module_info", "get_list_item_display_value",
+                       "get_current_value_sid"});
+  return givesText ? shownText(answer) : "";
+}
+
+// A list or a table that is taken back by the call itself, unless that raises.
+Answer takenBack(Answer answer, Answer& taken) {
+  if (!answer.hasRaised()) taken.held.release();
+  answer.held = std::move(taken.held);
+  return answer;
+}
+
+Answer taken(std::vector<Answer>& prepared) {
+  Answer last = std::move(prepared.back());
+  prepared.pop_back();
+  return last;
 }
 
 }  // namespace
 
-Outputs::Outputs()
-    : text(sentinelText),
-      buffer(sentinelBuffer()),
-      table(&sentinelTable),
-      items(sentinelItems),
-      action(kSentinelAction),
-      message(boxBuffer(VENTARO_MESSAGE_TEXT_SIZE)),
-      first(boxBuffer(VENTARO_MESSAGE_BUTTON_SIZE)),
-      second(boxBuffer(VENTARO_MESSAGE_BUTTON_SIZE)) {}
-
-bool Outputs::areUntouched() const {
-  return value == kPresetValue && text == sentinelText && buffer == sentinelBuffer() &&
-         table == &sentinelTable && items == sentinelItems && action == kSentinelAction &&
-         message == boxBuffer(VENTARO_MESSAGE_TEXT_SIZE) &&
-         first == boxBuffer(VENTARO_MESSAGE_BUTTON_SIZE) &&
-         second == boxBuffer(VENTARO_MESSAGE_BUTTON_SIZE);
+std::string shown(Calls& calls, const Answer& answer) {
+  if (answer.function == nullptr) return "";
+  if (!answer.hasRaised()) return answerOf(shownResult(answer), shownOutputs(calls, answer));
+  return answerOf("raises " + answer.raised, answer.untouched ? kUntouched : "outputs touched");
 }
 
-// ---- Values ----
-
-Function Functions::getInt() const {
-  return {"get_int",
-          [this](Outputs& out, const char* key) {
-            return std::to_string(table_.get_int(key, &out.value));
-          },
-          shownValue, nullptr, nullptr};
+void Functions::Observer::givesBack(void** items, int count) {
+  contract::freeUncovered(items, count);
 }
 
-Function Functions::setInt(int value) const {
+Functions::Functions(const contract::Exports& exports, const data_provider_cbs* table)
+    : calls_(exports, table, observer_, kAnyFault, &contract::ownPromises()),
+      all_({
+          setInt(1),
+          {"set_string", [this](auto& key) { return calls_.setString(key, "TV Three"); }},
+          {"get_int", [this](auto& key) { return calls_.getInt(key); }},
+          {"get_current_value_sid", [this](auto& key) { return calls_.currentValue(key); }},
+          {"get_string", [this](auto& key) { return calls_.getString(key); }},
+          {"get_display_name", [this](auto& key) { return calls_.displayName(key); }},
+          {"get_help_text", [this](auto& key) { return calls_.helpText(key); }},
+          {"get_title_icon_path", [this](auto& key) { return calls_.titleIcon(key); }},
+          {"get_second_icon_path", [this](auto& key) { return calls_.secondIcon(key); }},
+          {"get_module_info", [this](auto& key) { return calls_.moduleInfo(key); }},
+          {"get_messagebox_info", [this](auto& key) { return calls_.messageBox(key); }},
+          {"get_list_items", [this](auto& key) { return calls_.listItems(key); }},
+          ofItem("get_list_item_display_value", &Calls::itemDisplayValue),
+          ofItem("get_list_item_int_value", &Calls::itemIntValue),
+          ofItem("get_list_item_following_action_type", &Calls::itemAction),
+          freeList(),
+          {"release_string", [this](auto&) { return calls_.releaseString(strdup("text")); }},
+          {"create_provider", [this](auto&) { return calls_.createProvider(); }},
+          deleteProvider(),
+          {"check_visibility_int", [this](auto& key) { return calls_.isVisibleInt(key); }},
+          {"check_visibility_string", [this](auto& key) { return calls_.isVisibleString(key); }},
+          {"check_visibility_double", [this](auto& key) { return calls_.isVisibleDouble(key); }},
+          {"check_visibility_bool", [this](auto& key) { return calls_.isVisibleBool(key); }},
+          {"check_enable_int", [this](auto& key) { return calls_.isEnabledInt(key); }},
+          {"check_enable_string", [this](auto& key) { return calls_.isEnabledString(key); }},
+          {"check_enable_double", [this](auto& key) { return calls_.isEnabledDouble(key); }},
+          {"check_enable_bool", [this](auto& key) { return calls_.isEnabledBool(key); }},
+      }) {}
+
+const Function& Functions::named(const std::string& name) const {
+  const auto found = std::ranges::find(all_, name, &Function::name);
+  if (found == all_.end()) throw std::logic_error("no function \"" + name + "\"");
+  return *found;
+}
+
+Function Functions::setInt(int value) {
   return {"set_int with " + std::to_string(value),
-          [this, value](Outputs&, const char* key) {
-            return std::to_string(table_.set_int(key, value));
-          },
-          nullptr, nullptr, nullptr};
+          [this, value](auto& key) { return calls_.setInt(key, value); }};
 }
 
-Function Functions::setString() const {
-  return {"set_string",
-          [this](Outputs&, const char* key) {
-            return std::to_string(table_.set_string(key, "TV Three"));
-          },
-          nullptr, nullptr, nullptr};
-}
-
-Function Functions::currentValue() const {
-  return {"get_current_value_sid",
-          [this](Outputs& out, const char* key) {
-            char* buffer = out.buffer.data();
-            return std::to_string(table_.get_current_value_sid(key, &buffer));
-          },
-          [](const Outputs& out) -> std::string {
-            return out.buffer == sentinelBuffer() ? "untouched" : out.buffer.c_str();
-          },
-          nullptr, nullptr};
-}
-
-// ---- Texts ----
-
-Function Functions::textFunction(const char* name, int (*callback)(const char*, char**)) const {
+// Of the second entry of the key's list.
+Function Functions::ofItem(const char* name, OfItem call) {
   return {name,
-          [callback](Outputs& out, const char* key) {
-            return std::to_string(callback(key, &out.text));
+          [this, call](auto&) {
+            Answer list = taken(prepared_);
+            Answer answer = (calls_.*call)(list.item(1));
+            answer.held = std::move(list.held);
+            return answer;
           },
-          [](const Outputs& out) { return shownText(out.text); },
-          [this](Outputs& out) {
-            if (out.text != sentinelText) table_.release_string(out.text);
-          },
-          nullptr};
-}
-
-Function Functions::getString() const {
-  return textFunction("get_string", table_.get_string);
-}
-Function Functions::displayName() const {
-  return textFunction("get_display_name", table_.get_display_name);
-}
-Function Functions::helpText() const {
-  return textFunction("get_help_text", table_.get_help_text);
-}
-Function Functions::titleIcon() const {
-  return textFunction("get_title_icon_path", table_.get_title_icon_path);
-}
-Function Functions::secondIcon() const {
-  return textFunction("get_second_icon_path", table_.get_second_icon_path);
-}
-Function Functions::moduleInfo() const {
-  return textFunction("get_module_info", table_.get_module_info);
-}
-
-Function Functions::messageBox() const {
-  return {"get_messagebox_info",
-          [this](Outputs& out, const char* key) {
-            return std::to_string(table_.get_messagebox_info(
-                key, out.message.data(), out.first.data(), out.second.data(), &out.value));
-          },
-          [](const Outputs& out) {
-            return "type " + std::to_string(out.value) + ": " + out.message.c_str() + " " +
-                   out.first.c_str() + " " + out.second.c_str();
-          },
-          nullptr, nullptr};
-}
-
-// ---- Lists ----
-
-Function Functions::listItems() const {
-  return {"get_list_items",
-          [this](Outputs& out, const char* key) {
-            out.items = const_cast<void**>(table_.get_list_items(key, &out.value));
-            return out.items != nullptr ? std::to_string(out.value) : "null";
-          },
-          [this](const Outputs& out) {
-            std::string entries;
-            for (int i = 0; out.items != nullptr && i < out.value; ++i) {
-              Outputs entry;
-              table_.get_list_item_display_value(out.items[i], &entry.text);
-              table_.get_list_item_int_value(out.items[i], &entry.value);
-              table_.get_list_item_following_action_type(out.items[i], &entry.action);
-              if (i > 0) entries += ", ";
-              entries += shownText(entry.text) + " " + std::to_string(entry.value) + " " +
-                         std::to_string(entry.action);
-            }
-            return entries;
-          },
-          [this](Outputs& out) {
-            if (out.items == sentinelItems) return;
-            // A list of one entry holds a second record, which a count of 1 does not return.
-            table_.free_list_items(out.items, std::max(out.value, 2));
-          },
-          nullptr};
-}
-
-void Functions::prepareList(const char* key) {
-  List list{};
-  list.items = const_cast<void**>(table_.get_list_items(key, &list.count));
-  lists_.push_back(list);
-}
-
-void* Functions::item() {
-  return lists_.back().items[1];
-}
-
-void Functions::freeLast() {
-  const List list = lists_.back();
-  lists_.pop_back();
-  if (list.items != nullptr) table_.free_list_items(list.items, list.count);
-}
-
-Function Functions::itemDisplayValue() {
-  return {"get_list_item_display_value",
-          [this](Outputs& out, const char*) {
-            return std::to_string(table_.get_list_item_display_value(item(), &out.text));
-          },
-          [](const Outputs& out) { return shownText(out.text); }, [this](Outputs&) { freeLast(); },
-          [this](const char* key) { prepareList(key); }};
-}
-
-Function Functions::itemIntValue() {
-  return {"get_list_item_int_value",
-          [this](Outputs& out, const char*) {
-            return std::to_string(table_.get_list_item_int_value(item(), &out.value));
-          },
-          shownValue, [this](Outputs&) { freeLast(); },
-          [this](const char* key) { prepareList(key); }};
-}
-
-Function Functions::itemAction() {
-  return {"get_list_item_following_action_type",
-          [this](Outputs& out, const char*) {
-            return std::to_string(table_.get_list_item_following_action_type(item(), &out.action));
-          },
-          [](const Outputs& out) { return std::to_string(out.action); },
-          [this](Outputs&) { freeLast(); }, [this](const char* key) { prepareList(key); }};
+          [this](auto& key) { prepared_.push_back(calls_.listItems(key)); }};
 }
 
 Function Functions::freeList() {
   return {"free_list_items",
-          [this](Outputs&, const char*) {
-            List& list = lists_.back();
-            const int result = table_.free_list_items(list.items, list.count);
-            list.items = nullptr;
-            return std::to_string(result);
+          [this](auto&) {
+            Answer list = taken(prepared_);
+            return takenBack(calls_.freeListItems(list.items, list.value), list);
           },
-          nullptr, [this](Outputs&) { freeLast(); }, [this](const char* key) { prepareList(key); }};
-}
-
-// ---- The provider itself ----
-
-Function Functions::createProvider() const {
-  return {"create_provider",
-          [this](Outputs& out, const char*) {
-            return std::to_string(exports_.create_provider(&out.table));
-          },
-          [](const Outputs& out) -> std::string {
-            const bool isTable = out.table != nullptr && out.table->set_int != nullptr;
-            return isTable ? "a table" : "no table";
-          },
-          [this](Outputs& out) {
-            if (out.table != &sentinelTable) exports_.delete_provider(&out.table);
-          },
-          nullptr};
+          [this](auto& key) { prepared_.push_back(calls_.listItems(key)); }};
 }
 
 Function Functions::deleteProvider() {
   return {"delete_provider",
-          [this](Outputs&, const char*) {
-            const int result = exports_.delete_provider(&tables_.back());
-            tables_.back() = nullptr;
-            return std::to_string(result);
+          [this](auto&) {
+            Answer created = taken(prepared_);
+            return takenBack(calls_.deleteProvider(&created.table), created);
           },
-          nullptr,
-          [this](Outputs&) {
-            exports_.delete_provider(&tables_.back());
-            tables_.pop_back();
-          },
-          [this](const char*) {
-            tables_.push_back(nullptr);
-            exports_.create_provider(&tables_.back());
-          }};
-}
-
-Function Functions::releaseString() {
-  return {"release_string",
-          [this](Outputs&, const char*) {
-            return std::to_string(table_.release_string(std::exchange(texts_.back(), nullptr)));
-          },
-          nullptr, [this](Outputs&) { texts_.pop_back(); },
-          [this](const char*) {
-            char* text = nullptr;
-            table_.get_module_info("provider/owner", &text);
-            std::strcpy(text, "text");
-            texts_.push_back(text);
-          }};
-}
-
-// ---- Checks ----
-
-Function Functions::visibilityInt() const {
-  return {"check_visibility_int",
-          [this](Outputs&, const char* key) { return word(exports_.check_visibility_int(key, 1)); },
-          nullptr, nullptr, nullptr};
-}
-Function Functions::visibilityString() const {
-  return {"check_visibility_string",
-          [this](Outputs&, const char* key) {
-            return word(exports_.check_visibility_string(key, "1"));
-          },
-          nullptr, nullptr, nullptr};
-}
-Function Functions::visibilityDouble() const {
-  return {"check_visibility_double",
-          [this](Outputs&, const char* key) {
-            return word(exports_.check_visibility_double(key, 1.0));
-          },
-          nullptr, nullptr, nullptr};
-}
-Function Functions::visibilityBool() const {
-  return {
-      "check_visibility_bool",
-      [this](Outputs&, const char* key) { return word(exports_.check_visibility_bool(key, true)); },
-      nullptr, nullptr, nullptr};
-}
-Function Functions::enableInt() const {
-  return {"check_enable_int",
-          [this](Outputs&, const char* key) { return word(exports_.check_enable_int(key, 1)); },
-          nullptr, nullptr, nullptr};
-}
-Function Functions::enableString() const {
-  return {
-      "check_enable_string",
-      [this](Outputs&, const char* key) { return word(exports_.check_enable_string(key, "1")); },
-      nullptr, nullptr, nullptr};
-}
-Function Functions::enableDouble() const {
-  return {
-      "check_enable_double",
-      [this](Outputs&, const char* key) { return word(exports_.check_enable_double(key, 1.0)); },
-      nullptr, nullptr, nullptr};
-}
-Function Functions::enableBool() const {
-  return {"check_enable_bool",
-          [this](Outputs&, const char* key) { return word(exports_.check_enable_bool(key, true)); },
-          nullptr, nullptr, nullptr};
+          [this](auto&) { prepared_.push_back(calls_.createProvider()); }};
 }
 
 // ---- What the provider does of its own ----
 
-Function Functions::switchAndEightSeconds() const {
-  return {"a Wi-Fi switch and eight seconds",
-          [this](Outputs&, const char*) {
-            const int result = table_.set_int("menu/network/WiFiOnOff", 1);
-            advanceTimers(4);
-            return std::to_string(result);
-          },
-          nullptr, nullptr, nullptr};
+Function Functions::switchAndEightSeconds() {
+  return {"a Wi-Fi switch and eight seconds", [this](auto&) {
+            Answer answer = calls_.setInt(VENTARO_KEY_WIFI, 1);
+            fake_platform::advanceTimers(4);
+            return answer;
+          }};
 }
 
-Function Functions::notification() const {
-  return {"a change of the saved networks",
-          [](Outputs&, const char*) {
-            store().notify(kNetworksKey);
-            return std::string();
-          },
-          nullptr, nullptr, nullptr};
+Function Functions::notification() {
+  return {"a change of the saved networks", [](auto&) {
+            fake_platform::store().notify(kNetworksKey);
+            return Answer{};
+          }};
 }

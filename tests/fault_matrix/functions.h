@@ -1,5 +1,5 @@
-// The provider's functions as the matrix calls them: with outputs that are preset, so that what a
-// function does not touch shows.
+// The provider's functions as the matrix calls them, through contract/, which requires of each call
+// what holds in any case.
 #ifndef FAULT_MATRIX_FUNCTIONS_H
 #define FAULT_MATRIX_FUNCTIONS_H
 
@@ -7,94 +7,49 @@
 #include <string>
 #include <vector>
 
-#include "provider_test.h"
+#include "../broken_promises.h"
 
-// All that the functions write to, preset.
-struct Outputs {
-  Outputs();
-  bool areUntouched() const;
-
-  static constexpr int kPresetValue = 77;
-
-  int value = kPresetValue;
-  char* text;
-  std::string buffer;  // "sentinel", then a filling
-  data_provider_cbs* table;
-  void** items;
-  ITEM_FOLLOWING_ACTION_TYPE action;
-  std::string message;
-  std::string first;
-  std::string second;
-};
+// As a text of the tables: the result, and what the outputs hold. An entry is asked for anew.
+std::string shown(contract::Calls& calls, const contract::Answer& answer);
 
 struct Function {
   std::string name;
-  // Returns the result as text.
-  std::function<std::string(Outputs& out, const char* key)> call;
-  // What the outputs hold as text; for functions that have some.
-  std::function<std::string(const Outputs& out)> outputs;
-  // Returns to the provider what the function handed out.
-  std::function<void(Outputs& out)> giveBack;
+  // What was handed out goes back with the answer.
+  std::function<contract::Answer(const std::string& key)> call;
   // What the function needs, made before anything fails; once for each call to come.
-  std::function<void(const char* key)> prepare;
+  std::function<void(const std::string& key)> prepare = nullptr;
 };
 
 class Functions {
  public:
-  Functions(const Exports& exports, const data_provider_cbs& table)
-      : exports_(exports), table_(table) {}
+  // The table may be null when only the exported functions are called.
+  Functions(const contract::Exports& exports, const data_provider_cbs* table);
 
-  Function getInt() const;
-  Function setInt(int value) const;
-  Function setString() const;
-  Function currentValue() const;
-  Function getString() const;
-  Function displayName() const;
-  Function helpText() const;
-  Function titleIcon() const;
-  Function secondIcon() const;
-  Function moduleInfo() const;
-  Function messageBox() const;
-  Function listItems() const;
-  Function createProvider() const;
+  // The 27 functions across the boundary; set_int() with the value 1.
+  const std::vector<Function>& all() const { return all_; }
+  // By its name; raises std::logic_error when there is none.
+  const Function& named(const std::string& name) const;
 
-  // These need something to work on.
-  Function itemDisplayValue();
-  Function itemIntValue();
-  Function itemAction();
-  Function freeList();
-  Function deleteProvider();
-  Function releaseString();
+  Function setInt(int value);
+  Function switchAndEightSeconds();
+  static Function notification();
 
-  Function visibilityInt() const;
-  Function visibilityString() const;
-  Function visibilityDouble() const;
-  Function visibilityBool() const;
-  Function enableInt() const;
-  Function enableString() const;
-  Function enableDouble() const;
-  Function enableBool() const;
-
-  Function switchAndEightSeconds() const;
-  Function notification() const;
+  contract::Calls& calls() { return calls_; }
 
  private:
-  Function textFunction(const char* name, int (*callback)(const char*, char**)) const;
-  void prepareList(const char* key);
-  // The second entry of the list prepared for this call.
-  void* item();
-  void freeLast();
-
-  const Exports& exports_;
-  const data_provider_cbs& table_;
-
-  struct List {
-    void** items;
-    int count;
+  class Observer : public FailsTheTest {
+    void givesBack(void** items, int count) override;
   };
-  std::vector<List> lists_;
-  std::vector<data_provider_cbs*> tables_;
-  std::vector<char*> texts_;
+
+  using OfItem = contract::Answer (contract::Calls::*)(const contract::Item& item);
+  Function ofItem(const char* name, OfItem call);
+  Function freeList();
+  Function deleteProvider();
+
+  Observer observer_;
+  contract::Calls calls_;
+  std::vector<contract::Answer> prepared_;  // lists or tables, the next one last
+  std::vector<Function> all_;
 };
 
 #endif  // FAULT_MATRIX_FUNCTIONS_H

@@ -2,8 +2,6 @@
 // and deleted, and it is unloaded. And what a failure at its start leaves to the callbacks.
 #include <libintl.h>
 
-#include <memory>
-
 #include "fault_matrix.h"
 #include "heap.h"
 
@@ -121,28 +119,28 @@ class Loading : public FaultMatrix {
   void expectLoading(const Profiles& profiles) {
     load();
     EXPECT_EQ(journal(), walker_.walk(loading(world_, profiles), "").journal);
-    functions_ = std::make_unique<Functions>(entries(), noTable_);
+    useTable(nullptr);
   }
 
   void expectCreating() {
     if (walker_.nextLockFails()) failNextLock(kLockFailure);
     const Outcome expected = walker_.walk(creating(), "");
-    Function create = functions_->createProvider();
-    create.giveBack = [this](Outputs& out) {
-      if (!out.areUntouched()) created_ = out.table;
+    const auto create = [this](const std::string&) {
+      contract::Answer answer = functions().calls().createProvider();
+      created_ = answer.table;
+      answer.held.release();
+      return answer;
     };
-    EXPECT_EQ(callOnce(create, "", false), expected);
+    EXPECT_EQ(callOnce({"create_provider", create}, "", false), expected);
   }
 
   void expectDeleting() {
     if (walker_.nextLockFails()) failNextLock(kLockFailure);
     const Outcome expected = walker_.walk(deleting(), "");
-    Function remove = functions_->deleteProvider();
-    remove.call = [this](Outputs&, const char*) {
-      return std::to_string(entries().delete_provider(&created_));
+    const auto remove = [this](const std::string&) {
+      return functions().calls().deleteProvider(&created_);
     };
-    remove.giveBack = nullptr;
-    EXPECT_EQ(callOnce(remove, "", false), expected);
+    EXPECT_EQ(callOnce({"delete_provider", remove}, "", false), expected);
     const bool isDeleted = expected.answer == "0";
     if (!isDeleted) entries().delete_provider(&created_);
     created_ = nullptr;
@@ -177,8 +175,6 @@ class Loading : public FaultMatrix {
   data_provider_cbs* created_ = nullptr;
 
  private:
-  const data_provider_cbs noTable_{};
-  std::unique_ptr<Functions> functions_;
   int blocksBefore_ = 0;
 };
 
@@ -310,17 +306,18 @@ TEST_F(Loading, WhatAFailureLeavesToTheCallbacksIsAsTheTableSays) {
         countCombination(walker_);
         walker_.arm({});
         ASSERT_NE(created_, nullptr);
-        Functions functions(entries(), *created_);
-        expectCall(functions.listItems(), stepsFor(listItemsTable(world_), kWiredItemKey),
-                   kWiredItemKey);
-        expectCall(functions.setInt(1), switchingWired(), kWiredItemKey);
-        expectCall(functions.listItems(), listOfNames(), "menu/network/devicename");
-        expectCall(functions.getInt(), chosenName(), "menu/network/devicename");
-        expectCall(functions.setInt(0), choosingTheDefaultName(), "menu/network/devicename");
-        expectCall(functions.helpText(), helpWithTemplate(), kDirectItemKey);
+        useTable(created_);
+        expectCall(functions().named("get_list_items"),
+                   stepsFor(listItemsTable(world_), kWiredItemKey), kWiredItemKey);
+        expectCall(functions().setInt(1), switchingWired(), kWiredItemKey);
+        expectCall(functions().named("get_list_items"), listOfNames(), "menu/network/devicename");
+        expectCall(functions().named("get_int"), chosenName(), "menu/network/devicename");
+        expectCall(functions().setInt(0), choosingTheDefaultName(), "menu/network/devicename");
+        expectCall(functions().named("get_help_text"), helpWithTemplate(), kDirectItemKey);
         // The device names are not read again, also when they could not be read.
-        expectCall(functions.createProvider(), stepsFor(createProviderTable(world_), ""), "");
-        expectCall(functions.listItems(), listOfNames(), "menu/network/devicename");
+        expectCall(functions().named("create_provider"), stepsFor(createProviderTable(world_), ""),
+                   "");
+        expectCall(functions().named("get_list_items"), listOfNames(), "menu/network/devicename");
         expectDeleting();
         expectUnloading(unloading());
         if (HasFailure()) return;

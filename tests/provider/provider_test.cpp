@@ -1,35 +1,9 @@
 #include "provider_test.h"
 
-#include <dlfcn.h>
-
 #include <cstring>
 #include <ostream>
-#include <stdexcept>
 
 namespace {
-
-constexpr std::size_t kListTextSize = 256;
-
-template <typename Function>
-void find(void* library, const char* name, Function& function) {
-  function = reinterpret_cast<Function>(dlsym(library, name));
-  if (function == nullptr) throw std::runtime_error(std::string("not exported: ") + name);
-}
-
-Exports exportsOf(void* library) {
-  Exports exports{};
-  find(library, "create_provider", exports.create_provider);
-  find(library, "delete_provider", exports.delete_provider);
-  find(library, "check_visibility_int", exports.check_visibility_int);
-  find(library, "check_visibility_string", exports.check_visibility_string);
-  find(library, "check_visibility_double", exports.check_visibility_double);
-  find(library, "check_visibility_bool", exports.check_visibility_bool);
-  find(library, "check_enable_int", exports.check_enable_int);
-  find(library, "check_enable_string", exports.check_enable_string);
-  find(library, "check_enable_double", exports.check_enable_double);
-  find(library, "check_enable_bool", exports.check_enable_bool);
-  return exports;
-}
 
 using TextCallback = int (*)(const char* key, char** value);
 
@@ -65,7 +39,7 @@ const char* OptionList::rawText(int index) const {
 std::string OptionList::text(int index) const {
   const char* text = rawText(index);
   if (text == nullptr) return "(null)";
-  return {text, strnlen(text, kListTextSize)};
+  return {text, strnlen(text, VENTARO_LIST_TEXT_SIZE)};
 }
 
 int OptionList::value(int index) const {
@@ -93,23 +67,21 @@ void ProviderTest::TearDown() {
 }
 
 void ProviderTest::load() {
-  library_ = dlopen(VENTARO_PROVIDER, RTLD_NOW | RTLD_LOCAL);
-  if (library_ == nullptr) throw std::runtime_error(dlerror());
-  exports_ = exportsOf(library_);
+  library_.emplace(VENTARO_PROVIDER);
 }
 
 void ProviderTest::create() {
-  if (library_ == nullptr) load();
+  if (!library_) load();
   ASSERT_EQ(entries().create_provider(&table_), 0);
   clearJournal();
 }
 
 void ProviderTest::unload() {
-  if (library_ == nullptr) return;
+  if (!library_) return;
   if (table_ != nullptr) entries().delete_provider(&table_);
   table_ = nullptr;
-  EXPECT_EQ(dlclose(std::exchange(library_, nullptr)), 0);
-  EXPECT_EQ(dlopen(VENTARO_PROVIDER, RTLD_NOW | RTLD_NOLOAD), nullptr) << "still loaded";
+  EXPECT_NO_THROW(library_->unload());
+  library_.reset();
   EXPECT_EQ(runningTimers(), 0);
 }
 

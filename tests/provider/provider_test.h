@@ -16,14 +16,17 @@
 
 #include <cstdlib>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "contract/provider.h"
 #include "fake_platform.h"
 #include "language.h"
 #include "ventaro/data_provider.h"
 
+using contract::Exports;
 using namespace fake_platform;  // NOLINT(google-build-using-namespace): the tests' vocabulary
 
 // A string that a callback handed out through a `char**`; freed without the provider.
@@ -92,20 +95,6 @@ class OptionList {
   void** items_ = nullptr;
 };
 
-// The functions that the library exports.
-struct Exports {
-  decltype(&::create_provider) create_provider;
-  decltype(&::delete_provider) delete_provider;
-  decltype(&::check_visibility_int) check_visibility_int;
-  decltype(&::check_visibility_string) check_visibility_string;
-  decltype(&::check_visibility_double) check_visibility_double;
-  decltype(&::check_visibility_bool) check_visibility_bool;
-  decltype(&::check_enable_int) check_enable_int;
-  decltype(&::check_enable_string) check_enable_string;
-  decltype(&::check_enable_double) check_enable_double;
-  decltype(&::check_enable_bool) check_enable_bool;
-};
-
 class ProviderTest : public testing::Test {
  protected:
   // A new fake platform, the language English, the library not loaded.
@@ -120,7 +109,7 @@ class ProviderTest : public testing::Test {
   // Returns the table, unloads the library, and checks that it is gone and left no timer behind.
   void unload();
 
-  const Exports& entries() const { return exports_; }
+  const Exports& entries() const { return library_->exports(); }
   const data_provider_cbs& table() const { return *table_; }
 
   // The callbacks with their outputs as results. An output that is left untouched shows as
@@ -136,8 +125,7 @@ class ProviderTest : public testing::Test {
   OptionList listItems(const char* key) const { return OptionList(table(), key); }
 
  private:
-  void* library_ = nullptr;
-  Exports exports_{};
+  std::optional<contract::Library> library_;
   data_provider_cbs* table_ = nullptr;
 };
 
