@@ -20,32 +20,13 @@ using namespace fuzz;
 
 namespace {
 
-constexpr std::array kKeys = {
-    VENTARO_KEY_NETWORK,
-    VENTARO_KEY_NETWORK_STATUS,
-    VENTARO_KEY_NETWORK_SETTINGS,
-    VENTARO_KEY_RESET_NETWORK,
-    VENTARO_KEY_WIFI,
-    VENTARO_KEY_SAVED_NETWORK_1,
-    VENTARO_KEY_SAVED_NETWORK_2,
-    VENTARO_KEY_SAVED_NETWORK_1_STATES,
-    VENTARO_KEY_SAVED_NETWORK_2_STATES,
-    VENTARO_KEY_EXPERT_SETTINGS,
-    VENTARO_KEY_WIFI_DIRECT,
-    VENTARO_KEY_EASY_CONNECTION,
-    VENTARO_KEY_WIRED_EAP,
-    VENTARO_KEY_POWER_ON_WITH_MOBILE_US,
-    VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US,
-    VENTARO_KEY_DEVICE_NAME,
-    VENTARO_KEY_SELECT_DEVICE_NAME,
-    VENTARO_KEY_INSTALL_CERTIFICATE,
-    VENTARO_KEY_CERTIFICATE_LIST,
-    VENTARO_KEY_CERTIFICATE_MANAGER,
-    "provider/owner",
-    "provider/main-component",
-    "provider/sub-component",
-    "",
-};
+// The header's, and one that there is not.
+constexpr auto kKeys = [] {
+  std::array<const char*, contract::kKeys.size() + 1> keys{};
+  std::ranges::copy(contract::kKeys, keys.begin());
+  keys.back() = "";
+  return keys;
+}();
 
 constexpr std::array kStoreKeys = {
     kLanguageKey,
@@ -214,28 +195,7 @@ class LoadedObjects {
 
 void getInt(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
-  const int before = input.ConsumeIntegralInRange(-2, 3);
-  int value = before;
-  int result = 0;
-  if (framework.intValue(key, value, result) == Raised::kLock) {
-    require(value == before, "an exception leaves the output untouched");
-    return;
-  }
-  require(result == -1 || result == 0 || result == 1, "an integer value gives -1, 0 or 1");
-  if (key == VENTARO_KEY_WIFI) {
-    require(result != 0, "Wi-Fi gives 1 or -1");
-  } else if (key == VENTARO_KEY_WIFI_DIRECT) {
-    require(result == 1 && (value == 0 || value == 1), "Wi-Fi Direct gives 1 and the value");
-  } else if (key == VENTARO_KEY_WIRED_EAP) {
-    require(result == value && result >= 0, "wired 802.1X gives the value itself");
-  } else if (key == VENTARO_KEY_POWER_ON_WITH_MOBILE_US) {
-    require(result == (result == -1 ? -1 : value), "power on with mobile gives the value itself");
-    require(result != -1 || value == before, "an unreadable mode leaves the output untouched");
-  } else {
-    require(result != 1, "the device name gives 0 or -1");
-    require(result == -1 || (value >= 0 && value <= 1), "the device name is an entry of its list");
-    require(result == 0 || value == before || value == 0, "without a name at most 0 is put");
-  }
+  framework.calls().getInt(key, input.ConsumeIntegralInRange(-2, 3));
 }
 
 // The result of an item whose value is an entry of its list.
@@ -248,20 +208,17 @@ void setInt(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
   const int value =
       input.ConsumeBool() ? input.ConsumeIntegralInRange(-1, 3) : input.ConsumeIntegral<int>();
-  int result = 7;
-  if (framework.setInt(key, value, result) != Raised::kNothing) return;
+  const contract::Answer answer = framework.calls().setInt(key, value);
+  if (answer.hasRaised()) return;
   const int whenSet = resultOf(Function::kVconfSetInt);
   if (key == VENTARO_KEY_WIFI) {
-    require(result == 1 || result == -1, "a Wi-Fi switch gives 1 or -1");
     require(runningTimers() == 1, "a Wi-Fi switch starts the timer");
-  } else if (key == VENTARO_KEY_POWER_ON_WITH_MOBILE_US) {
-    require(result >= -1 && result <= 1, "power on with mobile gives the mode or -1");
   } else if (key == VENTARO_KEY_WIFI_DIRECT) {
-    require(result == whenSet, "Wi-Fi Direct gives the store's result");
+    require(answer.result == whenSet, "Wi-Fi Direct gives the store's result");
   } else if (key == VENTARO_KEY_WIRED_EAP) {
-    requireEntrySet(value, wiredEntries, whenSet, result);
-  } else if (key != VENTARO_KEY_SAVED_NETWORK_1 && key != VENTARO_KEY_SAVED_NETWORK_2) {
-    requireEntrySet(value, nameEntries(), resultOf(Function::kVconfSetStr), result);
+    requireEntrySet(value, wiredEntries, whenSet, answer.result);
+  } else if (!contract::isSetting(key) && !contract::covers(contract::Keys::kSavedNetworks, key)) {
+    requireEntrySet(value, nameEntries(), resultOf(Function::kVconfSetStr), answer.result);
   }
 }
 
@@ -269,9 +226,8 @@ void setString(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
   const std::string name = takeText(input);
   const auto before = readableText(kDeviceNameStoreKey);
-  int result = 0;
-  const Raised raised = framework.setString(key, name, result);
-  if (raised == Raised::kNothing && result == 0) {
+  const contract::Answer answer = framework.calls().setString(key, name);
+  if (!answer.hasRaised() && answer.result == 0) {
     require(std::get<std::string>(answers().store[kDeviceNameStoreKey]) == name,
             "a name is stored");
   } else if (!answers().failsAfterWork) {
@@ -280,58 +236,54 @@ void setString(FuzzedDataProvider& input, Framework& framework) {
 }
 
 void getString(FuzzedDataProvider& input, Framework& framework) {
-  std::optional<std::string> value;
   const std::string key = takeKey(input);
-  framework.stringValue(key, input.ConsumeBool(), value);
+  framework.calls().getString(key, input.ConsumeBool());
 }
 
 void askText(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
-  std::string text;
   switch (input.ConsumeIntegralInRange(0, 3)) {
     case 0:
-      framework.displayName(key, text);
+      framework.calls().displayName(key);
       break;
     case 1:
-      framework.helpText(key, text);
+      framework.calls().helpText(key);
       break;
     case 2:
-      framework.titleIcon(key, text);
+      framework.calls().titleIcon(key);
       break;
     default:
-      framework.statusIcon(key, text);
+      framework.calls().secondIcon(key);
   }
 }
 
 void askList(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
-  std::vector<Framework::Entry> entries;
-  const Raised raised = framework.list(key, input.ConsumeIntegralInRange(0, 7) == 7, entries);
-  if (raised == Raised::kNothing && key == VENTARO_KEY_WIRED_EAP) {
-    wiredEntries = static_cast<int>(entries.size());
-  }
+  const bool arrayAlone = input.ConsumeIntegralInRange(0, 7) == 7;
+  contract::Answer list = framework.calls().listItems(key);
+  if (list.hasRaised()) return;
+  framework.calls().entries(list);
+  if (arrayAlone) framework.giveBackArrayAlone(list);
+  if (key == VENTARO_KEY_WIRED_EAP) wiredEntries = list.value;
 }
 
 void askBox(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
-  const Framework::Box before{takeText(input), takeText(input), takeText(input)};
-  Framework::Box after;
-  framework.messageBox(key, before, after);
+  framework.calls().messageBox(key, {takeText(input), takeText(input), takeText(input)});
 }
 
 void askRules(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
-  bool answer = false;
-  framework.isEnabled(key, answer);
-  framework.isVisible(key, answer);
-  framework.checksWithoutRule(key);
+  framework.calls().isEnabledInt(key);
+  framework.calls().isVisibleInt(key);
+  framework.calls().otherChecks(key);
 }
 
 void askRest(FuzzedDataProvider& input, Framework& framework) {
   const std::string key = takeKey(input);
-  framework.moduleInfo(key);
-  framework.currentValue(key);
-  framework.nulls();
+  framework.calls().moduleInfo(key);
+  framework.requireCurrentValue(key);
+  framework.calls().nulls();
 }
 
 void passTime(FuzzedDataProvider& input, Framework& /*framework*/) {

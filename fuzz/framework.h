@@ -1,81 +1,43 @@
-// The menu framework in a fuzz target: calls the provider's functions and requires of every call
-// what ventaro/data_provider.h promises for it: the exceptions that may leave it, the lock free
-// again, the sizes and ends of its texts, its outputs untouched where they are to be.
+// The menu framework in a fuzz target: contract/ calls the provider, and ends the process when a
+// promise is broken. Here is what only the TV that is stood in for can tell of a call: the lock,
+// the reason of an exception, the sizes of blocks.
 #ifndef FUZZ_FRAMEWORK_H
 #define FUZZ_FRAMEWORK_H
 
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "ventaro/data_provider.h"
+#include "contract/calls.h"
+#include "stand_in/tv.h"
 
 namespace fuzz {
-
-// What left a function. Anything else ends the process.
-enum class Raised {
-  kNothing,
-  kLock,        // std::system_error: the lock could not be taken
-  kJson,        // Json::LogicError: the saved-network document is misshapen
-  kNoLanguage,  // std::logic_error: the store has no menu language
-};
-
-// The icons that the provider gives.
-bool isSignalIcon(const std::string& path);
-bool isStatusIcon(const std::string& path);
 
 // The cut of a text to what fits into a block of that size, NUL included.
 std::string cut(const std::string& text, std::size_t blockSize);
 
-class Framework {
+class Framework : private contract::Observer {
  public:
   Framework();
-  ~Framework();
-  Framework(const Framework&) = delete;
-  Framework& operator=(const Framework&) = delete;
+  ~Framework() noexcept override;  // a table that is not taken back is a finding
 
-  Raised displayName(const std::string& key, std::string& name);
-  Raised helpText(const std::string& key, std::string& text);
-  Raised titleIcon(const std::string& key, std::string& path);
-  Raised statusIcon(const std::string& key, std::string& path);
-  Raised stringValue(const std::string& key, bool isPreset, std::optional<std::string>& value);
-  Raised intValue(const std::string& key, int& value, int& result);
-  Raised setInt(const std::string& key, int value, int& result);
-  Raised setString(const std::string& key, const std::string& value, int& result);
-  Raised isEnabled(const std::string& key, bool& enabled);
-  Raised isVisible(const std::string& key, bool& visible);
-  Raised moduleInfo(const std::string& key);
+  contract::Calls& calls() { return calls_; }
 
-  // Without the lock. Nothing when there is no device name.
-  std::optional<std::string> currentValue(const std::string& key);
+  // The device name as it stands in the caller's buffer is the store's.
+  void requireCurrentValue(const std::string& key);
 
-  struct Box {
-    std::string text;
-    std::string first;
-    std::string second;
-  };
-  // The box's texts, appended to what the buffers hold already.
-  Raised messageBox(const std::string& key, const Box& before, Box& after);
-
-  struct Entry {
-    std::optional<std::string> text;
-    int value;
-    ITEM_FOLLOWING_ACTION_TYPE action;
-  };
-  // The list, which goes back; or its array alone does, as with a count below 1.
-  Raised list(const std::string& key, bool givesBackArrayAlone, std::vector<Entry>& entries);
-
-  // What the other functions do with any key and with nulls.
-  void checksWithoutRule(const std::string& key);
-  Raised nulls();
+  // Gives the array of a list back alone, as with a count below 1, and frees the entries.
+  void giveBackArrayAlone(contract::Answer& list);
 
  private:
-  Raised block(int (*function)(const char*, char**), const std::string& key, unsigned mayRaise,
-               std::string& text);
-  Entry entry(const std::string& key, void* item, int position);
-  void giveBack(void** items, int count, bool arrayAlone);
+  void broken(const contract::Breach& breach) override;
+  void before(const contract::Function& function) override;
+  void after(const contract::Answer& answer) override;
+  std::optional<std::size_t> sizeOf(const void* block) override;
+  void givesBack(void** items, int count) override;
 
-  data_provider_cbs* table_ = nullptr;
+  contract::Provider provider_;
+  contract::Calls calls_;
+  std::optional<LockRule> rule_;  // of the call that is being made
 };
 
 }  // namespace fuzz

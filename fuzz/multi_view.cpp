@@ -16,7 +16,6 @@ using namespace fuzz;
 
 namespace {
 
-constexpr char kDeviceName[] = "menu/network/devicename";
 constexpr char kB2bFlag[] = "product.b2b_option_support";
 constexpr char kAdministratorKey[] = "memory/ephotel/hotelmenu/hotelfactorymode";
 
@@ -42,10 +41,9 @@ bool isSplit(const std::string& text) {
 }
 
 bool isEnabled(Framework& framework) {
-  bool enabled = false;
-  require(framework.isEnabled(kDeviceName, enabled) == Raised::kNothing,
-          "the multi-view document never raises");
-  return enabled;
+  const contract::Answer answer = framework.calls().isEnabledInt(VENTARO_KEY_DEVICE_NAME);
+  require(!answer.hasRaised(), "the multi-view document never raises");
+  return answer.result == 1;
 }
 
 }  // namespace

@@ -76,9 +76,8 @@ void requireHelp(const std::string& text, const std::string& deviceName, bool is
   answers().translations["DEVICE"] = deviceName;
   answers().translations["PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT"] = text;
   Framework framework;
-  std::string help;
-  framework.helpText("menu/network/expertsettings/easyconnect", help);
-  require(help == cut(expected, kSize), "a help text goes through both substitutions");
+  const contract::Answer help = framework.calls().helpText(VENTARO_KEY_EASY_CONNECTION);
+  require(help.text == cut(expected, kSize), "a help text goes through both substitutions");
 }
 
 // Takes the first line off; texts end at a NUL.

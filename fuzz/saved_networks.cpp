@@ -17,9 +17,8 @@ using namespace fuzz;
 
 namespace {
 
-constexpr char kFirst[] = "menu/network/SavedAP1";
-constexpr char kSecond[] = "menu/network/SavedAP2";
-constexpr std::size_t kNameBlock = 2048;
+constexpr char kFirst[] = VENTARO_KEY_SAVED_NETWORK_1;
+constexpr char kSecond[] = VENTARO_KEY_SAVED_NETWORK_2;
 constexpr char kNoNetworkIcon[] = "oobe_icon_n_wifi_0.svg";
 
 struct Network {
@@ -76,10 +75,11 @@ void requireAsExpected(const Network& network, const Expected& document, std::si
   require(network.enabled == (position < document.networks.size()), "as many as the document has");
   if (!network.enabled) return;
   const Json::Value& entry = document.networks[position];
-  require(network.name == cut(entry.get("SSID", "").asString().c_str(), kNameBlock),
+  require(network.name == cut(entry.get("SSID", "").asString().c_str(), VENTARO_TEXT_SIZE),
           "a network's name is the document's");
   const std::string status = entry.get("STATUS", "").asString();
-  require((network.statusIcon == "loading") == (status == "Connecting"), "the busy animation");
+  require((network.statusIcon == VENTARO_ICON_BUSY) == (status == "Connecting"),
+          "the busy animation");
   require(network.statusIcon.ends_with("check.png") ==
               (status == "Connected" && network.statusIcon.find("HIGH") == std::string::npos),
           "the check mark");
@@ -89,14 +89,22 @@ void requireAsExpected(const Network& network, const Expected& document, std::si
   require(network.titleIcon.ends_with("_" + std::to_string(level) + ".svg"), "the signal's level");
 }
 
+bool isMisshapen(const contract::Answer& answer) {
+  return answer.raised == contract::kDocumentError;
+}
+
 // What the menu is told of a network; nothing when the document is misshapen, and then every
 // question says so.
-bool ask(Framework& framework, const std::string& key, Network& network) {
-  const bool misshapen = framework.isEnabled(key, network.enabled) == Raised::kJson;
-  require((framework.displayName(key, network.name) == Raised::kJson) == misshapen &&
-              (framework.titleIcon(key, network.titleIcon) == Raised::kJson) == misshapen &&
-              (framework.statusIcon(key, network.statusIcon) == Raised::kJson) == misshapen,
+bool ask(contract::Calls& calls, const std::string& key, Network& network) {
+  const contract::Answer enabled = calls.isEnabledInt(key);
+  const contract::Answer name = calls.displayName(key);
+  const contract::Answer titleIcon = calls.titleIcon(key);
+  const contract::Answer statusIcon = calls.secondIcon(key);
+  const bool misshapen = isMisshapen(enabled);
+  require(isMisshapen(name) == misshapen && isMisshapen(titleIcon) == misshapen &&
+              isMisshapen(statusIcon) == misshapen,
           "a misshapen document is raised by all that read it");
+  if (!misshapen) network = {enabled.result == 1, *name.text, *titleIcon.text, *statusIcon.text};
   return !misshapen;
 }
 
@@ -114,14 +122,14 @@ std::string commandedName() {
   return command["SSID"].asString();
 }
 
-void connect(Framework& framework, const std::string& key, const Network& network) {
+void connect(contract::Calls& calls, const std::string& key, const Network& network) {
   answers().store.erase(kConnectCommandKey);
-  int result = 0;
-  require(framework.setInt(key, 1, result) == Raised::kNothing, "what can be named is connected");
+  require(!calls.setInt(key, 1).hasRaised(), "what can be named is connected");
   const std::string name = commandedName();
   // A name that is no UTF-8, as one that was cut inside a character, cannot go into JSON as it is.
   if (g_utf8_validate(network.name.c_str(), -1, nullptr) == FALSE) return;
-  require(cut(name.c_str(), kNameBlock) == network.name, "the network that is shown is connected");
+  require(cut(name.c_str(), VENTARO_TEXT_SIZE) == network.name,
+          "the network that is shown is connected");
 }
 
 void requireConsistent(const Network& first, const Network& second) {
@@ -145,22 +153,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Framework framework;
   Network first;
   Network second;
-  const bool isShaped = ask(framework, kFirst, first);
+  contract::Calls& calls = framework.calls();
+  const bool isShaped = ask(calls, kFirst, first);
   require(isShaped == !document.isMisshapen, "a misshapen document raises, and only that");
-  require(ask(framework, kSecond, second) == isShaped, "both networks are of one document");
-  std::string otherIcon;
-  const Raised other = framework.statusIcon("menu/network/WiFiOnOff", otherIcon);
-  require((other == Raised::kNothing) == isShaped, "any other key is answered for the second");
+  require(ask(calls, kSecond, second) == isShaped, "both networks are of one document");
+  const contract::Answer other = calls.secondIcon(VENTARO_KEY_WIFI);
+  require(isMisshapen(other) == !isShaped, "any other key is answered for the second");
   if (isShaped) {
-    require(otherIcon == second.statusIcon, "any other key is answered for the second");
+    require(other.text == second.statusIcon, "any other key is answered for the second");
     requireAsExpected(first, document, 0);
     requireAsExpected(second, document, 1);
     requireConsistent(first, second);
-    connect(framework, kFirst, first);
-    connect(framework, kSecond, second);
+    connect(calls, kFirst, first);
+    connect(calls, kSecond, second);
   } else {
-    int result = 0;
-    require(framework.setInt(kFirst, 1, result) == Raised::kJson, "connecting reads it, too");
+    require(isMisshapen(calls.setInt(kFirst, 1)), "connecting reads it, too");
     require(!readableText(kConnectCommandKey), "a misshapen document leaves no command");
   }
   notify(kSavedNetworksKey);
