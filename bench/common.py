@@ -2,6 +2,7 @@
 
 import json
 import os
+import re
 import statistics
 import subprocess
 from pathlib import Path
@@ -30,7 +31,7 @@ def folders(scratch, name="store"):
 
 def run(*command, **variables):
     """Runs a program and returns its output; ends with what it printed when it fails."""
-    done = subprocess.run([str(word) for word in command], env=environment(**variables), text=True,
+    done = subprocess.run([str(word) for word in command], env=environment(**variables), text=True, cwd=SOURCE,
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE)
     if done.returncode != 0:
         raise SystemExit(f"bench: {command[0]} ended with {done.returncode}\n{done.stdout}{done.stderr}")
@@ -41,17 +42,15 @@ def run_json(*command, **variables):
     return json.loads(run(*command, **variables))
 
 
-def run_google_benchmark(program, short, *arguments, repetitions=9, min_time=0.05, clock="real_time", **variables):
-    """The nanoseconds of every repetition, by benchmark; the repetitions of all are interleaved."""
-    result = run_json(program, *arguments, "--benchmark_format=json", "--benchmark_enable_random_interleaving=true",
-                      f"--benchmark_repetitions={2 if short else repetitions}",
-                      f"--benchmark_min_time={0.001 if short else min_time}", **variables)
-    times = {}
-    for row in result["benchmarks"]:
-        if row["run_type"] == "iteration":
-            assert row["time_unit"] == "ns", row
-            times.setdefault(row["run_name"].removesuffix("/real_time"), []).append(row[clock])
-    return times
+def write_back(file):
+    """To the disk: what a linker has just written counts as dirty in every process that maps it."""
+    with open(file, "rb") as written:
+        os.fsync(written.fileno())
+
+
+def counted(dump):
+    """The instructions in a file of callgrind's."""
+    return int(re.search(r"^totals: (\d+)", dump.read_text(encoding="utf-8"), re.M).group(1))
 
 
 def median(values):

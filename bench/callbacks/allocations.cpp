@@ -1,58 +1,31 @@
 #include "allocations.h"
 
-#include <array>
 #include <cstdlib>
 #include <cstring>
-#include <stdexcept>
 #include <vector>
+
+#include "recording.h"
 
 // What the C library calls them beneath.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
+void __libc_free(void* block);
 }
 
 namespace {
 
-struct Block {
-  const void* start;
-  std::size_t size;
-};
-
-constexpr long kRemembered = 4096;
 constexpr std::size_t kBlocksOfEachSize = 16;  // the C library keeps 7 of each size aside
 constexpr std::size_t kSizeStep = 16;
 constexpr std::size_t kLargestSize = 4096;
 
 long count = 0;
-bool isWatching = false;
-std::array<Block, kRemembered> lastBlocks{};
-
-void* counted(void* block, std::size_t size) {
-  if (isWatching) [[unlikely]]
-    lastBlocks[count % kRemembered] = {block, size};
-  ++count;
-  return block;
-}
 
 }  // namespace
 
 long allocationCount() {
   return count;
-}
-
-void watchBlocks() {
-  isWatching = true;
-}
-
-// The newest first: an address is used again.
-std::size_t blockSize(const void* block) {
-  for (long age = 1; age <= kRemembered && age <= count; ++age) {
-    const Block& candidate = lastBlocks[(count - age) % kRemembered];
-    if (candidate.start == block) return candidate.size;
-  }
-  throw std::logic_error("a block that was handed out is not from the heap");
 }
 
 void fillHeap() {
@@ -70,18 +43,32 @@ void fillHeap() {
 extern "C" {
 
 void* malloc(std::size_t size) {
+  ++count;
   void* block = __libc_malloc(size);
-  if (isWatching && block != nullptr) [[unlikely]]
-    std::memset(block, '?', size);
-  return counted(block, size);
+  if (recording::isOn && block != nullptr) [[unlikely]] {
+    std::memset(block, recording::kUnwritten, size);
+    recording::taken(block, size, false);
+  }
+  return block;
 }
 
 void* calloc(std::size_t number, std::size_t size) {
-  return counted(__libc_calloc(number, size), number * size);
+  ++count;
+  void* block = __libc_calloc(number, size);
+  if (recording::isOn) [[unlikely]]
+    recording::taken(block, number * size, true);
+  return block;
 }
 
 void* realloc(void* block, std::size_t size) {
-  return counted(__libc_realloc(block, size), size);
+  ++count;
+  return __libc_realloc(block, size);
+}
+
+void free(void* block) {
+  if (recording::isOn) [[unlikely]]
+    recording::freed(block);
+  __libc_free(block);
 }
 
 }  // extern "C"

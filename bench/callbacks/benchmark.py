@@ -1,50 +1,52 @@
-"""Every callback beside its floor: instructions, allocations and time."""
+"""Every callback beside its floor: instructions and allocations."""
 
 import csv
 import io
-import re
 from pathlib import Path
 
 import common
 
 PROGRAM = common.PROGRAMS / "callbacks"
+FLOORS = common.PROGRAMS.parent / "lib" / "libfloors.so"
 SIDES = ("provider", "floor")
 
 AIM = 1.10  # times the floor's instructions, for every callback
 AIM_OF_PAGE = 1.05
 
-MOST_NOISE = 0.5  # a ratio of times with a wider spread is not shown
-
-# What each case took when it was accepted last; `accept` writes it.
+# What each case took when it was accepted last; `bench/run --accept` writes it. Cases that take the same share a row.
 EXPECTED = Path(__file__).resolve().parent / "expected.csv"
-COLUMNS = ("function", "key", "provider_instructions", "floor_instructions", "provider_allocations",
-           "floor_allocations")
+FIGURES = [f"{side}_{measured}" for measured in ("instructions", "allocations") for side in SIDES] + ["steps"]
+BETWEEN_KEYS = " | "
 RATIO_TOLERANCE = 0.02
 FLOOR_TOLERANCE = 0.03  # a worse floor makes a better ratio
-HOW_TO_ACCEPT = "if these figures are as they should be, accept them by bench/callbacks/accept"
+HOW_TO_ACCEPT = "if these figures are as they should be, accept them by bench/run --accept"
 
 # A callback finds its key among all that there are; the floor, which is written for one key, knows it.
 FINDS = "finds its key"
 UNIT = f"{FINDS}, and calls the object that the value belongs to"
+READS = "what is known of the saved networks is in `std::string`s, which are compared and handed on by functions"
 
 # Why a function is above the aim for some of its keys: what callgrind_annotate shows of the dumps of both sides.
 REASONS = {
     "get_display_name": f"{FINDS}; one that it does not know is compared with each, for names are found by leading "
-                        "parts of keys, too",
-    "get_help_text": f"{FINDS}; a text with a product's or a device's name passes through functions of `std::string`, "
-                     "and is copied by `strncpy`, which fills the rest of 2 KiB",
+                        f"parts of keys, too; {READS}",
+    "get_help_text": f"{FINDS}; a text with a product's or a device's name is put together by functions of "
+                     "`std::string`, where the floor copies it, and is copied by `strncpy`, which fills the rest of 2 KiB",
     "get_string": UNIT,
     "get_int": UNIT,
-    "set_int": UNIT,
+    "set_int": f"{UNIT}; that of a saved network builds the command that jsoncpp writes, which the floor has at hand",
     "get_title_icon_path": f"{FINDS}; a network's path is made as a `std::string`, and every path is measured before "
-                           "it is copied",
-    "get_second_icon_path": f"the status is a `std::string` of its own, and is compared by functions; {FINDS}, which "
-                            "is less",
+                           f"it is copied; {READS}",
+    "get_second_icon_path": f"{READS}; {FINDS}",
     "get_list_items": "the owner hands over the texts in an array of their own, the largest part; each is measured "
                       f"before it is copied; {FINDS}",
-    "check_enable_int": f"{FINDS}, which is most of it: beside it there are the lock and a log line",
+    "check_visibility_int": "asks for the feature flag in functions of its own, and looks at what it is told",
+    "check_enable_int": f"{FINDS}, which is most of it: beside it there are the lock and a log line; {READS}",
     "get_list_item_display_value": "looks for the end of the text before it logs it, for one that fills its block has "
                                    "none",
+    "get_list_item_following_action_type": "looks whether it was given an entry and a place for the action",
+    "get_messagebox_info": "puts the text together in a buffer that it clears before, and appends it and the buttons' "
+                           "texts to what the caller's buffers hold",
     "get_module_info": f"{FINDS}, beside which there is only the lock",
 }
 # The one call of a page that parses JSON. What jsoncpp takes is alike on both sides, and hides the rest.
@@ -57,51 +59,34 @@ def name_of(case):
     return case["function"], case["key"]
 
 
-def instructions(row, scratch):
-    """Those of a count, from the dump of the process that made it."""
-    dump = (scratch / f"dump.{row['process']}").read_text()
-    return int(re.search(r"^totals: (\d+)", dump, re.M).group(1)) / int(row["calls"])
-
-
 def counts(scratch):
     """The cases, with the instructions and allocations of one call."""
     # A `rep stos` of the C library counts as many instructions as it has steps, and which libraries
     # and processors use it differs: it is switched off.
     output = common.run("valgrind", "--tool=callgrind", "--collect-atstart=no",
-                        f"--callgrind-out-file={scratch / 'dump.%p'}", PROGRAM, common.PROVIDER, "--counts",
+                        f"--callgrind-out-file={scratch / 'dump.%p'}", PROGRAM, common.PROVIDER, FLOORS, "--counts",
                         GLIBC_TUNABLES="glibc.cpu.x86_rep_stosb_threshold=1000000000:"
                                          "glibc.cpu.x86_rep_movsb_threshold=1000000000")
+
+    def instructions(row):
+        return common.counted(scratch / f"dump.{row['process']}") / int(row["calls"])
+
     harness, *rows = csv.DictReader(io.StringIO(output))
-    own = instructions(harness, scratch)
     cases = {}
     for row in rows:
         case = cases.setdefault(name_of(row), {"function": row["function"], "key": row["key"],
                                                "calls_per_page": int(row["calls_per_page"]),
-                                               "instructions": {}, "allocations": {}})
-        case["instructions"][row["side"]] = counted = instructions(row, scratch) - own
+                                               "steps": int(row["steps"]), "instructions": {}, "allocations": {}})
+        case["instructions"][row["side"]] = counted = instructions(row) - instructions(harness)
         if counted <= 0:
             raise SystemExit(f"bench: {row['function']}({row['key']}): no instructions were counted")
         case["allocations"][row["side"]] = int(row["allocations"]) / int(row["calls"])
     return list(cases.values())
 
 
-def times_of(case, times):
-    """The median of each side without the harness's own, and half the distance between its quartiles."""
-    name = f"{case['function']} {case['key']}"
-    own = common.median(times.get(f"{name} harness", times["  harness"]))
-    return {side: {"median": common.median(times[f"{name} {side}"]) - own,
-                   "half": common.spread(times[f"{name} {side}"]) * common.median(times[f"{name} {side}"])}
-            for side in SIDES}
-
-
-def measure(short, scratch):
-    common.run(PROGRAM, common.PROVIDER, "--check")
-    cases = counts(scratch)
-    times = common.run_google_benchmark(PROGRAM, short, common.PROVIDER, repetitions=9, min_time=0.004,
-                                        clock="cpu_time")
-    for case in cases:
-        case["nanoseconds"] = times_of(case, times)
-    return {"cases": cases}
+def measure(_short, scratch):
+    common.run(PROGRAM, common.PROVIDER, FLOORS, "--check")
+    return {"cases": counts(scratch)}
 
 
 # ---- figures ----
@@ -127,50 +112,48 @@ def page(figures, measured, without=None):
                       if name_of(case) != without) for side in SIDES}
 
 
-def summed_times(cases, weight=lambda case: 1):
-    """The sums of the medians, and the ratio with its spread: each side's, as if all went astray at once.
-
-    No ratio when that is more noise than figure.
-    """
-    total = {side: sum(weight(case) * case["nanoseconds"][side]["median"] for case in cases) for side in SIDES}
-    share = sum(sum(weight(case) * case["nanoseconds"][side]["half"] for case in cases) / total[side]
-                for side in SIDES)
-    if not 0 <= share < MOST_NOISE:
-        return total, "–"
-    return total, f"{total['provider'] / total['floor']:.2f} ± {100 * share:.0f} %"
-
-
 # ---- check ----
 
 def expected():
+    """The figures by case."""
     with EXPECTED.open(encoding="utf-8", newline="") as file:
-        return {name_of(row): {measured: {side: float(row[f"{side}_{measured}"]) for side in SIDES}
-                               for measured in ("instructions", "allocations")} for row in csv.DictReader(file)}
+        return {(row["function"], key): {name: float(row[name]) for name in FIGURES}
+                for row in csv.DictReader(file) for key in row["keys"].split(BETWEEN_KEYS)}
 
 
-def accept(cases):
+def figures_of(case):
+    return {**{f"{side}_{measured}": case[measured][side] for measured in ("instructions", "allocations")
+               for side in SIDES}, "steps": case["steps"]}
+
+
+def accept(scratch):
     """Writes what is expected from now on."""
+    common.run(PROGRAM, common.PROVIDER, FLOORS, "--check")
+    rows = {}
+    for case in sorted(counts(scratch), key=name_of):
+        row = (case["function"], *(f"{figure:.10g}" for figure in figures_of(case).values()))
+        rows.setdefault(row, []).append(case["key"])
     with EXPECTED.open("w", encoding="utf-8", newline="") as file:
         writer = csv.writer(file, lineterminator="\n")
-        writer.writerow(COLUMNS)
-        for case in sorted(cases, key=name_of):
-            figures = [f"{case[measured][side]:.10g}" for measured in ("instructions", "allocations")
-                       for side in SIDES]
-            writer.writerow([*name_of(case), *figures])
+        writer.writerow(["function", *FIGURES, "keys"])
+        writer.writerows([*row, BETWEEN_KEYS.join(keys)] for row, keys in rows.items())
 
 
 def differences(case, wanted):
     """What is other than expected, a line each."""
-    floor, wanted_floor = case["instructions"]["floor"], wanted["instructions"]["floor"]
-    if abs(floor - wanted_floor) > FLOOR_TOLERANCE * wanted_floor:
-        yield f"the floor takes {floor:g} instructions, expected were {wanted_floor:g}"
-    if ratio(case) > ratio(wanted) * (1 + RATIO_TOLERANCE):
-        yield (f"{case['instructions']['provider']:g} instructions are {ratio(case):.3f} times the floor's, "
-               f"expected were {wanted['instructions']['provider']:g}, {ratio(wanted):.3f} times")
-    for side in SIDES:
-        if case["allocations"][side] != wanted["allocations"][side]:
-            yield (f"the {side} makes {case['allocations'][side]:g} allocations, expected were "
-                   f"{wanted['allocations'][side]:g}")
+    measured = figures_of(case)
+    if abs(measured["floor_instructions"] / wanted["floor_instructions"] - 1) > FLOOR_TOLERANCE:
+        yield (f"the floor takes {measured['floor_instructions']:g} instructions, expected were "
+               f"{wanted['floor_instructions']:g}")
+    expected_ratio = wanted["provider_instructions"] / wanted["floor_instructions"]
+    if ratio(case) > expected_ratio * (1 + RATIO_TOLERANCE):
+        yield (f"{measured['provider_instructions']:g} instructions are {ratio(case):.3f} times the floor's, expected "
+               f"were {wanted['provider_instructions']:g}, {expected_ratio:.3f} times")
+    for name, what in (("provider_allocations", "allocations of the provider"),
+                       ("floor_allocations", "allocations of the floor"),
+                       ("steps", "platform calls, log lines, blocks handed out and results")):
+        if measured[name] != wanted[name]:
+            yield f"{measured[name]:g} {what}, expected were {wanted[name]:g}"
 
 
 def check(figures):
@@ -198,13 +181,11 @@ def instructions_row(name, sums):
 
 def page_table(figures):
     allocations = page(figures, "allocations")
-    times, share = summed_times(figures["cases"], lambda case: case["calls_per_page"])
     rows = [instructions_row("instructions", page(figures, "instructions")),
             instructions_row("without the call that parses JSON", page(figures, "instructions", without=PARSES)),
             ["allocations", f"{allocations['provider']:g}", f"{allocations['floor']:g}",
              f"{allocations['provider'] / allocations['floor']:.3f}", "1",
-             common.verdict(allocations["provider"], allocations["floor"])],
-            ["time", common.duration(times["provider"]), common.duration(times["floor"]), share, "", ""]]
+             common.verdict(allocations["provider"], allocations["floor"])]]
     return common.table(["a page's", "provider", "floor", "ratio", "aim", ""], rows)
 
 
@@ -215,8 +196,8 @@ def function_table(figures):
         worst = max(shares)
         rows.append([f"`{function}`", len(cases), f"{common.median(shares):.2f}", f"{worst:.2f}",
                      common.verdict(worst, AIM), f"{max(more(case, 'allocations') for case in cases):+g}",
-                     summed_times(cases)[1], REASONS.get(function, "") if worst > AIM else ""])
-    heads = ["function", "cases", "instructions, median", "worst case", f"aim {AIM:.2f}", "allocations", "time", "why"]
+                     REASONS.get(function, "") if worst > AIM else ""])
+    heads = ["function", "cases", "instructions, median", "worst case", f"aim {AIM:.2f}", "allocations", "why"]
     return common.table(heads, rows)
 
 
@@ -245,10 +226,11 @@ def report(figures, pictures):
     return f"""## The callbacks
 
 Every function for every key, and for some in a second state, over a platform that costs nothing, beside its *floor*:
-the smallest C that makes the same platform calls with the same arguments, takes and leaves the lock at the same
-places, logs the same and hands out the same blocks, for one key and one state. That it does the same is checked
-before it is measured, every byte of a block included. A page is the {calls} calls of one drawing of the Network
-branch, as in the next section.
+a replay of what it did once, as straight-line C++ that was made from a recording. It makes the same platform calls
+with the same arguments, takes and leaves the lock at the same places, logs the same, hands out and frees the same
+blocks, and has jsoncpp read and write the same texts. It knows nothing else: no rule, no key and no state. That a
+recording of the floor is that of the provider is checked before it is measured, every byte of a block included. A page
+is the {calls} calls of one drawing of the Network branch, as in the next section.
 
 {page_table(figures)}
 ![Instructions beside the floor's](performance/callbacks.svg)
@@ -256,13 +238,13 @@ branch, as in the next section.
 {function_table(figures)}
 - Instructions are counted by callgrind and do not depend on the machine's load. Each case is counted in a process of
   its own, so that all find the same heap, and is checked beside its figure in `bench/callbacks/expected.csv`.
-- Time is the processor's, of repetitions that were shuffled at random, without what measuring itself takes. It
-  includes the `free` of what was handed out, and leaves out that of what a call was given to free. The ratio is that
-  of the medians, its "±" the sum of both sides'; "–" is more noise than figure.
 - The provider is measured as it is shipped, made small (`-Os`), while the floor is made fast (`-O2`); both are
   hardened alike.
-- The floor parses JSON with jsoncpp, too, and keeps the document that it parsed as the provider does. One call of the
-  page parses at every drawing, `{PARSES[0]}` of `{PARSES[1]}`:
+- Of the texts that it gets from the platform, the floor measures and copies those that it hands on, and compares those
+  of the store that it does not hand on with the recorded ones. Whatever else it writes is a constant: where the
+  provider puts a text together, its floor does not.
+- Where the provider has jsoncpp read or write a text, the floor has it do so, but does not look at what was read. One
+  call of the page reads one at every drawing, `{PARSES[0]}` of `{PARSES[1]}`:
   {parsing['provider']:,.0f} instructions, of the floor {parsing['floor']:,.0f}.
 - {search_sentence(figures)}
 """

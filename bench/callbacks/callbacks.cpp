@@ -1,23 +1,26 @@
 // Measures every callback of the provider beside its floor, over a platform that costs nothing.
 //
-//   callbacks PROVIDER --check           that both do the same: calls, locks, log lines, results
-//   callbacks PROVIDER --counts          the allocations of each, as CSV; under callgrind with
-//                                        --collect-atstart=no also the instructions: each count is
-//                                        made by a process of its own, whose dump has them
-//   callbacks PROVIDER --benchmark_...   the times, by Google Benchmark
-#include <benchmark/benchmark.h>
+//   callbacks PROVIDER --record           the floors, as C++ for a library: what each case does
+//   callbacks PROVIDER FLOORS --check     that both do the same
+//   callbacks PROVIDER FLOORS --counts    the steps and the allocations of each, as CSV; under
+//                                         callgrind with --collect-atstart=no also the
+//                                         instructions: each count is made by a process of its own,
+//                                         whose dump has them
 #include <sys/wait.h>
 #include <unistd.h>
 #include <valgrind/callgrind.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <stdexcept>
 #include <string_view>
+#include <vector>
 
 #include "allocations.h"
 #include "cases.h"
+#include "recording.h"
 
 namespace {
 
@@ -25,37 +28,30 @@ constexpr int kWarmUps = 20;
 constexpr int kCountedCalls = 10;
 
 // What measuring itself costs is measured with this.
-const Call kNothing = [](Outputs&) {};
+const Case kNothing{.call = [](Function, Outputs&) {}};
 
-void prepare(const Case& each, Outputs& outputs) {
-  if (each.prepare) each.prepare(outputs);
-}
-
-void callOnce(const Case& each, const Call& call, Outputs& outputs) {
-  prepare(each, outputs);
-  call(outputs);
-  outputs.giveBack();
-}
-
-// What the platform was asked, and what came of it.
-std::string deeds(const Case& each, const Call& call) {
-  Outputs outputs;
-  stand_in::answers = each.answers;
-  callOnce(each, call, outputs);  // what is said once only
-  outputs.fillBuffers();
-  prepare(each, outputs);
-  std::string all = stand_in::traceOf([&] { call(outputs); });
-  all += "= " + outputs.shown() + "\n";
-  outputs.giveBack();
-  return all;
+void record(const std::vector<Case>& cases) {
+  std::puts("#include \"replay.h\"\n\nnamespace {");
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    std::string head = cases[i].prototype;
+    head.replace(head.find('@'), 1, "floor" + std::to_string(i));
+    std::printf("\n// %s(%s)\n%s {\n  RESULTS;\n%s}\n", cases[i].function.c_str(),
+                cases[i].key.c_str(), head.c_str(),
+                recording::of(cases[i], cases[i].provider).c_str());
+  }
+  std::puts(
+      "\n}  // namespace\n\nextern \"C\" const Function floors[];\nconst Function floors[] = {");
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    std::printf("    reinterpret_cast<Function>(floor%zu),\n", i);
+  }
+  std::puts("};");
 }
 
 bool areEqual(const std::vector<Case>& cases) {
-  watchBlocks();
   bool equal = true;
   for (const Case& each : cases) {
-    const std::string provider = deeds(each, each.provider);
-    const std::string floor = deeds(each, each.floor);
+    const std::string provider = recording::of(each, each.provider);
+    const std::string floor = recording::of(each, each.floor);
     if (provider == floor) continue;
     equal = false;
     std::cout << each.function << " " << each.key << "\n-- the provider:\n"
@@ -66,16 +62,16 @@ bool areEqual(const std::vector<Case>& cases) {
 }
 
 // Allocations of the counted calls; their instructions go into the process's dump.
-long count(const Case& each, const Call& call) {
+long count(const Case& each, Function side) {
   Outputs outputs;
   stand_in::answers = each.answers;
-  for (int i = 0; i < kWarmUps; ++i) callOnce(each, call, outputs);
+  for (int i = 0; i < kWarmUps; ++i) each.callOnce(side, outputs);
   long allocations = 0;
   for (int i = 0; i < kCountedCalls; ++i) {
-    prepare(each, outputs);
+    if (each.prepare) each.prepare(outputs);
     const long before = allocationCount();
     CALLGRIND_TOGGLE_COLLECT;
-    call(outputs);
+    each.call(side, outputs);
     CALLGRIND_TOGGLE_COLLECT;
     allocations += allocationCount() - before;
     outputs.giveBack();
@@ -85,12 +81,14 @@ long count(const Case& each, const Call& call) {
 
 // In a process of its own: what a block costs depends on the heap, and so all find the same. The
 // parent must not use it in between.
-void printCount(const Case& each, const char* side, const Call& call) {
+void printCount(const Case& each, const char* name, Function side) {
   const pid_t child = fork();
   if (child == 0) {
-    const long allocations = count(each, call);
-    std::printf("%s,%s,%s,%d,%d,%ld,%d\n", each.function.c_str(), each.key.c_str(), side,
-                each.callsPerPage, kCountedCalls, allocations, static_cast<int>(getpid()));
+    const long allocations = count(each, side);
+    const std::string steps = side != nullptr ? recording::of(each, side) : "";
+    std::printf("%s,%s,%s,%d,%d,%ld,%td,%d\n", each.function.c_str(), each.key.c_str(), name,
+                each.callsPerPage, kCountedCalls, allocations, std::ranges::count(steps, '\n'),
+                static_cast<int>(getpid()));
     std::fflush(stdout);
     _exit(0);
   }
@@ -101,55 +99,34 @@ void printCount(const Case& each, const char* side, const Call& call) {
 }
 
 void printCounts(const std::vector<Case>& cases) {
-  const Case nothing;
-  std::puts("function,key,side,calls_per_page,calls,allocations,process");
+  std::puts("function,key,side,calls_per_page,calls,allocations,steps,process");
   std::fflush(stdout);
-  printCount(nothing, "harness", kNothing);
+  printCount(kNothing, "harness", nullptr);
   for (const Case& each : cases) {
     printCount(each, "provider", each.provider);
     printCount(each, "floor", each.floor);
   }
 }
 
-void addBenchmark(const Case& each, const char* side, const Call& call) {
-  const std::string name = each.function + " " + each.key + " " + side;
-  benchmark::RegisterBenchmark(name.c_str(), [&each, &call](benchmark::State& state) {
-    Outputs outputs;
-    stand_in::answers = each.answers;
-    for ([[maybe_unused]] auto _ : state) callOnce(each, call, outputs);
-  });
-}
-
-void benchmarkAll(const std::vector<Case>& cases, int argc, char** argv) {
-  const Case nothing;
-  addBenchmark(nothing, "harness", kNothing);
-  for (const Case& each : cases) {
-    addBenchmark(each, "provider", each.provider);
-    addBenchmark(each, "floor", each.floor);
-    if (each.prepare) addBenchmark(each, "harness", kNothing);
-  }
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 3) {
-    std::fputs("usage: callbacks PROVIDER --check | --counts | --benchmark_...\n", stderr);
+    std::fputs("usage: callbacks PROVIDER --record | callbacks PROVIDER FLOORS --check|--counts\n",
+               stderr);
     return 2;
   }
+  const std::string_view mode = argv[argc - 1];
   try {
-    const Provider provider(argv[1]);
-    const std::vector<Case> cases = allCases(provider);
-    const std::string_view mode = argv[2];
+    std::vector<Case> cases = loadCases(argv[1]);
     fillHeap();
-    if (mode == "--check") return areEqual(cases) ? 0 : 1;
-    if (mode == "--counts") {
-      printCounts(cases);
-    } else {
-      benchmarkAll(cases, argc - 1, argv + 1);
+    if (mode == "--record") {
+      record(cases);
+      return 0;
     }
+    loadFloors(argv[2], cases);
+    if (mode == "--check") return areEqual(cases) ? 0 : 1;
+    printCounts(cases);
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "callbacks: %s\n", error.what());

@@ -10,10 +10,18 @@
 #include "stand_in.h"
 #include "ventaro/data_provider.h"
 
-// What a call gave.
+// A list's entry, as the provider makes it.
+struct ListEntry {
+  char* text;
+  int value;
+  ITEM_FOLLOWING_ACTION_TYPE action;
+};
+
+// What a call is given, and what it gave.
 struct Outputs {
   int result = 0;
   int number = 0;
+  const char* word = nullptr;    // not the caller's
   char* text = nullptr;          // the caller's
   const void** items = nullptr;  // the caller's, `number` of them
   data_provider_cbs* table = nullptr;
@@ -22,46 +30,36 @@ struct Outputs {
   std::array<char, VENTARO_MESSAGE_BUTTON_SIZE> first{};
   std::array<char, VENTARO_MESSAGE_BUTTON_SIZE> second{};
 
-  // Fills the caller's buffers, so that what is not written does not look like zeroes that are.
-  void fillBuffers();
-  // All of it as text, to be compared: of a block every byte.
-  std::string shown() const;
+  ListEntry* entry(int index) const;
   // Frees what is the caller's.
   void giveBack();
 };
 
-using Call = std::function<void(Outputs& outputs)>;
+// A callback of whichever type; the case knows it.
+using Function = void (*)();
 
 struct Case {
-  std::string function;
-  std::string key;
-  stand_in::Answers answers;
-  Call provider;
-  Call floor;
+  std::string function = {};
+  std::string key = {};
+  // The callback's in C++, with "@" for its name. A parameter through which it gives something has
+  // the name of the member of Outputs.
+  std::string prototype = {};
+  std::function<void(Function function, Outputs& outputs)> call = {};
+  Function provider = nullptr;
+  stand_in::Answers answers = {};
   int callsPerPage = 0;
-  Call prepare = nullptr;  // makes what the call takes, for each anew; not measured
+  std::function<void(Outputs& outputs)> prepare = {};  // makes what it is given; not measured
+  Function floor = nullptr;
+
+  // Prepares one call, makes it, and frees what it gave.
+  void callOnce(Function side, Outputs& outputs) const;
 };
 
-// A library of the provider's that is loaded for as long as the process runs.
-class Provider {
- public:
-  // std::runtime_error when it cannot be loaded.
-  explicit Provider(const char* file);
+// The provider is loaded for as long as the process runs. The platform's answers must be
+// `Case::answers` while one is called. Raises std::runtime_error when it cannot be loaded.
+std::vector<Case> loadCases(const char* file);
 
-  const data_provider_cbs& table() const { return *table_; }
-  template <typename Function>
-  Function* function(const char* name) const {
-    return reinterpret_cast<Function*>(find(name));
-  }
-
- private:
-  void* find(const char* name) const;
-
-  void* library_ = nullptr;
-  data_provider_cbs* table_ = nullptr;
-};
-
-// The platform's answers are `Case::answers` while one is called.
-std::vector<Case> allCases(const Provider& provider);
+// Sets each case's floor, from the library that was made of the cases' recordings.
+void loadFloors(const char* file, std::vector<Case>& cases);
 
 #endif  // BENCH_CALLBACKS_CASES_H

@@ -5,9 +5,6 @@
 #ifndef BENCH_CALLBACKS_STAND_IN_H
 #define BENCH_CALLBACKS_STAND_IN_H
 
-#include <functional>
-#include <string>
-
 namespace stand_in {
 
 struct Answers {
@@ -17,10 +14,6 @@ struct Answers {
 };
 
 extern Answers answers;
-
-// What `work` asks of the platform, in order: a line for every call with its arguments, and for
-// every lock and unlock. Of a log line only what follows the place that it names.
-std::string traceOf(const std::function<void()>& work);
 
 }  // namespace stand_in
 

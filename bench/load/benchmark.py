@@ -2,6 +2,7 @@
 program costs against a program that does nothing; each linked with the same libraries."""
 
 import collections
+import json
 import os
 import re
 import time
@@ -41,15 +42,9 @@ def relocations(file):
     return {"kinds": dict(kinds), "named": named}
 
 
-def write_back(file):
-    """To the disk: what a linker has just written counts as dirty in every process that maps it."""
-    with open(file, "rb") as written:
-        os.fsync(written.fileno())
-
-
 def load_all(variables):
     """Every library over every platform, each in a fresh process."""
-    return {f"{platform} {library}": common.run_json(LOAD, PLATFORMS[platform], LOADED[library], **variables)
+    return {f"{platform} {library}": json.loads(common.run(LOAD, PLATFORMS[platform], LOADED[library], **variables).partition("\n")[0])
             for platform in PLATFORMS for library in LOADED}
 
 
@@ -70,7 +65,7 @@ def start(command, variables):
 def measure(short, scratch):
     variables = common.folders(scratch)
     for file in LOADED.values():
-        write_back(file)
+        common.write_back(file)
     common.run(*STARTED["show"], **variables)  # makes the store
     rounds = 5 if short else 150
     loads = [load_all(variables) for _ in range(rounds)]
@@ -126,15 +121,12 @@ def loading_rows(figures):
             for case, steps in ((provider, ("dlopen",)), (provider, ("create",)), (empty, STEPS))]
 
 
-def memory_rows(figures):
-    def of(case, value):
-        return f"{common.median([value(run) for run in figures['loads'][case]]):.0f}"
-    for name in LOADED:
-        case, by_kind = f"host {name}", figures["relocations"][name]["kinds"]
+def relocation_rows(figures):
+    for name, shown in (("provider", "`libventaro.so`"), ("empty", "the empty library")):
+        by_kind = figures["relocations"][name]["kinds"]
         kinds = ", ".join(f"{count} {kind}" for kind, count in sorted(by_kind.items(), key=lambda item: -item[1]))
-        yield [{"provider": "`libventaro.so`", "empty": "the empty library"}[name], bound(figures, name), kinds,
-               *(of(case, lambda run, step=step: run[step]["faults"]) for step in STEPS),
-               of(case, lambda run: run["rss"]), of(case, lambda run: run["private_dirty"])]
+        faults = (common.median([run[step]["faults"] for run in figures["loads"][f"host {name}"]]) for step in STEPS)
+        yield [shown, bound(figures, name), kinds, *(f"{count:.0f}" for count in faults)]
 
 
 def start_rows(figures):
@@ -191,8 +183,8 @@ def report(figures, pictures):
     draw_plot(figures, pictures / "load.svg")
     loading = common.table(["loading", "ratio to the empty library", f"aim: {AIM_RATIO}", "dlopen, µs",
                             "create_provider, µs", "the empty library, both, µs"], loading_rows(figures))
-    memory = common.table(["library", "symbols bound", "relocations", "faults of dlopen", "faults of create_provider",
-                           "resident KiB", "private dirty KiB"], memory_rows(figures))
+    relocations = common.table(["library", "symbols bound", "relocations", "faults of dlopen",
+                                "faults of create_provider"], relocation_rows(figures))
     starts = common.table(["start to end", "ratio", "time"], start_rows(figures))
     return f"""## Loading
 
@@ -203,7 +195,7 @@ table.
 {loading}
 ![From dlopen to a ready table](performance/load.svg)
 
-{memory}
+{relocations}
 And the menu program, from its start to its end:
 
 {starts}
@@ -211,6 +203,5 @@ And the menu program, from its start to its end:
   {excess(figures)}.
 - Over the host platform the answers come on top: the constructors of the provider's objects ask for the network, its
   profiles and the store, and write log lines.
-- "Resident" counts the pages of the file that the kernel maps at once because it has them at hand.
 - A start of `ventaro show` opens the store and the network, loads the provider, draws the page and prints it.
 """

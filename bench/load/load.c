@@ -1,17 +1,20 @@
 /*
- * A process that has a platform, loads a provider and asks for its table. Prints JSON: the
- * nanoseconds and the minor page faults of the two steps, and the memory of the library's mappings.
+ * A process that has a platform, loads a provider and asks for its table. Prints a line of JSON:
+ * the nanoseconds and the minor page faults of the two steps, and the heap in use before and after,
+ * in bytes. Then come the two states of /proc/self/smaps, each behind a line "before" or "after".
  *
  *   load PLATFORM-LIBRARY PROVIDER
  */
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <glib.h>
-#include <limits.h>
+#include <malloc.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <sys/resource.h>
 #include <time.h>
+#include <unistd.h>
 
 #include "platform/log.h"
 #include "ventaro/data_provider.h"
@@ -25,6 +28,16 @@ struct moment {
   long nanoseconds;
   long faults;
 };
+
+struct memory {
+  size_t heap;
+  size_t length;
+  char maps[512 * 1024];
+};
+
+/* Static, and written to beforehand: a reading must not itself cost memory that the next one sees.
+ */
+static struct memory before, after;
 
 static void fail(const char* what) {
   fprintf(stderr, "load: %s\n", what);
@@ -45,6 +58,21 @@ static struct moment now(void) {
   return (struct moment){time.tv_sec * 1000000000L + time.tv_nsec, usage.ru_minflt};
 }
 
+static void read_memory(struct memory* memory) {
+  const struct mallinfo2 heap = mallinfo2();
+  memory->heap = heap.uordblks + heap.hblkhd;
+  memory->length = 0;
+  const int file = open("/proc/self/smaps", O_RDONLY | O_CLOEXEC);
+  if (file < 0) fail("no /proc/self/smaps");
+  ssize_t got = 0;
+  while ((got = read(file, memory->maps + memory->length, sizeof(memory->maps) - memory->length)) >
+         0) {
+    memory->length += (size_t)got;
+  }
+  close(file);
+  if (got < 0 || memory->length == sizeof(memory->maps)) fail("cannot read /proc/self/smaps");
+}
+
 /* The platform as a framework has used it by then: its store, its network and its log are open. */
 static void prepare(const char* file) {
   void* platform = dlopen(file, RTLD_NOW | RTLD_GLOBAL);
@@ -54,22 +82,10 @@ static void prepare(const char* file) {
   ((get_int_fn)find(platform, "vconf_get_int"))("db/menu/network/wiredeap", &value);
   ((print_fn)find(platform, "__dlog_print"))(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "LOAD", "ready");
   g_free(g_strdup_printf("%d", g_main_context_pending(NULL)));
-}
-
-/* The KiB of a kind in all mappings of the file. */
-static long memory(const char* file, const char* kind) {
-  FILE* maps = fopen("/proc/self/smaps", "r");
-  if (maps == NULL) fail("no /proc/self/smaps");
-  char line[PATH_MAX + 128];
-  long sum = 0;
-  int of_file = 0;
-  while (fgets(line, sizeof(line), maps) != NULL) {
-    const int is_mapping = strchr(line, '-') != NULL && strchr(line, ':') > strchr(line, '-');
-    if (is_mapping) of_file = strstr(line, file) != NULL;
-    if (of_file && strncmp(line, kind, strlen(kind)) == 0) sum += atol(line + strlen(kind));
-  }
-  fclose(maps);
-  return sum;
+  memset(&before, 1, sizeof(before));
+  memset(&after, 1, sizeof(after));
+  read_memory(&after);
+  now();
 }
 
 static void print_step(const char* name, struct moment from, struct moment to) {
@@ -80,7 +96,7 @@ static void print_step(const char* name, struct moment from, struct moment to) {
 int main(int count, char** words) {
   if (count != 3) fail("usage: load PLATFORM-LIBRARY PROVIDER");
   prepare(words[1]);
-  now();
+  read_memory(&before);
   const struct moment start = now();
   void* provider = dlopen(words[2], RTLD_NOW);
   const struct moment loaded = now();
@@ -89,10 +105,11 @@ int main(int count, char** words) {
   const int result = ((create_fn)find(provider, "create_provider"))(&table);
   const struct moment ready = now();
   if (result != 0 || table == NULL) fail("create_provider failed");
+  read_memory(&after);
   putchar('{');
   print_step("dlopen", start, loaded);
   print_step("create", loaded, ready);
-  printf("\"rss\": %ld, \"private_dirty\": %ld}\n", memory(words[2], "Rss:"),
-         memory(words[2], "Private_Dirty:"));
+  printf("\"heap\": [%zu, %zu]}\nbefore\n%.*s\nafter\n%.*s", before.heap, after.heap,
+         (int)before.length, before.maps, (int)after.length, after.maps);
   return 0;
 }

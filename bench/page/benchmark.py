@@ -1,7 +1,6 @@
 """One drawing of the whole Network branch, as a framework makes it: what it costs, and where."""
 
 import collections
-import html
 import statistics
 
 import common
@@ -12,7 +11,6 @@ AGREEING = 0.20  # two programs' times of the same differ by no more than that
 
 PAGE = common.PROGRAMS / "page"
 PAGE_CALLS = common.PROGRAMS / "page_calls"
-MENU = common.SHIPPED / "bin" / "ventaro"
 PLATFORM = common.SHIPPED / "lib" / "libventaro-platform.so"
 
 # What the functions do, by their names; C++ ones as they are written.
@@ -58,13 +56,6 @@ CALLS = {
 # The provider's own instructions of a drawing: 41,139 with GCC 12 on x86-64, and some room.
 MOST_INSTRUCTIONS = 43_000
 
-# How the menu's JSON has what a drawing gets as text.
-FORMS = {"visible": lambda answer: answer == "1", "enabled": lambda answer: answer == "1", "position": int}
-ACTIONS = {"0": "none", "1": "refresh", "2": "message-box"}
-TRANSLATED = {"SID_USER_INPUT": "User Input"}  # by who draws
-LEFT_TO_RIGHT = "\u202d"
-
-
 # ---- measure ----
 
 def symbols(file, which):
@@ -76,48 +67,6 @@ def uncounted(counted):
     """The platform functions of the provider that the programs do not count."""
     wanted = symbols(common.PROVIDER, "--undefined-only") & symbols(PLATFORM, "--defined-only")
     return sorted(wanted - counted - NOT_COUNTED)
-
-
-def flattened(items):
-    for item in items:
-        yield item
-        yield from flattened(item.get("items", []))
-
-
-def plain(markup):
-    text = html.unescape(markup).removeprefix(LEFT_TO_RIGHT)
-    return TRANSLATED.get(text, text)
-
-
-def as_the_menu(drawn):
-    """The items of a drawing, by key, in the menu's words."""
-    items = collections.defaultdict(dict)
-    for key, name, answer in drawn:
-        item = items[key]
-        if name == "entry":
-            item.setdefault("list", []).append({"text": plain(answer)})
-        elif name == "entry value":
-            item["list"][-1]["value"] = int(answer)
-        elif name == "entry action":
-            item["list"][-1]["then"] = ACTIONS[answer]
-        else:
-            item[name] = FORMS.get(name, str)(answer)
-    return items
-
-
-def wrong_answers(scratch):
-    """Where the drawing and the menu program, which asks for itself, disagree."""
-    shown = common.run_json(MENU, "show", "--json", **common.folders(scratch))
-    drawn = as_the_menu(common.run_json(PAGE, common.PROVIDER, **common.folders(scratch)))
-    wrong = []
-    for item in flattened(shown):
-        answers = drawn.get(item["key"])
-        if answers is None:
-            wrong.append(f"{item['key']} is not drawn")
-            continue
-        wrong += [f"{item['key']}, {name}: {answers[name]!r}, the menu shows {item[name]!r}"
-                  for name in sorted(item.keys() & answers.keys()) if answers[name] != item[name]]
-    return wrong
 
 
 def library(path):
@@ -174,12 +123,11 @@ def own_part(run):
 
 def measure(short, scratch):
     variables = common.folders(scratch)
-    wrong = wrong_answers(scratch)
     pages, calls = [], []
     for _ in range(3 if short else 15):
         pages.append(common.run_json(PAGE, common.PROVIDER, 10 if short else 100, **variables))
         calls.append(common.run_json(PAGE_CALLS, common.PROVIDER, 10 if short else 100, **variables))
-    wrong += [f"{name} is not counted" for name in uncounted(calls[0]["functions"].keys())]
+    wrong = [f"{name} is not counted" for name in uncounted(calls[0]["functions"].keys())]
     return {
         "wrong": wrong,
         "callbacks": pages[0]["calls"],

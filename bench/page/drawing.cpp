@@ -2,101 +2,89 @@
 
 #include <clocale>
 #include <cstdlib>
-#include <cstring>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "common.h"
+#include "platform/host/network_service.h"
 
 using contract::Provider;
 
 namespace {
 
 struct MenuItem {
-  const char* key;
-  bool hasValue = false;
-  const char* listKey = nullptr;
+  std::string key;
+  bool hasValue;
+  std::string listKey;  // empty: it has no list
 };
 
-constexpr MenuItem choice(const char* key) {
-  return {key, true, key};
+// The region that has the longer branch is "us".
+void collect(const Json::Value& items, std::vector<MenuItem>& all) {
+  for (const Json::Value& item : items) {
+    if (item["region"] == "other") continue;
+    const std::string key = item["key"].asString();
+    const bool hasValue = item["kind"] == "choice" || item["kind"] == "device-name";
+    all.push_back({key, hasValue, hasValue ? key : item["states"].asString()});
+    collect(item["items"], all);
+  }
 }
 
-// The branch of menu/menu.json, in the region that has the longer one.
-constexpr MenuItem kItems[] = {
-    {"menu/general/network"},
-    {"menu/network/networkstatus"},
-    {"menu/network/networksettings"},
-    {"menu/network/SavedAP1", false, "SAVEDAP1_NAME_KEY"},
-    {"menu/network/SavedAP2", false, "SAVEDAP2_NAME_KEY"},
-    choice("menu/network/WiFiOnOff"),
-    choice("menu/network/MobileDeviceTV_US"),
-    choice("menu/network/devicename"),
-    {"menu/network/expertsettings"},
-    choice("menu/network/expertsettings/wifidirect"),
-    {"menu/network/expertsettings/easyconnect"},
-    choice("menu/network/WiredEAP"),
-    {"menu/network/InstallCertificate"},
-    {"menu/network/CertificateList"},
-    {"menu/network/CertificateManager"},
-    {"menu/network/ResetNetwork"},
-};
+std::vector<MenuItem> readMenu() {
+  std::ifstream file(MENU);
+  Json::Value menu;
+  file >> menu;
+  std::vector<MenuItem> all;
+  collect(menu["items"], all);
+  return all;
+}
 
 class Drawing {
  public:
-  Drawing(const Provider& provider, const Receiver& receiver)
-      : provider_(provider), table_(provider.table()), receiver_(receiver) {}
-
-  int draw() {
-    for (const MenuItem& item : kItems) drawItem(item);
-    return calls_;
-  }
-
- private:
-  using TextCallback = int (*)(const char* key, char** value);
+  explicit Drawing(const Provider& provider)
+      : exports_(provider.exports()), table_(provider.table()) {}
 
   void drawItem(const MenuItem& item) {
-    key_ = item.key;
-    got("visible", called(provider_.exports().check_visibility_int(key_, 0)));
-    got("enabled", called(provider_.exports().check_enable_int(key_, 0)));
-    text("name", table_.get_display_name);
-    text("help", table_.get_help_text);
-    if (item.hasValue) drawValue();
-    text("titleIcon", table_.get_title_icon_path);
-    text("statusIcon", table_.get_second_icon_path);
-    if (item.listKey != nullptr) drawList(item.listKey);
+    const char* key = item.key.c_str();
+    called(exports_.check_visibility_int(key, 0));
+    called(exports_.check_enable_int(key, 0));
+    text(key, table_.get_display_name);
+    text(key, table_.get_help_text);
+    if (item.hasValue) drawValue(key);
+    text(key, table_.get_title_icon_path);
+    text(key, table_.get_second_icon_path);
+    if (!item.listKey.empty()) drawList(item.listKey.c_str());
   }
 
-  void drawValue() {
+  int calls() const { return calls_; }
+
+ private:
+  void drawValue(const char* key) {
     int value = 0;
-    called(table_.get_int(key_, &value));
-    got("position", value);
-    text("value", table_.get_string);
+    called(table_.get_int(key, &value));
+    text(key, table_.get_string);
     char current[VENTARO_CURRENT_VALUE_SIZE] = "";
     char* buffer = current;
-    called(table_.get_current_value_sid(key_, &buffer));
-    got("current", current);
+    called(table_.get_current_value_sid(key, &buffer));
   }
 
-  void drawList(const char* listKey) {
+  void drawList(const char* key) {
     int count = 0;
-    auto** items = const_cast<void**>(called(table_.get_list_items(listKey, &count)));
-    for (int i = 0; i < count; ++i) drawEntry(items[i]);
+    auto** items = const_cast<void**>(called(table_.get_list_items(key, &count)));
+    for (int i = 0; i < count; ++i) {
+      char* text = nullptr;
+      int value = 0;
+      ITEM_FOLLOWING_ACTION_TYPE action = ITEM_FOLLOWING_ACTION_NONE;
+      called(table_.get_list_item_display_value(items[i], &text));
+      called(table_.get_list_item_int_value(items[i], &value));
+      called(table_.get_list_item_following_action_type(items[i], &action));
+    }
     called(table_.free_list_items(items, count));
   }
 
-  void drawEntry(void* entry) {
-    char* text = nullptr;
-    int value = 0;
-    ITEM_FOLLOWING_ACTION_TYPE action = ITEM_FOLLOWING_ACTION_NONE;
-    called(table_.get_list_item_display_value(entry, &text));
-    called(table_.get_list_item_int_value(entry, &value));
-    called(table_.get_list_item_following_action_type(entry, &action));
-    got("entry", text != nullptr ? text : "");
-    got("entry value", value);
-    got("entry action", action);
-  }
-
-  void text(const char* name, TextCallback callback) {
+  void text(const char* key, int (*callback)(const char* key, char** value)) {
     char* value = nullptr;
-    called(callback(key_, &value));
-    got(name, value != nullptr ? value : "");
+    called(callback(key, &value));
     called(table_.release_string(value));
   }
 
@@ -106,24 +94,18 @@ class Drawing {
     return result;
   }
 
-  void got(const char* name, int value) {
-    if (receiver_) receiver_(key_, name, std::to_string(value));
-  }
-  void got(const char* name, const char* value) {
-    if (receiver_) receiver_(key_, name, value);
-  }
-
-  const Provider& provider_;
+  const contract::Exports& exports_;
   const data_provider_cbs& table_;
-  const Receiver& receiver_;
-  const char* key_ = nullptr;
   int calls_ = 0;
 };
 
 }  // namespace
 
-int draw(const Provider& provider, const Receiver& receiver) {
-  return Drawing(provider, receiver).draw();
+int draw(const Provider& provider) {
+  static const std::vector<MenuItem> kMenu = readMenu();
+  Drawing drawing(provider);
+  for (const MenuItem& item : kMenu) drawing.drawItem(item);
+  return drawing.calls();
 }
 
 std::unique_ptr<Provider> loadProvider(const char* file) {

@@ -2,30 +2,16 @@
 // platform function per drawing, and of the whole. What the counting costs is taken off.
 //
 //   page_calls PROVIDER DRAWINGS
-#include <json/value.h>
-#include <json/writer.h>
-
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
-#include <iostream>
 
+#include "common.h"
 #include "drawing.h"
 #include "platform_calls.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr int kWarmUp = 5;
 constexpr long kMany = 200'000;
-
-template <typename Action>
-double nanoseconds(const Action& action) {
-  const auto start = Clock::now();
-  action();
-  return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
-}
 
 // What a counted call costs that does nothing: the part that its time includes, and all of it.
 struct Overhead {
@@ -34,9 +20,9 @@ struct Overhead {
 };
 
 Overhead measureOverhead(const platform_call& row) {
-  const double whole = nanoseconds([] {
+  const auto whole = static_cast<double>(bench::nanoseconds([] {
     for (long i = 0; i < kMany; ++i) nothing();
-  });
+  }));
   return {static_cast<double>(row.nanoseconds) / static_cast<double>(row.calls),
           whole / static_cast<double>(kMany)};
 }
@@ -57,9 +43,9 @@ Json::Value measure(const contract::Provider& provider, int drawings) {
   for (int i = 0; i < kWarmUp; ++i) draw(provider);
   const Overhead overhead = measureOverhead(rowOfNothing());
   forget();
-  double whole = nanoseconds([&] {
+  auto whole = static_cast<double>(bench::nanoseconds([&] {
     for (int i = 0; i < drawings; ++i) draw(provider);
-  });
+  }));
   Json::Value result;
   for (const platform_call* row = platform_calls; row != &rowOfNothing(); ++row) {
     const auto calls = static_cast<double>(row->calls);
@@ -76,13 +62,9 @@ Json::Value measure(const contract::Provider& provider, int drawings) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fputs("usage: page_calls PROVIDER DRAWINGS\n", stderr);
-    return 2;
-  }
-  const auto provider = loadProvider(argv[1]);
-  std::cout << Json::writeString(Json::StreamWriterBuilder(),
-                                 measure(*provider, std::atoi(argv[2])))
-            << '\n';
+int main(int count, char** words) {
+  return bench::printed([&] {
+    bench::require(count == 3, "usage: page_calls PROVIDER DRAWINGS");
+    return measure(*loadProvider(words[1]), std::atoi(words[2]));
+  });
 }

@@ -3,7 +3,6 @@ call at once."""
 
 import math
 import os
-import re
 
 import common
 
@@ -18,7 +17,6 @@ CALLS = ("name", "title icon", "second icon", "enable")
 ANSWERS = {"name": "Network 0", "title icon": "oobe_icon_n_wifi_4.svg", "second icon": "r_icon_xs_check.png",
            "enable": "1"}
 DRAWING = (1, 2, 3, 4, 5, 6, 7, 8)
-OTHERS = (0, 1, 3, 7)
 COUNTED = (100, 1000, 10000)  # networks
 
 
@@ -49,7 +47,7 @@ def instructions(scratch):
     for size in COUNTED:
         common.run("valgrind", "--quiet", "--tool=callgrind", "--instr-atstart=no", f"--callgrind-out-file={file}",
                    ENTRIES, common.PROVIDER, size, 1, **common.folders(scratch, "instructions"))
-        counts[str(size)] = int(re.search(r"^totals: (\d+)", file.read_text(encoding="utf-8"), re.M).group(1))
+        counts[str(size)] = common.counted(file)
     return counts
 
 
@@ -59,28 +57,14 @@ def throughput(short, scratch):
     rates = {}
     for _ in range(1 if short else 5):
         for count in (1, 8) if short else DRAWING:
-            run = common.run_json(THREADS, common.PROVIDER, "draw", count, 100 if short else 400, **variables)
+            run = common.run_json(THREADS, common.PROVIDER, count, 100 if short else 400, **variables)
             rates.setdefault(str(count), []).append(run["callbacks"] / run["nanoseconds"] * 1e9)
     return rates
 
 
-def waits(short, scratch):
-    """As it is, and without the log file, which the platform does without when it cannot be made."""
-    found = {}
-    for name in ("log", "no log"):
-        variables = common.folders(scratch, f"waits, {name}")
-        state = variables["VENTARO_STATE_DIR"]
-        state.mkdir()
-        if name == "no log":
-            (state / "log").touch()
-        found[name] = {str(count): common.run_json(THREADS, common.PROVIDER, "wait", count, 100 if short else 2000,
-                                                   **variables) for count in OTHERS}
-    return found
-
-
 def measure(short, scratch):
     return {"sizes": all_sizes(short, scratch), "instructions": instructions(scratch),
-            "throughput": throughput(short, scratch), "waits": waits(short, scratch), "processors": os.cpu_count()}
+            "throughput": throughput(short, scratch), "processors": os.cpu_count()}
 
 
 def wrong_answers(figures):
@@ -157,21 +141,6 @@ def throughput_rows(figures):
                f"{common.median(values):,.0f} ± {100 * common.spread(values):.0f} %"]
 
 
-def wait_cells(call):
-    # Of a few calls the thousandth is the worst.
-    thousandth = common.duration(call["thousandth"]) if call["calls"] >= 1000 else ""
-    return [common.duration(call["median"]), thousandth, common.duration(call["worst"])]
-
-
-def wait_rows(figures):
-    with_log, without = figures["waits"]["log"], figures["waits"]["no log"]
-    for name in with_log["0"]["calls"]:
-        callback, comma, tag = name.partition(",")
-        for count in with_log:
-            yield [f"`{callback}`{comma}{tag}", count, *wait_cells(with_log[count]["calls"][name]),
-                   *wait_cells(without[count]["calls"][name])]
-
-
 def draw_costs(figures, file):
     series = [[[size, time_of(figures, name, size) / 1000] for size in SIZES] for name in (*CALLS, "notification")]
     colours = ("#4477aa", "#228833", "#66ccee", "#ccbb44", "#aa3377")
@@ -222,19 +191,6 @@ def of_one_thread(figures):
             f"  {common.with_spread(common.ratios(rates[most], rates['1']))} times the callbacks of one.")
 
 
-def waiting(figures):
-    """What nearly all calls take beside others, lock-free ones and locked ones."""
-    runs = [run["calls"] for count, run in figures["waits"]["no log"].items() if count != "0"]
-    most = {locked: common.duration(max(call["thousandth"] for calls in runs for name, call in calls.items()
-                                        if is_locked(name) == locked)) for locked in (False, True)}
-    return (f"In the right half the platform has no log file. There, beside others, 99.9 % of the calls take at most\n"
-            f"  {most[False]} where they are lock-free, and {most[True]} where they are locked.")
-
-
-def is_locked(name):
-    return name.endswith("locked")
-
-
 def of_one_network(figures):
     ratio = time_of(figures, "notification", 10000) / time_of(figures, "notification", 1)
     return f"With 10,000 networks it takes {ratio:.2f} times as long as with one."
@@ -247,9 +203,6 @@ def report(figures, pictures):
     costs = common.table(["networks", "growth", f"aim: {AIM_GROWTH}", "exponent", *sizes], cost_rows(figures))
     memory = common.table(["bytes", *sizes], memory_rows(figures))
     rates = common.table(["threads", "against one", "callbacks a second"], throughput_rows(figures))
-    held = common.duration(figures["waits"]["log"]["0"]["held"])
-    took = common.table(["callback", "others", "median", "99.9 %", "worst", "no log: median", "99.9 %", "worst"],
-                        wait_rows(figures))
     return f"""## Scale
 
 The items of the saved networks, with documents of 1 to 10,000 networks. "Growth" is what one network more costs in time
@@ -272,12 +225,6 @@ One to eight threads draw the branch at once:
 {rates}
 ![Threads that draw the branch at once](performance/scale-threads.svg)
 
-One thread calls now and then while the others are in a locked callback that takes {held}, that of a document of 1,000
-networks:
-
-{took}
 - Of what a drawing calls all but two callbacks take the one lock. {of_one_thread(figures)}
-- {waiting(figures)}
-- These rows were measured one after the other, not in turns. There were {figures["processors"]} processors for up to
-  {max(OTHERS) + 1} threads: the worst times hold the wait for a processor, too.
+- There were {figures["processors"]} processors for up to {max(DRAWING)} threads.
 """

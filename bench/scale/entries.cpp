@@ -5,20 +5,14 @@
 //   entries PROVIDER ENTRIES CALLS
 //
 // Under callgrind, only the calls are counted.
-#include <glib.h>
-#include <json/value.h>
-#include <json/writer.h>
 #include <malloc.h>
 #include <valgrind/callgrind.h>
 
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iostream>
 #include <string>
 
-#include "documents.h"
+#include "common.h"
 #include "drawing.h"
 #include "platform/host/config_store.h"
 
@@ -27,10 +21,32 @@ namespace {
 using contract::Provider;
 using platform::host::ConfigStore;
 using platform::host::StoreValue;
-using Clock = std::chrono::steady_clock;
 
+constexpr char kFirstNetwork[] = "menu/network/SavedAP1";
+constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
 constexpr int kNetworkBranch = 100002;
+
+Json::Value network(int number) {
+  constexpr int kStrongest = -50;  // dBm
+  constexpr int kStrengths = 50;
+  Json::Value entry;
+  entry["SSID"] = "Network " + std::to_string(number);
+  entry["SIGNAL_STRENGTH"] = kStrongest - number % kStrengths;
+  entry["STATUS"] = number == 0 ? "Connected" : "Disconnected";
+  return entry;
+}
+
+// As the network service publishes it: so many networks, connected to the first.
+std::string document(int entries) {
+  Json::Value root;
+  root["count"] = entries;
+  root["values"] = Json::arrayValue;
+  for (int i = 0; i < entries; ++i) root["values"].append(network(i));
+  Json::StreamWriterBuilder writer;
+  writer["indentation"] = "";
+  return Json::writeString(writer, root);
+}
 
 std::string text(const Provider& provider, int (*callback)(const char*, char**)) {
   char* block = nullptr;
@@ -55,32 +71,14 @@ constexpr Call kCalls[] = {
      }},
 };
 
-template <typename Action>
-Json::Int64 nanoseconds(const Action& action) {
-  const auto start = Clock::now();
-  action();
-  return std::chrono::nanoseconds(Clock::now() - start).count();
-}
-
-void turnTheMainLoop() {
-  while (g_main_context_iteration(nullptr, FALSE)) {
-  }
-}
-
 // From the news to the refresh that the provider asks for; how the document got into the store does
 // not count.
 Json::Int64 notification(const std::string& text) {
   ConfigStore& store = ConfigStore::instance();
   store.set({{kDocumentKey, text}, {kRefreshKey, 0}});
-  const Json::Int64 time = nanoseconds(turnTheMainLoop);
-  if (store.get(kRefreshKey) == StoreValue(kNetworkBranch)) return time;
-  std::fputs("entries: the provider asked for no refresh\n", stderr);
-  std::exit(1);
-}
-
-Json::Int64 heapInUse() {
-  const struct mallinfo2 heap = mallinfo2();
-  return static_cast<Json::Int64>(heap.uordblks + heap.hblkhd);
+  const Json::Int64 time = bench::nanoseconds(bench::turnTheMainLoop);
+  bench::require(store.get(kRefreshKey) == StoreValue(kNetworkBranch), "no refresh was asked for");
+  return time;
 }
 
 // A line of /proc/self/status, in bytes.
@@ -96,18 +94,18 @@ Json::Int64 processMemory(const std::string& name) {
 
 void read(const Provider& provider, const std::string& text) {
   ConfigStore::instance().set(kDocumentKey, text);
-  turnTheMainLoop();
+  bench::turnTheMainLoop();
   provider.exports().check_enable_int(kFirstNetwork, 0);
 }
 
 void measureMemory(const Provider& provider, const std::string& text, Json::Value& result) {
   read(provider, document(0));
-  const Json::Int64 before = heapInUse();
+  const Json::Int64 before = bench::heapInUse();
   malloc_trim(0);
   const Json::Int64 resident = processMemory("VmRSS:");
   std::ofstream("/proc/self/clear_refs") << 5;  // the highest resident memory counts from now on
   read(provider, text);
-  result["held"] = heapInUse() - before;
+  result["held"] = bench::heapInUse() - before;
   result["peak"] = processMemory("VmHWM:") - resident;
 }
 
@@ -120,7 +118,7 @@ Json::Value measure(const Provider& provider, int entries, int calls) {
   CALLGRIND_START_INSTRUMENTATION;
   for (int i = 0; i < calls; ++i) {
     for (const Call& call : kCalls) {
-      result["times"][call.name].append(nanoseconds([&] { call.answer(provider); }));
+      result["times"][call.name].append(bench::nanoseconds([&] { call.answer(provider); }));
     }
   }
   CALLGRIND_STOP_INSTRUMENTATION;
@@ -130,13 +128,9 @@ Json::Value measure(const Provider& provider, int entries, int calls) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (argc != 4) {
-    std::fputs("usage: entries PROVIDER ENTRIES CALLS\n", stderr);
-    return 2;
-  }
-  const auto provider = loadProvider(argv[1]);
-  std::cout << Json::writeString(Json::StreamWriterBuilder(),
-                                 measure(*provider, std::atoi(argv[2]), std::atoi(argv[3])))
-            << '\n';
+int main(int count, char** words) {
+  return bench::printed([&] {
+    bench::require(count == 4, "usage: entries PROVIDER ENTRIES CALLS");
+    return measure(*loadProvider(words[1]), std::atoi(words[2]), std::atoi(words[3]));
+  });
 }

@@ -1,4 +1,4 @@
-"""The store beside LMDB alone, SQLite, GSettings and a file for each key."""
+"""The store beside LMDB alone, SQLite and GSettings."""
 
 import contextlib
 import tempfile
@@ -6,24 +6,17 @@ from pathlib import Path
 
 import common
 
-STORES = ("ventaro", "LMDB", "SQLite", "GSettings", "files")
+STORES = ("ventaro", "LMDB", "SQLite", "GSettings")
 PEERS = STORES[1:]
-MOST_KEYS = 10_000  # of the stores that are left out beyond, for these reasons
-LEFT_OUT = {
-    "GSettings": "its schema would have to declare every key, and each set writes all values anew, which takes "
-                 "milliseconds with 10,000 keys already",
-    "files": "each file takes 4 KiB and an inode, so a million of them 4 GB, and minutes to make and to remove",
-}
-# The first of these that the store has room for is the largest size.
-LARGEST = (1_000_000, 500_000, 200_000, 100_000)
+SIZES = (100, 10_000, 1_000_000)
+MOST_KEYS = 10_000  # of GSettings
 GETS = ("get an integer", "get 32 bytes", "get 4 KiB")
 SETS = ("set, volatile", "set, durable")
 READERS = (1, 2, 3, 4)
 READ_KEYS = 1_000
 DRAWN_KEYS = 8_192  # kSampleSize of contents.h
 MODES = {"processes": STORES, "threads": tuple(store for store in STORES if store != "GSettings")}
-NOTIFIERS = {("ventaro", "files"): 400, ("GSettings",): 40}  # how many sets
-FULL = -7  # what a set returns when the store is full
+NOTIFIERS = {"ventaro": 400, "GSettings": 40}  # how many sets
 
 GET_AIM = 1.5
 SET_AIM = 1.2
@@ -34,7 +27,7 @@ ENOUGH = 100  # of fewer the 99th percentile is hardly more than the worst
 def run(name, places, *words):
     """Runs a program. Whatever ventaro is asked for, it may open both its stores, which must not be the user's."""
     durable, volatile = places
-    return common.run_json(common.PROGRAMS / f"store_{name}", *words, VENTARO_STATE_DIR=f"{durable}/ventaro",
+    return common.run_json(common.PROGRAMS / "store", name, *words, VENTARO_STATE_DIR=f"{durable}/ventaro",
                            VENTARO_RUNTIME_DIR=f"{volatile}/ventaro")
 
 
@@ -45,23 +38,10 @@ def empty_places(disk, memory):
 
 
 def operations(keys, short, disk, memory):
-    stores = [store for store in STORES if keys <= MOST_KEYS or store not in LEFT_OUT]
+    stores = [store for store in STORES if keys <= MOST_KEYS or store != "GSettings"]
     rounds, milliseconds, sets = (2, 1, 3) if short else (21, 15, 24)
     with empty_places(disk, memory) as places:
         return run("operations", places, *places, keys, rounds, milliseconds, sets, *stores)
-
-
-def sizes(short, disk, memory):
-    """The operations' times by number of keys, and the numbers there was no room for."""
-    found = {keys: operations(keys, short, disk, memory)["times"] for keys in (100, 1_000 if short else MOST_KEYS)}
-    too_many = []
-    for keys in () if short else LARGEST:
-        result = operations(keys, short, disk, memory)
-        if "times" in result:
-            found[keys] = result["times"]
-            break
-        too_many.append(keys)
-    return found, too_many
 
 
 def readers(short, disk, memory):
@@ -80,36 +60,25 @@ def readers(short, disk, memory):
 def notifications(short, disk, memory):
     """The nanoseconds to a call in another process and to the set's return, by durability and store."""
     times = {}
-    for stores, sets in NOTIFIERS.items():
+    for store, sets in NOTIFIERS.items():
         with empty_places(disk, memory) as places:
-            result = run("notification", places, *places, 3 if short else sets, 3, *stores)
+            result = run("notification", places, *places, 3 if short else sets, 3, store)
         for durability, by_store in result.items():
             times.setdefault(durability, {}).update(by_store)
     return times
-
-
-def capacity(short, disk, memory):
-    with empty_places(disk, memory) as places:
-        return run("capacity", places, 1_000 if short else LARGEST[0])
 
 
 def measure(short, scratch):
     # What is volatile is kept in memory on a TV, so here, where there is such a folder.
     shared = Path("/dev/shm")
     with tempfile.TemporaryDirectory(dir=shared if shared.is_dir() else scratch) as memory:
-        times, too_many = sizes(short, scratch, memory)
-        return {"times": times, "too many": too_many, "readers": readers(short, scratch, memory),
-                "notifications": notifications(short, scratch, memory), "capacity": capacity(short, scratch, memory)}
+        return {"times": {keys: operations(keys, short, scratch, memory) for keys in SIZES[:2 if short else 3]},
+                "readers": readers(short, scratch, memory), "notifications": notifications(short, scratch, memory)}
 
 
-def check(figures):
-    full = figures["capacity"]
-    wrong = []
-    if full["code"] not in (0, FULL):
-        wrong.append(f"a set of a full store returned {full['code']}, not {FULL}")
-    if full["wrong"] > 0:
-        wrong.append(f"{full['wrong']} values of a full store differ from what was set")
-    return wrong
+def check(_figures):
+    """Nothing but times; a program that reads another value than was set fails."""
+    return []
 
 
 def by_size(figures):
@@ -230,21 +199,9 @@ def plot_readers(figures, file):
                 f"plot {lines}\n", series)
 
 
-def room(figures):
-    full = figures["capacity"]
-    if full["code"] == 0:
-        return f"has room for {full['keys']:,} keys and more."
-    beyond = "".join(f"cannot be filled with {keys:,} keys, even in their order, and " for keys in figures["too many"])
-    refused = "none" if full["sets refused"] == 0 else f"{full['sets refused']:,} of {full['sets tried']:,}"
-    return (f"{beyond}has room for {full['keys']:,} keys that are set one by one in random order; then a set returns "
-            f"`kNoSpace` ({full['code']}) and changes nothing, all that was stored can be read, and {refused} further "
-            "sets of keys that are there were refused.")
-
-
 def report(figures, pictures):
     plot_gets(figures, pictures / "store-get.svg")
     plot_readers(figures, pictures / "store-readers.svg")
-    left_out = "; ".join(f"{store}, because {reason}" for store, reason in LEFT_OUT.items())
     return f"""## The store
 
 {aim_table(figures)}
@@ -258,7 +215,6 @@ compared from row to row, times cannot.
 - SQLite has its log ahead (`WAL`), its file mapped, no lock of its own, prepared statements, and `synchronous=FULL`
   where durable.
 - GSettings keeps a key file, of which it syncs the file but not the folder.
-- "files" is a file for each key, written beside, synced and renamed, and the folder synced.
 - ventaro's gets also find its named table, which LMDB does anew in each transaction, check the key and the value's type,
   and look for an injected fault; its sets also enter the change
   in the journal and wake the subscribers of other processes, which none but GSettings does.
@@ -269,7 +225,8 @@ compared from row to row, times cannot.
 {time_table(figures)}
 ![The time of a get beside LMDB's by the number of keys](performance/store-get.svg)
 
-With more than {MOST_KEYS:,} keys are left out: {left_out}. ventaro {room(figures)}
+With more than {MOST_KEYS:,} keys GSettings is left out: its schema would have to declare every key, and each set writes
+all values anew, which takes milliseconds with {MOST_KEYS:,} keys already.
 
 Readers get integers from {READ_KEYS:,} keys while one writer makes durable sets, each as fast as it can; with more
 readers than processors they share these. Here more is better. GSettings has no threads, for its key file has no lock,
@@ -284,7 +241,5 @@ nothing; they would have to be asked again and again. Of fewer than {ENOUGH} set
 
 - ventaro and GSettings tell of a durable set after its sync, so the last column has what comes after the set's return.
 - GSettings watches by GIO's monitor, which waits 100 ms before it reads on when an event has just come.
-- "files" watches its folder by inotify, which tells of the renaming. The folder's sync comes after that; where the call
-  is before the return, the last column is below zero.
 
 {notice_table(figures)}"""

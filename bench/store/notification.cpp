@@ -1,10 +1,9 @@
 // Measures how long after the begin of a set in one process another one, which subscribed to the
 // key and waits in its main loop, is called:
-//   store_notification DISK MEMORY SETS PAUSE STORE...
+//   store notification DISK MEMORY SETS PAUSE STORE...
 // The stores take turns, with a PAUSE in milliseconds before each set, so all is idle. Prints the
 // nanoseconds to the call and to the return of each set by store and durability.
 #include <glib.h>
-#include <json/json.h>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -12,12 +11,10 @@
 #include <array>
 #include <chrono>
 #include <csignal>
-#include <iostream>
 #include <thread>
 
-#include "clock.h"
 #include "contents.h"
-#include "store.h"
+#include "programs.h"
 
 namespace {
 
@@ -146,13 +143,10 @@ Json::Value measure(const Options& options) {
 
 }  // namespace
 
-int main(int count, char** words) {
-  return guarded([&] {
-    require(count > 5, "usage: store_notification DISK MEMORY SETS PAUSE STORE...");
-    const Options options{{words[1], words[2]},
-                          std::stoi(words[3]),
-                          std::chrono::milliseconds(std::stoi(words[4])),
-                          {words + 5, words + count}};
-    std::cout << measure(options) << '\n';
-  });
+Json::Value bench::notification(int count, char** words) {
+  require(count > 4, "usage: store notification DISK MEMORY SETS PAUSE STORE...");
+  return measure({{words[0], words[1]},
+                  std::stoi(words[2]),
+                  std::chrono::milliseconds(std::stoi(words[3])),
+                  {words + 4, words + count}});
 }

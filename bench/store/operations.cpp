@@ -1,23 +1,18 @@
 // Measures gets and sets of several stores side by side:
-//   store_operations DISK MEMORY KEYS ROUNDS MILLISECONDS SETS STORE...
+//   store operations DISK MEMORY KEYS ROUNDS MILLISECONDS SETS STORE...
 // DISK and MEMORY are the folders of what is durable and volatile. In each of ROUNDS each store in
 // turn gets its values and sets its volatile ones for MILLISECONDS, then all make SETS durable
-// sets, in turns as well. Prints the nanoseconds of an operation by operation, store and round;
-// where the first store cannot hold the KEYS, only that it is full.
-#include <json/json.h>
+// sets, in turns as well. Prints the nanoseconds of an operation by operation, store and round.
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <iostream>
 #include <map>
 #include <numeric>
 #include <random>
 
-#include "clock.h"
 #include "contents.h"
-#include "platform/host/config_store.h"
-#include "store.h"
+#include "programs.h"
 
 namespace {
 
@@ -184,32 +179,22 @@ void runRound(const Options& options, std::map<Durability, Candidates>& all, int
 }
 
 Json::Value measure(const Options& options) {
-  Json::Value result;
-  try {
-    auto all = fill(options);
-    for (int round = 0; round < options.rounds; ++round) {
-      runRound(options, all, round, result["times"]);
-    }
-  } catch (const platform::host::StoreError& error) {
-    if (error.code() != platform::host::StoreCode::kNoSpace) throw;
-    result["full"] = error.what();
-  }
-  return result;
+  auto all = fill(options);
+  Json::Value times;
+  for (int round = 0; round < options.rounds; ++round) runRound(options, all, round, times);
+  return times;
 }
 
 }  // namespace
 
-int main(int count, char** words) {
-  return guarded([&] {
-    require(count > 7 && std::stoi(words[6]) > 0,
-            "usage: store_operations DISK MEMORY KEYS ROUNDS MILLISECONDS SETS STORE...");
-    const Options options{words[1],
-                          words[2],
-                          std::stoi(words[3]),
-                          std::stoi(words[4]),
-                          std::stoi(words[5]),
-                          std::stoi(words[6]),
-                          {words + 7, words + count}};
-    std::cout << measure(options) << '\n';
-  });
+Json::Value bench::operations(int count, char** words) {
+  require(count > 6 && std::stoi(words[5]) > 0,
+          "usage: store operations DISK MEMORY KEYS ROUNDS MILLISECONDS SETS STORE...");
+  return measure({words[0],
+                  words[1],
+                  std::stoi(words[2]),
+                  std::stoi(words[3]),
+                  std::stoi(words[4]),
+                  std::stoi(words[5]),
+                  {words + 6, words + count}});
 }

@@ -1,21 +1,18 @@
 // Measures how much several readers read from one store while a writer makes durable sets of it,
 // one after the other:
-//   store_readers FOLDER STORE KEYS processes|threads READERS MILLISECONDS
+//   store readers FOLDER STORE KEYS processes|threads READERS MILLISECONDS
 // The readers and the writer are processes, or threads of one process. The first call for a store
 // fills it. Prints the reads a second of all readers together, and the sets a second.
-#include <json/json.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
-#include <iostream>
 #include <new>
 #include <thread>
 
-#include "clock.h"
 #include "contents.h"
-#include "store.h"
+#include "programs.h"
 
 namespace {
 
@@ -143,16 +140,9 @@ Json::Value measure(const Options& options) {
 
 }  // namespace
 
-int main(int count, char** words) {
-  return guarded([&] {
-    require(count == 7,
-            "usage: store_readers FOLDER STORE KEYS processes|threads READERS MILLISECONDS");
-    const Options options{words[1],
-                          words[2],
-                          std::stoi(words[3]),
-                          words[4] == std::string("processes"),
-                          std::stoi(words[5]),
-                          std::stoi(words[6])};
-    std::cout << measure(options) << '\n';
-  });
+Json::Value bench::readers(int count, char** words) {
+  require(count == 6,
+          "usage: store readers FOLDER STORE KEYS processes|threads READERS MILLISECONDS");
+  return measure({words[0], words[1], std::stoi(words[2]), words[3] == std::string("processes"),
+                  std::stoi(words[4]), std::stoi(words[5])});
 }

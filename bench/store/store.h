@@ -6,11 +6,11 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "common.h"
 
 namespace bench {
 
@@ -57,7 +57,6 @@ OpenStore openVentaro;
 OpenStore openLmdb;
 OpenStore openSqlite;
 OpenStore openGsettings;
-OpenStore openFiles;
 
 // By the name it has in the report; raises std::runtime_error for a name that there is not. Each
 // store has a folder of its own in `folder`.
@@ -70,18 +69,6 @@ inline char* copyOf(const void* bytes, std::size_t size) {
   std::memcpy(copy, bytes, size);
   copy[size] = '\0';
   return copy;
-}
-
-// Runs a program's `body`; an exception becomes a message and the result 1.
-int guarded(const std::function<void()>& body);
-
-// Raises std::runtime_error; the parts together are the message.
-[[noreturn]] void fail(std::initializer_list<std::string_view> parts);
-
-// Most checks are inside of what is timed, so the message is put together only where one fails.
-template <typename... Parts>
-void require(bool condition, const Parts&... parts) {
-  if (!condition) fail({parts...});
 }
 
 }  // namespace bench

@@ -1,8 +1,4 @@
-#include <cstdio>
-#include <exception>
-#include <stdexcept>
-
-#include "store.h"
+#include "programs.h"
 
 namespace bench {
 
@@ -16,8 +12,7 @@ struct Product {
 constexpr Product kProducts[] = {{"ventaro", openVentaro},
                                  {"LMDB", openLmdb},
                                  {"SQLite", openSqlite},
-                                 {"GSettings", openGsettings},
-                                 {"files", openFiles}};
+                                 {"GSettings", openGsettings}};
 
 }  // namespace
 
@@ -35,20 +30,16 @@ std::unique_ptr<Store> open(const std::string& name, const std::filesystem::path
   fail({"there is no store \"", name, "\""});
 }
 
-int guarded(const std::function<void()>& body) {
-  try {
-    body();
-    return 0;
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 1;
-  }
-}
-
-void fail(std::initializer_list<std::string_view> parts) {
-  std::string message;
-  for (const std::string_view part : parts) message += part;
-  throw std::runtime_error(message);
-}
-
 }  // namespace bench
+
+int main(int count, char** words) {
+  return bench::printed([&] {
+    const std::string name = count > 1 ? words[1] : "";
+    bench::require(name == "operations" || name == "readers" || name == "notification",
+                   "usage: store operations|readers|notification WORD...");
+    const auto measure = name == "operations" ? bench::operations
+                         : name == "readers"  ? bench::readers
+                                              : bench::notification;
+    return measure(count - 2, words + 2);
+  });
+}

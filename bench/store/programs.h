@@ -1,0 +1,15 @@
+// The measurements, each with its words of the command line; they raise exceptions for wrong ones.
+#ifndef BENCH_STORE_PROGRAMS_H
+#define BENCH_STORE_PROGRAMS_H
+
+#include "store.h"
+
+namespace bench {
+
+Json::Value operations(int count, char** words);
+Json::Value readers(int count, char** words);
+Json::Value notification(int count, char** words);
+
+}  // namespace bench
+
+#endif  // BENCH_STORE_PROGRAMS_H
