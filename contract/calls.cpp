@@ -194,7 +194,7 @@ Answer Calls::moduleInfo(const std::string& key) {
   const bool isKnown = key == VENTARO_KEY_OWNER || key == VENTARO_KEY_MAIN_COMPONENT ||
                        key == VENTARO_KEY_SUB_COMPONENT;
   require(answer.hasRaised() || answer.result == 0, answer, "the result is 0");
-  require(answer.hasRaised() || isKnown == answer.text.has_value(), answer,
+  require(answer.hasRaised() || (isKnown ? answer.text.has_value() : answer.untouched), answer,
           "its three keys are answered, any other leaves the output untouched");
   return required(std::move(answer));
 }

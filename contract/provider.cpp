@@ -33,12 +33,15 @@ Exports exportsOf(void* library) {
 
 }  // namespace
 
+Library::Library(std::string file, void* library) : file_(std::move(file)), library_(library) {}
+
 Library::Library(const std::string& file)
-    : file_(file), library_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : Library(file, dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (library_ == nullptr) throw std::runtime_error(dlerror());
   exports_ = exportsOf(library_);
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape)
 Library::~Library() noexcept(false) {
   try {
     unload();
@@ -71,6 +74,7 @@ void Provider::create() {
   }
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape)
 Provider::~Provider() noexcept(false) {
   const bool isDeleted = exports_.delete_provider(&table_) == 0;
   if (!isDeleted && std::uncaught_exceptions() == 0) {

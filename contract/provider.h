@@ -38,7 +38,7 @@ class Library {
   // loaded or does not export all ten functions.
   explicit Library(const std::string& file);
   // Unloads it, and raises what unload() raises unless another exception is on its way.
-  ~Library() noexcept(false);
+  ~Library() noexcept(false);  // NOLINT(bugprone-exception-escape): said above
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
@@ -48,6 +48,8 @@ class Library {
   void unload();
 
  private:
+  Library(std::string file, void* library);
+
   std::string file_;
   void* library_;
   Exports exports_{};
@@ -63,7 +65,7 @@ class Provider {
   explicit Provider(const Exports& exports);
   // Raises std::runtime_error when the table is not taken back or the library stays loaded, unless
   // another exception is on its way.
-  ~Provider() noexcept(false);
+  ~Provider() noexcept(false);  // NOLINT(bugprone-exception-escape): said above
   Provider(const Provider&) = delete;
   Provider& operator=(const Provider&) = delete;
 
