@@ -71,7 +71,7 @@ Table enableIntTable(const World& world) {
   return {
       enabled({kFirstNetworkKey}, networksAreCounted(world, 0)),
       enabled({kSecondNetworkKey}, networksAreCounted(world, 1)),
-      enabled({"menu/network/devicename"}, nameMayChange(world)),
+      enabled({VENTARO_KEY_DEVICE_NAME}, nameMayChange(world)),
       enabled({}, {gives("true")}),
   };
 }
@@ -108,9 +108,9 @@ Table deleteProviderTable(const World& /*world*/) {
 
 Table moduleInfoTable(const World& /*world*/) {
   return {
-      moduleInfo({"provider/owner"}, "ventarodevs"),
-      moduleInfo({"provider/main-component"}, "TP_ConnectivityApp"),
-      moduleInfo({"provider/sub-component"}, "TP_NetworkSettings"),
+      moduleInfo({VENTARO_KEY_OWNER}, "ventarodevs"),
+      moduleInfo({VENTARO_KEY_MAIN_COMPONENT}, "TP_ConnectivityApp"),
+      moduleInfo({VENTARO_KEY_SUB_COMPONENT}, "TP_NetworkSettings"),
       moduleInfo({}, kUntouched),
   };
 }

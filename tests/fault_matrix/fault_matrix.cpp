@@ -106,7 +106,7 @@ void FaultMatrix::enter(const World& world, bool watching) {
   apply(world);
   create();
   useTable(&table());
-  if (world.wiredListWasAsked) listItems("menu/network/WiredEAP");
+  if (world.wiredListWasAsked) listItems(VENTARO_KEY_WIRED_EAP);
   if (watching) {
     store().erase(kNetworksKey);
     titleIcon(kFirstNetworkKey);

@@ -7,7 +7,8 @@ constexpr char kOff[] = "SID_OFF";
 constexpr char kOn[] = "SID_ON";
 constexpr char kNameEntry[] = "&#x202d;TV One";
 constexpr char kUserEntry[] = "SID_USER_INPUT";
-const std::vector<std::string> kStateKeys = {"SAVEDAP1_NAME_KEY", "SAVEDAP2_NAME_KEY"};
+const std::vector<std::string> kStateKeys = {VENTARO_KEY_SAVED_NETWORK_1_STATES,
+                                             VENTARO_KEY_SAVED_NETWORK_2_STATES};
 const std::vector<std::string> kOnOffKeys = {kMobileKey, kWifiItemKey, kDirectItemKey,
                                              kWiredItemKey};
 

@@ -310,14 +310,14 @@ TEST_F(Loading, WhatAFailureLeavesToTheCallbacksIsAsTheTableSays) {
         expectCall(functions().named("get_list_items"),
                    stepsFor(listItemsTable(world_), kWiredItemKey), kWiredItemKey);
         expectCall(functions().setInt(1), switchingWired(), kWiredItemKey);
-        expectCall(functions().named("get_list_items"), listOfNames(), "menu/network/devicename");
-        expectCall(functions().named("get_int"), chosenName(), "menu/network/devicename");
-        expectCall(functions().setInt(0), choosingTheDefaultName(), "menu/network/devicename");
+        expectCall(functions().named("get_list_items"), listOfNames(), VENTARO_KEY_DEVICE_NAME);
+        expectCall(functions().named("get_int"), chosenName(), VENTARO_KEY_DEVICE_NAME);
+        expectCall(functions().setInt(0), choosingTheDefaultName(), VENTARO_KEY_DEVICE_NAME);
         expectCall(functions().named("get_help_text"), helpWithTemplate(), kDirectItemKey);
         // The device names are not read again, also when they could not be read.
         expectCall(functions().named("create_provider"), stepsFor(createProviderTable(world_), ""),
                    "");
-        expectCall(functions().named("get_list_items"), listOfNames(), "menu/network/devicename");
+        expectCall(functions().named("get_list_items"), listOfNames(), VENTARO_KEY_DEVICE_NAME);
         expectDeleting();
         expectUnloading(unloading());
         if (HasFailure()) return;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "contract/functions.h"
 #include "tables.h"
 
 const Steps& stepsFor(const Table& table, const std::string& key) {
@@ -11,33 +12,11 @@ const Steps& stepsFor(const Table& table, const std::string& key) {
 }
 
 const std::vector<std::string>& allKeys() {
-  static const std::vector<std::string> keys = {
-      "menu/general/network",
-      "menu/network/networkstatus",
-      "menu/network/networksettings",
-      "menu/network/ResetNetwork",
-      kWifiItemKey,
-      kFirstNetworkKey,
-      kSecondNetworkKey,
-      "SAVEDAP1_NAME_KEY",
-      "SAVEDAP2_NAME_KEY",
-      "menu/network/expertsettings",
-      kDirectItemKey,
-      "menu/network/expertsettings/easyconnect",
-      kWiredItemKey,
-      kMobileKey,
-      "menu/network/MobileDeviceTV_NOT_US",
-      "menu/network/devicename",
-      "menu/network/devicename/selectdevicename",
-      "menu/network/InstallCertificate",
-      "menu/network/CertificateList",
-      "menu/network/CertificateManager",
-      "provider/owner",
-      "provider/main-component",
-      "provider/sub-component",
-      "",
-      "menu/network/Wired",
-  };
+  static const std::vector<std::string> keys = [] {
+    std::vector<std::string> all(contract::kKeys.begin(), contract::kKeys.end());
+    all.insert(all.end(), {"", "menu/network/Wired"});
+    return all;
+  }();
   return keys;
 }
 

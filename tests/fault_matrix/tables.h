@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "course.h"
+#include "ventaro/data_provider.h"
 #include "world.h"
 
 // What a function does for these keys; without keys, for every key that no row before names.
@@ -20,12 +21,12 @@ const Steps& stepsFor(const Table& table, const std::string& key);
 
 // ---- The keys ----
 
-inline constexpr char kMobileKey[] = "menu/network/MobileDeviceTV_US";
-inline constexpr char kWifiItemKey[] = "menu/network/WiFiOnOff";
-inline constexpr char kDirectItemKey[] = "menu/network/expertsettings/wifidirect";
-inline constexpr char kWiredItemKey[] = "menu/network/WiredEAP";
-inline constexpr char kFirstNetworkKey[] = "menu/network/SavedAP1";
-inline constexpr char kSecondNetworkKey[] = "menu/network/SavedAP2";
+inline constexpr char kMobileKey[] = VENTARO_KEY_POWER_ON_WITH_MOBILE_US;
+inline constexpr char kWifiItemKey[] = VENTARO_KEY_WIFI;
+inline constexpr char kDirectItemKey[] = VENTARO_KEY_WIFI_DIRECT;
+inline constexpr char kWiredItemKey[] = VENTARO_KEY_WIRED_EAP;
+inline constexpr char kFirstNetworkKey[] = VENTARO_KEY_SAVED_NETWORK_1;
+inline constexpr char kSecondNetworkKey[] = VENTARO_KEY_SAVED_NETWORK_2;
 
 // Every menu key, the keys of the provider's identity, and some that no item has.
 const std::vector<std::string>& allKeys();

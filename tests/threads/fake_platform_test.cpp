@@ -64,7 +64,7 @@ TEST(OnAnyPlatform, EveryFunctionAnswersRightWhateverThePlatformDoesBesideIt) {
     EXPECT_EQ(callers.notCalled(), std::vector<std::string>());
 
     // The last switch's refresh comes, once.
-    provider.table().set_int("menu/network/WiFiOnOff", 1);
+    provider.table().set_int(VENTARO_KEY_WIFI, 1);
     fake_platform::store().erase(kRefreshKey);
     fake_platform::advanceTimers(kFirings);
     EXPECT_EQ(fake_platform::store().intAt(kRefreshKey), 1);

@@ -30,7 +30,7 @@ using platform_tests::iterateUntil;
 using platform_tests::StoreValue;
 
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
-constexpr char kWifi[] = "menu/network/WiFiOnOff";
+constexpr char kWifi[] = VENTARO_KEY_WIFI;
 constexpr int kFirings = 4;  // until the timer asks for the refresh
 
 struct Change {
