@@ -9,14 +9,18 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "framework.h"
 #include "globals.h"
 #include "require.h"
 #include "settings/SavedAPConnection.h"
-#include "stand_in/tv.h"
+#include "tv.h"
 
 using namespace fuzz;
+using fake_platform::flags;
+using fake_platform::runningTimers;
+using fake_platform::store;
 
 namespace {
 
@@ -28,6 +32,8 @@ constexpr auto kKeys = [] {
   return keys;
 }();
 
+constexpr char kAdministratorKey[] = "memory/ephotel/hotelmenu/hotelfactorymode";
+
 constexpr std::array kStoreKeys = {
     kLanguageKey,
     kSavedNetworksKey,
@@ -36,7 +42,7 @@ constexpr std::array kStoreKeys = {
     "db/menu/network/wifidirect",
     "db/menu/network/wiredeap",
     "db/menu/system/accessibility/highcontrast",
-    "memory/ephotel/hotelmenu/hotelfactorymode",
+    kAdministratorKey,
     "memory/multiscreen/state",
 };
 
@@ -85,58 +91,71 @@ std::string takeDocument(FuzzedDataProvider& input) {
   return text + "]}";
 }
 
+// In the form in which the provider reads it.
+void storeNumber(const std::string& key, int value) {
+  if (key == kAdministratorKey) {
+    store().setRawBool(key, value);
+  } else {
+    store().set(key, value);
+  }
+}
+
 void changeStore(FuzzedDataProvider& input) {
   const std::string key = input.PickValueInArray(kStoreKeys);
   switch (input.ConsumeIntegralInRange(0, 3)) {
     case 0:
-      answers().store.erase(key);
+      store().erase(key);
       break;
     case 1:
-      answers().store[key] = input.ConsumeIntegralInRange(-1, 3);
+      storeNumber(key, input.ConsumeIntegralInRange(-1, 3));
       break;
     case 2:
-      answers().store[key] = takeText(input);
+      store().set(key, takeText(input));
       break;
     default:
-      answers().store[key] = takeDocument(input);
+      store().set(key, takeDocument(input));
   }
-  notify(key);
+  store().notify(key);
 }
 
 void changeFlag(FuzzedDataProvider& input) {
   const std::string flag = input.PickValueInArray(kFlags);
   switch (input.ConsumeIntegralInRange(0, 3)) {
     case 0:
-      answers().flags.erase(flag);
+      flags().erase(flag);
       break;
     case 1:
-      answers().flags[flag] = input.ConsumeBool();
+      flags().setBool(flag, input.ConsumeBool());
       break;
     case 2:
-      answers().flags[flag] = input.ConsumeIntegralInRange(-1, 3);
+      flags().set(flag, input.ConsumeIntegralInRange(-1, 3));
       break;
     default:
-      answers().flags[flag] = takeText(input);
+      flags().set(flag, takeText(input));
   }
 }
 
 void changeNetwork(FuzzedDataProvider& input) {
-  answers().radio = input.ConsumeIntegralInRange(-1, 2);
-  answers().connectedMhz = std::nullopt;
-  if (input.ConsumeBool()) answers().connectedMhz = input.ConsumeIntegralInRange(5900, 5930);
-  answers().wakeOnMobile = input.ConsumeBool();
+  fake_platform::setRadio(input.ConsumeIntegralInRange(-1, 2));
+  fake_platform::setConnectedAp(std::nullopt);
+  if (input.ConsumeBool()) {
+    fake_platform::setConnectedAp(input.ConsumeIntegralInRange(5900, 5930));
+  }
+  fake_platform::setWakeOnMobile(input.ConsumeBool());
 }
 
 void changeTranslations(FuzzedDataProvider& input) {
-  answers().otherTranslation = std::nullopt;
-  if (input.ConsumeBool()) answers().otherTranslation = takeText(input);
+  translations().others = std::nullopt;
+  if (input.ConsumeBool()) translations().others = takeText(input);
 }
 
 // Which functions fail, until the next change.
 void changeFaults(FuzzedDataProvider& input) {
-  answers().failing = input.ConsumeBool() ? input.ConsumeIntegral<std::uint32_t>() : 0;
-  answers().failure = input.ConsumeIntegralInRange(1, 20) * (input.ConsumeBool() ? -1 : 1);
-  answers().failsAfterWork = input.ConsumeBool();
+  Faults faults;
+  faults.functions = input.ConsumeBool() ? input.ConsumeIntegral<std::uint32_t>() : 0;
+  faults.result = input.ConsumeIntegralInRange(1, 20) * (input.ConsumeBool() ? -1 : 1);
+  faults.afterWork = input.ConsumeBool();
+  setFaults(faults);
 }
 
 // So many entries has the list of wired 802.1X: none before it has been asked for once.
@@ -156,15 +175,15 @@ class LoadedObjects {
       changeFaults(input);
       changeNetwork(input);
       const int profiles = input.ConsumeIntegralInRange(0, 3);
-      for (int i = 0; i < profiles; ++i) {
-        answers().profileTypes.push_back(input.ConsumeIntegralInRange(0, 3));
-      }
+      std::vector<int> types;
+      for (int i = 0; i < profiles; ++i) types.push_back(input.ConsumeIntegralInRange(0, 3));
+      fake_platform::setProfiles(types);
     }
     construct();
   }
   ~LoadedObjects() {
     destroy();
-    resetAnswers();
+    newTv();
     construct();  // those that the end of the process destroys
   }
   LoadedObjects(const LoadedObjects&) = delete;
@@ -187,8 +206,9 @@ class LoadedObjects {
     std::destroy_at(&CWiFiDirectObj);
     std::destroy_at(&CWiFiOnOffObj);
     std::destroy_at(&CMobileDeviceTVObj);
-    require(openConnections() == 0, "every connection is destroyed with its object");
-    require(openAccessPoints() == 0, "every access point is destroyed");
+    requireNoMisuse();
+    require(fake_platform::openConnections() == 0, "every connection is destroyed with its object");
+    require(fake_platform::openAps() == 0, "every access point is destroyed");
     require(runningTimers() == 0, "the timer ends with its object");
   }
 };
@@ -210,7 +230,7 @@ void setInt(FuzzedDataProvider& input, Framework& framework) {
       input.ConsumeBool() ? input.ConsumeIntegralInRange(-1, 3) : input.ConsumeIntegral<int>();
   const contract::Answer answer = framework.calls().setInt(key, value);
   if (answer.hasRaised()) return;
-  const int whenSet = resultOf(Function::kVconfSetInt);
+  const int whenSet = resultOf("vconf_set_int");
   if (key == VENTARO_KEY_WIFI) {
     require(runningTimers() == 1, "a Wi-Fi switch starts the timer");
   } else if (key == VENTARO_KEY_WIFI_DIRECT) {
@@ -218,7 +238,7 @@ void setInt(FuzzedDataProvider& input, Framework& framework) {
   } else if (key == VENTARO_KEY_WIRED_EAP) {
     requireEntrySet(value, wiredEntries, whenSet, answer.result);
   } else if (!contract::isSetting(key) && !contract::covers(contract::Keys::kSavedNetworks, key)) {
-    requireEntrySet(value, nameEntries(), resultOf(Function::kVconfSetStr), answer.result);
+    requireEntrySet(value, nameEntries(), resultOf("vconf_set_str"), answer.result);
   }
 }
 
@@ -228,9 +248,8 @@ void setString(FuzzedDataProvider& input, Framework& framework) {
   const auto before = readableText(kDeviceNameStoreKey);
   const contract::Answer answer = framework.calls().setString(key, name);
   if (!answer.hasRaised() && answer.result == 0) {
-    require(std::get<std::string>(answers().store[kDeviceNameStoreKey]) == name,
-            "a name is stored");
-  } else if (!answers().failsAfterWork) {
+    require(store().stringAt(kDeviceNameStoreKey) == name, "a name is stored");
+  } else if (!faults().afterWork) {
     require(readableText(kDeviceNameStoreKey) == before, "the old name stays");
   }
 }
@@ -308,9 +327,9 @@ constexpr std::array<Step, 12> kSteps = {getInt,  setInt,   setString, getString
 void failLock(FuzzedDataProvider& input, Framework& framework) {
   const Step step = input.PickValueInArray(kSteps);
   if (step == failLock) return;
-  answers().lockError = input.ConsumeIntegralInRange(1, 40);
+  setLockError(input.ConsumeIntegralInRange(1, 40));
   step(input, framework);
-  answers().lockError = 0;
+  setLockError(0);
 }
 
 }  // namespace
@@ -321,7 +340,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  resetAnswers();
+  newTv();
   FuzzedDataProvider input(data, size);
   const LoadedObjects objects(input);
   Framework framework;

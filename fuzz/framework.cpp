@@ -63,13 +63,13 @@ void Framework::before(const contract::Function& function) {
 
 void Framework::after(const contract::Answer& answer) {
   rule_.reset();
-  require(!isLockHeld(), "the lock is free after a call");
-  const int lockError = answer.function->isLocked ? answers().lockError : 0;
-  require(answer.raised.starts_with(contract::kLockError) == (lockError != 0),
+  require(!fake_platform::holdsLock(), "the lock is free after a call");
+  const int refusal = answer.function->isLocked ? lockError() : 0;
+  require(answer.raised.starts_with(contract::kLockError) == (refusal != 0),
           "a failed lock is raised");
-  require(lockError == 0 || answer.raised.ends_with(" " + std::to_string(lockError)),
+  require(refusal == 0 || answer.raised.ends_with(" " + std::to_string(refusal)),
           "a failed lock is raised with its code");
-  if (lockError != 0 || answer.function != &contract::function("get_help_text")) return;
+  if (refusal != 0 || answer.function != &contract::function("get_help_text")) return;
   require((answer.raised == contract::kLanguageError) == !readableText(kLanguageKey).has_value(),
           "no language is raised, and only that");
 }

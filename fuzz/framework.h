@@ -8,7 +8,7 @@
 #include <string>
 
 #include "contract/calls.h"
-#include "stand_in/tv.h"
+#include "tv.h"
 
 namespace fuzz {
 

@@ -10,9 +10,11 @@
 
 #include "framework.h"
 #include "require.h"
-#include "stand_in/tv.h"
+#include "tv.h"
 
 using namespace fuzz;
+using fake_platform::flags;
+using fake_platform::store;
 
 namespace {
 
@@ -49,16 +51,16 @@ bool isEnabled(Framework& framework) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  resetAnswers();
+  newTv();
   // The store's texts end at a NUL.
   const std::string text = std::string(data, data + size).c_str();
-  answers().store["memory/multiscreen/state"] = text;
+  store().set("memory/multiscreen/state", text);
   Framework framework;
   const bool free = !isSplit(text);
   require(isEnabled(framework) == free, "the name may change unless the screen is split");
-  answers().flags[kB2bFlag] = true;
+  flags().setBool(kB2bFlag, true);
   require(!isEnabled(framework), "a business product keeps the name");
-  answers().store[kAdministratorKey] = 1;
+  store().setBool(kAdministratorKey, true);
   require(isEnabled(framework) == free, "for its administrator, who may change it");
   return 0;
 }

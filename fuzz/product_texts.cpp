@@ -10,9 +10,11 @@
 #include "CProductSIDUtil.h"
 #include "framework.h"
 #include "require.h"
-#include "stand_in/tv.h"
+#include "tv.h"
 
 using namespace fuzz;
+using fake_platform::flags;
+using fake_platform::store;
 
 namespace {
 
@@ -70,11 +72,11 @@ std::string addProductName(std::string text, const std::string& productName) {
 // The same in the help text of an item, with the product's feature flags.
 void requireHelp(const std::string& text, const std::string& deviceName, bool isScreen,
                  const std::string& expected) {
-  answers().store[kLanguageKey] = "en_US";
-  answers().flags["product.device_sid"] = "DEVICE";
-  answers().flags["broadcast.removable_rf_tuner_support"] = isScreen;
-  answers().translations["DEVICE"] = deviceName;
-  answers().translations["PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT"] = text;
+  store().set(kLanguageKey, "en_US");
+  flags().set("product.device_sid", "DEVICE");
+  flags().setBool("broadcast.removable_rf_tuner_support", isScreen);
+  translations().texts["DEVICE"] = deviceName;
+  translations().texts["PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT"] = text;
   Framework framework;
   const contract::Answer help = framework.calls().helpText(VENTARO_KEY_EASY_CONNECTION);
   require(help.text == cut(expected, kSize), "a help text goes through both substitutions");
@@ -99,14 +101,14 @@ bool isOneInSixteen(const std::string& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  resetAnswers();
+  newTv();
   const std::string input(data, data + size);
   std::string_view rest = input;
   const std::string text = takeLine(rest);
   const std::string replacement = takeLine(rest);
   const std::string productName = std::string(rest).c_str();
-  answers().translations["COM_SID_TV"] = productName;
-  answers().translations["REP.DEVICE.SCREEN"] = productName;
+  translations().texts["COM_SID_TV"] = productName;
+  translations().texts["REP.DEVICE.SCREEN"] = productName;
   const bool ends = replaced(text, replacement, GoOn::kAtStart).settled == std::string::npos;
   if (!ends && !isOneInSixteen(input)) return -1;
   const std::string help = addProductName(replaceText(text, replacement), productName);

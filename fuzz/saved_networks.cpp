@@ -11,9 +11,10 @@
 
 #include "framework.h"
 #include "require.h"
-#include "stand_in/tv.h"
+#include "tv.h"
 
 using namespace fuzz;
+using fake_platform::store;
 
 namespace {
 
@@ -123,7 +124,7 @@ std::string commandedName() {
 }
 
 void connect(contract::Calls& calls, const std::string& key, const Network& network) {
-  answers().store.erase(kConnectCommandKey);
+  store().erase(kConnectCommandKey);
   require(!calls.setInt(key, 1).hasRaised(), "what can be named is connected");
   const std::string name = commandedName();
   // A name that is no UTF-8, as one that was cut inside a character, cannot go into JSON as it is.
@@ -145,11 +146,11 @@ void requireConsistent(const Network& first, const Network& second) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  resetAnswers();
+  newTv();
   const std::string text = std::string(data, data + size).c_str();  // texts end at a NUL
   const Expected document = expected(text);
-  answers().store[kSavedNetworksKey] = text;
-  answers().store["db/menu/system/accessibility/highcontrast"] = static_cast<int>(size % 2);
+  store().set(kSavedNetworksKey, text);
+  store().set("db/menu/system/accessibility/highcontrast", static_cast<int>(size % 2));
   Framework framework;
   Network first;
   Network second;
@@ -170,9 +171,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(isMisshapen(calls.setInt(kFirst, 1)), "connecting reads it, too");
     require(!readableText(kConnectCommandKey), "a misshapen document leaves no command");
   }
-  notify(kSavedNetworksKey);
-  const auto refresh = answers().store.find("db/menu/refresh_menu");
-  require(refresh != answers().store.end() && std::get<int>(refresh->second) == 100002,
+  store().notify(kSavedNetworksKey);
+  require(store().intAt("db/menu/refresh_menu") == 100002,
           "a change of the document refreshes the network branch");
   return 0;
 }

@@ -11,34 +11,29 @@ AGREEING = 0.20  # two programs' times of the same differ by no more than that
 
 PAGE = common.PROGRAMS / "page"
 PAGE_CALLS = common.PROGRAMS / "page_calls"
-PLATFORM = common.SHIPPED / "lib" / "libventaro-platform.so"
 
-# What the functions do, by their names; C++ ones as they are written.
+# What the functions do.
 WORK = {
-    "__dlog_print": ("__dlog_print", "a line of the platform log"),
-    "_ZN2ht14TSLoggerHelper3LogERKNS_14TSCodeLocationEPKcz":
-        ("TSLoggerHelper::Log", "a record of the structured log, off"),
-    "_ZN11CStringUtil16CombinateStringsEPcmPKcS2_S2_S2_S2_":
-        ("CStringUtil::CombinateStrings", "a text's placeholders"),
-    "dgettext": ("dgettext", "a text's translation"),
-    "evas_textblock_text_utf8_to_markup": ("evas_textblock_text_utf8_to_markup", "a name as markup"),
-    "system_info_get_custom_bool": ("system_info_get_custom_bool", "a feature flag"),
-    "system_info_get_custom_int": ("system_info_get_custom_int", "a feature flag"),
-    "system_info_get_custom_string": ("system_info_get_custom_string", "a feature flag"),
-    "vconf_get_str": ("vconf_get_str", "a value of the store"),
-    "vconf_get_int": ("vconf_get_int", "a value of the store"),
-    "vconf_get_bool": ("vconf_get_bool", "a value of the store"),
-    "wifi_get_connected_ap": ("wifi_get_connected_ap", "the network's state"),
+    "__dlog_print": "a line of the platform log",
+    "ht::TSLoggerHelper::Log": "a record of the structured log, off",
+    "CStringUtil::CombinateStrings": "a text's placeholders",
+    "dgettext": "a text's translation",
+    "evas_textblock_text_utf8_to_markup": "a name as markup",
+    "system_info_get_custom_bool": "a feature flag",
+    "system_info_get_custom_int": "a feature flag",
+    "system_info_get_custom_string": "a feature flag",
+    "vconf_get_str": "a value of the store",
+    "vconf_get_int": "a value of the store",
+    "vconf_get_bool": "a value of the store",
+    "wifi_get_connected_ap": "the network's state",
 }
-# Where the platform's files are found, by its address, so that it must not be stood in for.
-NOT_COUNTED = {"platform_mkpath"}
 OWN = "the provider's own code"
 
 # What a drawing calls in the platform, and how often. It does not vary.
 CALLS = {
     "__dlog_print": 636,
-    "_ZN2ht14TSLoggerHelper3LogERKNS_14TSCodeLocationEPKcz": 636,
-    "_ZN11CStringUtil16CombinateStringsEPcmPKcS2_S2_S2_S2_": 1,
+    "ht::TSLoggerHelper::Log": 636,
+    "CStringUtil::CombinateStrings": 1,
     "dgettext": 52,
     "evas_textblock_text_utf8_to_markup": 1,
     "system_info_get_custom_bool": 39,
@@ -58,15 +53,6 @@ MOST_INSTRUCTIONS = 43_000
 
 # ---- measure ----
 
-def symbols(file, which):
-    lines = common.run("nm", "-D", which, file).splitlines()
-    return {line.split()[-1].partition("@")[0] for line in lines}
-
-
-def uncounted(counted):
-    """The platform functions of the provider that the programs do not count."""
-    wanted = symbols(common.PROVIDER, "--undefined-only") & symbols(PLATFORM, "--defined-only")
-    return sorted(wanted - counted - NOT_COUNTED)
 
 
 def library(path):
@@ -127,9 +113,7 @@ def measure(short, scratch):
     for _ in range(3 if short else 15):
         pages.append(common.run_json(PAGE, common.PROVIDER, 10 if short else 100, **variables))
         calls.append(common.run_json(PAGE_CALLS, common.PROVIDER, 10 if short else 100, **variables))
-    wrong = [f"{name} is not counted" for name in uncounted(calls[0]["functions"].keys())]
     return {
-        "wrong": wrong,
         "callbacks": pages[0]["calls"],
         "first": [page["first"] for page in pages],
         "warm": [common.median(page["warm"]) for page in pages],
@@ -169,7 +153,7 @@ def too_many_instructions(figures):
 
 
 def check(figures):
-    return figures["wrong"] + wrong_calls(figures) + too_many_instructions(figures)
+    return wrong_calls(figures) + too_many_instructions(figures)
 
 
 # ---- report ----
@@ -196,8 +180,7 @@ def by_time(figures):
     """Rows of name, what it does, calls and nanoseconds of a page, the costliest first."""
     rows = []
     for name, row in figures["functions"].items():
-        written, work = WORK.get(name, (name, ""))
-        rows.append([f"`{written}`", work, row["calls"], common.median(row["nanoseconds"])])
+        rows.append([f"`{name}`", WORK.get(name, ""), row["calls"], common.median(row["nanoseconds"])])
     rows.append([f"{OWN}, jsoncpp, libc", "", None, common.median(figures["own"])])
     return sorted(rows, key=lambda row: -row[3])
 

@@ -3,6 +3,7 @@
 //
 //   page_calls PROVIDER DRAWINGS
 #include <cstdlib>
+#include <span>
 
 #include "common.h"
 #include "drawing.h"
@@ -19,7 +20,8 @@ struct Overhead {
   double whole;
 };
 
-Overhead measureOverhead(const platform_call& row) {
+Overhead measureOverhead() {
+  const CountedFunction& row = countedFunctions.back();
   const auto whole = static_cast<double>(bench::nanoseconds([] {
     for (long i = 0; i < kMany; ++i) nothing();
   }));
@@ -28,31 +30,24 @@ Overhead measureOverhead(const platform_call& row) {
 }
 
 void forget() {
-  for (platform_call* row = platform_calls; row->name != nullptr; ++row) {
-    row->calls = row->nanoseconds = 0;
-  }
-}
-
-const platform_call& rowOfNothing() {
-  const platform_call* row = platform_calls;
-  while ((row + 1)->name != nullptr) ++row;
-  return *row;
+  for (CountedFunction& function : countedFunctions) function.calls = function.nanoseconds = 0;
 }
 
 Json::Value measure(const contract::Provider& provider, int drawings) {
   for (int i = 0; i < kWarmUp; ++i) draw(provider);
-  const Overhead overhead = measureOverhead(rowOfNothing());
+  const Overhead overhead = measureOverhead();
   forget();
   auto whole = static_cast<double>(bench::nanoseconds([&] {
     for (int i = 0; i < drawings; ++i) draw(provider);
   }));
   Json::Value result;
-  for (const platform_call* row = platform_calls; row != &rowOfNothing(); ++row) {
-    const auto calls = static_cast<double>(row->calls);
-    Json::Value& function = result["functions"][row->name];
+  for (const CountedFunction& counted :
+       std::span(countedFunctions).first(countedFunctions.size() - 1)) {
+    const auto calls = static_cast<double>(counted.calls);
+    Json::Value& function = result["functions"][counted.name];
     function["calls"] = calls / drawings;
     function["nanoseconds"] =
-        (static_cast<double>(row->nanoseconds) - calls * overhead.inside) / drawings;
+        (static_cast<double>(counted.nanoseconds) - calls * overhead.inside) / drawings;
     whole -= calls * overhead.whole;
   }
   result["nanoseconds"] = whole / drawings;

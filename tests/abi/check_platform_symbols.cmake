@@ -1,22 +1,9 @@
-# Fails when LIBRARY needs a symbol that is neither of the platform interface nor of the libraries
-# that it names itself, or when it names another library than those. Needs NM and READELF.
+# Fails when LIBRARY needs a symbol that is neither of the platform interface, which FUNCTIONS lists,
+# nor of the libraries that it names itself, or when it names another library than those. Needs NM
+# and READELF.
 cmake_minimum_required(VERSION 3.25)
-set(platform_interface
-  # configuration store
-  vconf_get_int vconf_set_int vconf_get_str vconf_set_str vconf_get_bool vconf_notify_key_changed
-  # feature flags
-  system_info_get_custom_bool system_info_get_custom_int system_info_get_custom_string
-  # Wi-Fi
-  wifi_initialize wifi_get_connected_ap wifi_ap_get_frequency wifi_ap_destroy wifi_get_enable_qx
-  wifi_set_enable_qx
-  # connections
-  connection_create connection_destroy connection_get_profile_iterator
-  connection_profile_iterator_has_next connection_profile_iterator_next
-  connection_profile_get_type connection_profile_enable_ethernet_eap
-  # application utilities
-  util_get_wakeOnMobile_mode util_set_wakeOnMobile_mode "CStringUtil::CombinateStrings"
-  # markup, paths, logs
-  evas_textblock_text_utf8_to_markup platform_mkpath __dlog_print "ht::TSLoggerHelper::Log")
+file(STRINGS ${FUNCTIONS} platform_interface REGEX "^PLATFORM_FUNCTION")
+list(TRANSFORM platform_interface REPLACE "^[^,]*, [^,]*, ([^,]*),.*" "\\1")
 set(glib g_timeout_add_seconds g_source_remove)
 # What a compiler adds, and jsoncpp.
 set(others "^(_ITM_|__gmon_start__)|Json::")

@@ -66,6 +66,7 @@ int util_set_wakeOnMobile_mode(bool enable) {
 void CStringUtil::CombinateStrings(char* buffer, std::size_t capacity, const char* text,
                                    const char* first, const char* second, const char* third,
                                    const char* fourth) {
+  demand(buffer != nullptr && capacity > 0 && text != nullptr, "there is a buffer and a text");
   Call("CStringUtil::CombinateStrings", capacity, text, first, second, third, fourth).answer([&] {
     if (buffer == nullptr || capacity == 0) return kError;
     const std::string result =

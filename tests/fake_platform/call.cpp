@@ -1,7 +1,7 @@
 #include "call.h"
 
-#include <algorithm>
 #include <array>
+#include <atomic>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -9,39 +9,6 @@
 
 namespace fake_platform {
 namespace {
-
-constexpr const char* kFunctions[] = {
-    "__dlog_print",
-    "CStringUtil::CombinateStrings",
-    "connection_create",
-    "connection_destroy",
-    "connection_get_profile_iterator",
-    "connection_profile_enable_ethernet_eap",
-    "connection_profile_get_type",
-    "connection_profile_iterator_has_next",
-    "connection_profile_iterator_next",
-    "evas_textblock_text_utf8_to_markup",
-    "g_source_remove",
-    "g_timeout_add_seconds",
-    "platform_mkpath",
-    "system_info_get_custom_bool",
-    "system_info_get_custom_int",
-    "system_info_get_custom_string",
-    "util_get_wakeOnMobile_mode",
-    "util_set_wakeOnMobile_mode",
-    "vconf_get_bool",
-    "vconf_get_int",
-    "vconf_get_str",
-    "vconf_notify_key_changed",
-    "vconf_set_int",
-    "vconf_set_str",
-    "wifi_ap_destroy",
-    "wifi_ap_get_frequency",
-    "wifi_get_connected_ap",
-    "wifi_get_enable_qx",
-    "wifi_initialize",
-    "wifi_set_enable_qx",
-};
 
 struct Entry {
   Kind kind;
@@ -53,13 +20,18 @@ struct Script {
   std::map<std::string, Failure> byFirstArgument;
   std::map<int, Failure> byCall;  // the number of calls to go, the failing one included
   std::function<void()> hook;
+
+  void takeBackFailures() {
+    always.reset();
+    byFirstArgument.clear();
+    byCall.clear();
+  }
 };
 
 struct State {
   std::vector<Entry> entries;
-  std::map<std::string, Script> scripts;
-  std::map<const void*, std::string> handles;
-  int lockError = 0;
+  std::vector<std::string> misuses;
+  std::array<Script, kFunctionCount> scripts;
 };
 
 // Never destroyed: the provider's objects may call until the very end of the process.
@@ -68,11 +40,13 @@ State& state() {
   return instance;
 }
 
+std::atomic<bool> recording = true;
+std::atomic<bool> anyFailsByArgument = false;
+
 Script& scriptOf(const std::string& function) {
-  if (std::ranges::find(kFunctions, function) == std::end(kFunctions)) {
-    throw std::invalid_argument("no platform function " + function);
-  }
-  return state().scripts[function];
+  const std::optional<std::size_t> position = positionOfFunction(function);
+  if (!position) throw std::invalid_argument("no platform function " + function);
+  return state().scripts[*position];
 }
 
 // Counts the call; the failure when this is the one.
@@ -91,8 +65,11 @@ std::optional<Failure> failureOfThisCall(Script& script) {
 }
 
 std::optional<Failure> failureOf(Script& script, const std::string& firstArgument) {
-  const std::optional<Failure> ofThisCall = failureOfThisCall(script);
-  if (ofThisCall) return ofThisCall;
+  if (!script.byCall.empty()) {
+    const std::optional<Failure> ofThisCall = failureOfThisCall(script);
+    if (ofThisCall) return ofThisCall;
+  }
+  if (script.byFirstArgument.empty()) return script.always;
   const auto found = script.byFirstArgument.find(firstArgument);
   return found != script.byFirstArgument.end() ? found->second : script.always;
 }
@@ -113,53 +90,60 @@ std::mutex& stateMutex() {
   return mutex;
 }
 
+bool isRecording() {
+  return recording;
+}
+
+void record(bool on) {
+  recording = on;
+}
+
 void enter(Kind kind, std::string line) {
   const StateLock lock(stateMutex());
   state().entries.push_back({kind, std::move(line)});
 }
 
-void enter(Kind kind, const Journal::Piece& piece) {
-  for (const std::string& line : piece.lines) enter(kind, line);
-}
-
-int takeLockError() {
+void demand(bool holds, const char* rule) {
+  if (holds) return;
   const StateLock lock(stateMutex());
-  return std::exchange(state().lockError, 0);
+  state().misuses.emplace_back(rule);
 }
 
-Call::Call(const char* function, std::initializer_list<std::string> arguments)
-    : Call(function, Kind::kCall, callLine(function, arguments),
-           arguments.size() > 0 ? *arguments.begin() : "") {}
+std::vector<std::string> misuses() {
+  const StateLock lock(stateMutex());
+  return state().misuses;
+}
 
-Call::Call(const char* function, Kind kind, std::string line, const std::string& firstArgument) {
+bool Call::argumentsMatter() {
+  return recording || anyFailsByArgument;
+}
+
+Call::Call(FunctionName function, const Shown& arguments)
+    : Call(function, Kind::kCall,
+           recording ? std::optional(callLine(function.text(), arguments)) : std::nullopt,
+           arguments.empty() ? "" : arguments.front()) {}
+
+Call::Call(FunctionName function, Kind kind, const Line& line, const std::string& firstArgument) {
   std::function<void()> hook;
   {
     const StateLock lock(stateMutex());
-    state().entries.push_back({kind, std::move(line)});
-    Script& script = scriptOf(function);
+    if (line) state().entries.push_back({kind, *line});
+    Script& script = state().scripts[function.position()];
     failure_ = failureOf(script, firstArgument);
     hook = script.hook;
   }
   if (hook) hook();
 }
 
-void* newHandle(const std::string& name) {
-  static std::array<char, 1U << 16U> addresses;
-  static std::size_t next = 0;
-  void* handle = &addresses[next++ % addresses.size()];
-  state().handles[handle] = name;
-  return handle;
-}
-
-std::string handleName(const void* handle) {
-  if (handle == nullptr) return "null";
-  const StateLock lock(stateMutex());
-  const auto found = state().handles.find(handle);
-  return found != state().handles.end() ? found->second : "unknown";
-}
-
-void resetCalls() {
-  state() = State();
+void resetCalls(Extent extent) {
+  state().entries.clear();
+  state().misuses.clear();
+  for (Script& script : state().scripts) {
+    script.takeBackFailures();
+    if (extent == Extent::kAll) script.hook = nullptr;
+  }
+  anyFailsByArgument = false;
+  if (extent == Extent::kAll) recording = true;
 }
 
 Journal journal() {
@@ -195,6 +179,7 @@ void failWith(const std::string& function, const std::string& firstArgument, int
   const StateLock lock(stateMutex());
   scriptOf(function).byFirstArgument[isFlag ? flagKey(firstArgument) : firstArgument] =
       Failure{result, effect};
+  anyFailsByArgument = true;
 }
 
 void failCall(const std::string& function, int n, int result, Effect effect) {
@@ -204,10 +189,7 @@ void failCall(const std::string& function, int n, int result, Effect effect) {
 
 void succeedAgain(const std::string& function) {
   const StateLock lock(stateMutex());
-  Script& script = scriptOf(function);
-  script.always.reset();
-  script.byFirstArgument.clear();
-  script.byCall.clear();
+  scriptOf(function).takeBackFailures();
 }
 
 void onCall(const std::string& function, std::function<void()> hook) {
@@ -217,12 +199,12 @@ void onCall(const std::string& function, std::function<void()> hook) {
 
 void clearHooks() {
   const StateLock lock(stateMutex());
-  for (auto& [function, script] : state().scripts) script.hook = nullptr;
+  for (Script& script : state().scripts) script.hook = nullptr;
 }
 
 void failNextLock(int error) {
-  const StateLock lock(stateMutex());
-  state().lockError = error;
+  succeedAgain("pthread_mutex_lock");
+  if (error != 0) failCall("pthread_mutex_lock", 1, error);
 }
 
 }  // namespace fake_platform

@@ -2,13 +2,16 @@
 #ifndef FAKE_PLATFORM_CALL_H
 #define FAKE_PLATFORM_CALL_H
 
-#include <initializer_list>
+#include <pthread.h>
+
 #include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "fake_platform.h"
+#include "function_name.h"
 #include "platform/export.h"
 
 namespace fake_platform {
@@ -19,12 +22,14 @@ using StateLock = std::lock_guard<std::mutex>;
 
 enum class Kind { kCall, kLog, kLock };
 
+// Whether there is a journal.
+bool isRecording();
 // Enters a line. The caller does not hold stateMutex().
 void enter(Kind kind, std::string line);
-PLATFORM_API void enter(Kind kind, const Journal::Piece& piece);
 
-// The error that the lock's taking is to fail with, once; 0 for none.
-PLATFORM_API int takeLockError();
+// Remembers what the provider did wrong, unless it is as it should be. The caller does not hold
+// stateMutex().
+void demand(bool holds, const char* rule);
 
 struct Failure {
   int result;
@@ -36,12 +41,13 @@ struct Failure {
 class Call {
  public:
   template <typename... Arguments>
-  explicit Call(const char* function, const Arguments&... arguments)
-      : Call(function, std::initializer_list<std::string>{shown(arguments)...}) {}
+  explicit Call(FunctionName function, const Arguments&... arguments)
+      : Call(function, argumentsMatter() ? Shown{shown(arguments)...} : Shown()) {}
 
-  // One that stands in the journal as something else: a log statement.
-  Call(const char* function, Kind kind, std::string line)
-      : Call(function, kind, std::move(line), std::string()) {}
+  // One that stands in the journal as something else, or not at all: a log statement, a lock.
+  using Line = std::optional<std::string>;
+  Call(FunctionName function, Kind kind, const Line& line)
+      : Call(function, kind, line, std::string()) {}
 
   // The function's result: 0 or an error from `work`, or the scripted failure. `work` runs under
   // stateMutex().
@@ -57,8 +63,13 @@ class Call {
   bool fails() const { return failure_.has_value(); }
 
  private:
-  Call(const char* function, std::initializer_list<std::string> arguments);
-  Call(const char* function, Kind kind, std::string line, const std::string& firstArgument);
+  using Shown = std::vector<std::string>;
+
+  // For the journal, or because the function fails for one of them.
+  static bool argumentsMatter();
+
+  Call(FunctionName function, const Shown& arguments);
+  Call(FunctionName function, Kind kind, const Line& line, const std::string& firstArgument);
 
   std::optional<Failure> failure_;
 };
@@ -66,22 +77,38 @@ class Call {
 // What a function returns for a mistake of its caller, or for something that is not there.
 inline constexpr int kError = -1;
 
-// A new opaque handle, never to be dereferenced, shown by this name.
-void* newHandle(const std::string& name);
-// "null" and "unknown" included. Called without stateMutex().
-std::string handleName(const void* handle);
+// A new opaque handle, never to be dereferenced; shown by its kind, and its number if that is not
+// 0. Called under stateMutex().
+void* newHandle(const char* kind, int number);
+
+// A handle as an argument of a call: shown by its name, "null" and "unknown" included. Called
+// without stateMutex().
+struct Handle {
+  const void* value;
+};
+std::string shown(Handle handle);
 
 // The full name of a feature flag.
 std::string flagKey(const std::string& name);
 
-// One for each subject with state; they run under stateMutex().
-void resetCalls();
-void resetStore();
+// pthread_mutex_lock() and pthread_mutex_unlock() for the provider; `real` is libc's.
+using MutexFunction = int (*)(pthread_mutex_t*);
+PLATFORM_API bool isProvidersLock(const pthread_mutex_t* mutex, const void* caller);
+PLATFORM_API int takeLock(pthread_mutex_t* mutex, MutexFunction real);
+PLATFORM_API int giveLockBack(pthread_mutex_t* mutex, MutexFunction real);
+
+// One for each subject with state; they run under stateMutex(). kValues spares what a provider that
+// stays loaded holds of it.
+enum class Extent { kValues, kAll };
+void resetCalls(Extent extent);
+void resetStore(Extent extent);
 void resetFlags();
-void resetWifi();
-void resetConnections();
+void resetHandles();
+void resetWifi(Extent extent);
+void resetConnections(Extent extent);
 void resetAppUtil();
 void resetPath();
+void resetLock();
 void resetLog();
 void resetTimers();
 void resetAllocations();

@@ -1,7 +1,9 @@
 #include "platform/config_store.h"
 
 #include <cstring>
+#include <functional>
 #include <map>
+#include <string_view>
 #include <variant>
 
 #include "call.h"
@@ -18,6 +20,7 @@ struct RawBool {
 };
 
 using Value = std::variant<int, RawBool, std::string>;
+using Values = std::map<std::string, Value, std::less<>>;
 
 struct Subscription {
   std::string key;
@@ -26,7 +29,7 @@ struct Subscription {
 };
 
 struct State {
-  std::map<std::string, Value> values;
+  Values values;
   std::vector<Subscription> subscriptions;
 };
 
@@ -36,7 +39,7 @@ State& state() {
 }
 
 template <typename Type>
-const Type* find(const std::string& key) {
+const Type* find(std::string_view key) {
   const auto found = state().values.find(key);
   return found != state().values.end() ? std::get_if<Type>(&found->second) : nullptr;
 }
@@ -48,8 +51,9 @@ void put(const std::string& key, Value value) {
 
 }  // namespace
 
-void resetStore() {
-  state() = State();
+void resetStore(Extent extent) {
+  state().values.clear();
+  if (extent == Extent::kAll) state().subscriptions.clear();
 }
 
 Store store() {
@@ -141,6 +145,7 @@ char* vconf_get_str(const char* key) {
 }
 
 int vconf_set_str(const char* key, const char* value) {
+  demand(value != nullptr, "a text that is stored is not null");
   return Call("vconf_set_str", key, value).answer([&] {
     if (value == nullptr) return kError;
     state().values.insert_or_assign(key, std::string(value));
@@ -158,6 +163,7 @@ int vconf_get_bool(const char* key, int* value) {
 }
 
 int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* user_data) {
+  demand(callback != nullptr, "a subscriber has a callback");
   return Call("vconf_notify_key_changed", key).answer([&] {
     state().subscriptions.push_back({key, callback, user_data});
     return 0;

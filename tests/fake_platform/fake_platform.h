@@ -20,7 +20,16 @@ namespace fake_platform {
 // provider must not be loaded. Frees what the provider never returns, see flags().
 void reset();
 
+// For a provider that stays loaded: makes the store, the flags, the networks and paths new, takes
+// back all failures and empties the journal. What the provider holds of the platform stays:
+// handles, subscriptions, timers. So do hooks, and what is recorded and watched.
+void resetValues();
+
 // ---- What happened ----
+
+// Whether calls, log statements and the lock are entered in the journal, and mistakes in the log
+// looked for; they are after reset(). What the arguments of log statements point to is read anyway.
+void record(bool on);
 
 Journal journal();      // everything
 Journal calls();        // the platform calls alone
@@ -54,6 +63,19 @@ std::vector<LogStatement> logStatements();
 // well.
 std::vector<std::string> logMistakes();
 
+// The rules of the platform that the provider broke, also when nothing is recorded: handles that
+// are none or no longer, iterators moved beyond their end, a lock taken twice, null texts.
+std::vector<std::string> misuses();
+
+// ---- The lock ----
+
+// Takes this mutex alone for the provider's lock; otherwise it is what the code of libventaro.so
+// takes. Null takes it back. For a provider that is part of the test program.
+void watchLock(const void* mutex);
+
+// Whether this thread holds the provider's lock.
+bool holdsLock();
+
 // ---- What goes wrong ----
 
 // What becomes of a failing function's outputs and effects.
@@ -64,7 +86,8 @@ enum class Effect {
 
 // Makes a function fail with this result from now on: all calls, or those with this first argument.
 // A function that returns a pointer returns null, has_next false, whatever the result. The name is
-// as the journal shows it; a wrong one raises std::invalid_argument.
+// as the journal shows it, or "pthread_mutex_lock" for the provider's lock; a wrong one raises
+// std::invalid_argument.
 void failWith(const std::string& function, int result, Effect effect = Effect::kNone);
 void failWith(const std::string& function, const std::string& firstArgument, int result,
               Effect effect = Effect::kNone);

@@ -3,15 +3,22 @@
 #include <dlfcn.h>
 #include <glib.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
+#include <cerrno>
+#include <mutex>
 #include <stdexcept>
 #include <string>
 
 #include "platform/app_util.h"
 #include "platform/config_store.h"
+#include "platform/connection.h"
 #include "platform/log.h"
+#include "platform/markup.h"
+#include "platform/path.h"
 #include "platform/structured_log.h"
 #include "platform/system_info.h"
+#include "platform/wifi.h"
 
 namespace fake_platform {
 namespace {
@@ -21,12 +28,23 @@ class FakePlatform : public testing::Test {
   void SetUp() override { reset(); }
 };
 
-// The library that a symbol comes from, for a library that this process loads.
-std::string libraryOf(const char* symbol) {
+std::string libraryOf(const void* address) {
   Dl_info info;
-  if (dladdr(dlsym(RTLD_DEFAULT, symbol), &info) == 0) return "none";
+  if (dladdr(address, &info) == 0) return "none";
   const std::string path = info.dli_fname;
   return path.substr(path.rfind('/') + 1);
+}
+
+// The library that a symbol comes from, for a library that this process loads.
+std::string libraryOf(const char* symbol) {
+  return libraryOf(dlsym(RTLD_DEFAULT, symbol));
+}
+
+TEST_F(FakePlatform, StandsInForEveryPlatformFunction) {
+#define PLATFORM_FUNCTION(header, result, name, parameters, failure) \
+  EXPECT_EQ(libraryOf(reinterpret_cast<const void*>(&name)), "libfake_platform.so") << #name;
+#include "platform_functions.def"
+#undef PLATFORM_FUNCTION
 }
 
 TEST_F(FakePlatform, StandsInForGLibsTimersAndForTheMutexOfLibc) {
@@ -135,6 +153,132 @@ TEST_F(FakePlatform, PlaceholdersAreFilledOnceAndTheResultIsCut) {
   CStringUtil::CombinateStrings(text, sizeof(text), "<<A>>|<<B>>|<<C>>|<<E>>", "<<B>>", nullptr,
                                 "c", "d");
   EXPECT_STREQ(text, "<<B>>||");
+}
+
+TEST_F(FakePlatform, AHandleIsMisusedWhenItIsNoneOrNoLonger) {
+  setProfiles({kEthernetProfile});
+  setConnectedAp(5955);
+  connection_h connection = nullptr;
+  connection_profile_iterator_h iterator = nullptr;
+  connection_profile_h profile = nullptr;
+  wifi_ap_h ap = nullptr;
+  connection_create(&connection);
+  connection_get_profile_iterator(connection, 0, &iterator);
+  connection_profile_iterator_next(iterator, &profile);
+  wifi_get_connected_ap(&ap);
+  wifi_ap_destroy(ap);
+  connection_destroy(connection);
+  wifi_ap_destroy(nullptr);
+  connection_destroy(nullptr);
+  EXPECT_EQ(misuses(), std::vector<std::string>());
+  int type = 0;
+  wifi_ap_destroy(ap);
+  connection_destroy(connection);
+  connection_profile_iterator_has_next(iterator);
+  connection_profile_get_type(profile, &type);
+  EXPECT_EQ(misuses(), (std::vector<std::string>{
+                           "an access point is used until it is destroyed",
+                           "a connection is used until it is destroyed",
+                           "an iterator is used while its connection is open",
+                           "a profile is used while its connection is open",
+                       }));
+}
+
+TEST_F(FakePlatform, AnIteratorIsMisusedBeyondItsEndAndAProfileThatIsKnownToBeAnother) {
+  setProfiles({kWifiProfile});
+  connection_h connection = nullptr;
+  connection_profile_iterator_h iterator = nullptr;
+  connection_profile_h profile = nullptr;
+  int type = 0;
+  connection_create(&connection);
+  connection_get_profile_iterator(connection, 0, &iterator);
+  connection_profile_iterator_next(iterator, &profile);
+  connection_profile_enable_ethernet_eap(profile, true);
+  EXPECT_EQ(misuses(), std::vector<std::string>());
+  connection_profile_get_type(profile, &type);
+  connection_profile_enable_ethernet_eap(profile, true);
+  connection_profile_iterator_next(iterator, &profile);
+  EXPECT_EQ(misuses(), (std::vector<std::string>{"802.1X is switched on Ethernet",
+                                                 "an iterator is not moved beyond its end"}));
+}
+
+TEST_F(FakePlatform, WhatIsNotRecordedFailsAndIsMisusedAllTheSame) {
+  record(false);
+  failWith("vconf_set_int", "db/bad", -7);
+  EXPECT_EQ(vconf_set_int("db/bad", 1), -7);
+  EXPECT_EQ(vconf_set_int("db/good", 1), 0);
+  __dlog_print(0, 3, "VENTARO", "text");
+  ht::TSLoggerHelper::Log({"src/file.cpp", 12, "int function(int)"}, "text");
+  EXPECT_EQ(journal(), Journal());
+  EXPECT_EQ(logMistakes(), std::vector<std::string>());
+  EXPECT_EQ(misuses(), std::vector<std::string>{"a line has its tag"});
+}
+
+TEST_F(FakePlatform, NewValuesLeaveWhatAProviderHolds) {
+  int told = 0;
+  int fired = 0;
+  int hooked = 0;
+  connection_h connection = nullptr;
+  connection_create(&connection);
+  vconf_notify_key_changed(
+      "db/key", [](keynode_t*, void* count) { ++*static_cast<int*>(count); }, &told);
+  g_timeout_add_seconds(2, countFiring, &fired);
+  onCall("connection_destroy", [&] { ++hooked; });
+  store().set("db/key", 1);
+  flags().setBool("product.b2b_option_support", true);
+  setRadio(1);
+  setWakeOnMobile(true);
+  failWith("vconf_get_int", -3);
+  resetValues();
+  int value = 7;
+  EXPECT_EQ(vconf_get_int("db/key", &value), -1) << "neither there nor failing";
+  bool flag = false;
+  EXPECT_NE(
+      system_info_get_custom_bool("com.norvane/featureconf/product.b2b_option_support", &flag), 0);
+  EXPECT_EQ(radio(), 0);
+  EXPECT_FALSE(wakeOnMobile());
+  store().notify("db/key");
+  advanceTimers();
+  EXPECT_EQ(connection_destroy(connection), 0);
+  EXPECT_EQ(told, 1);
+  EXPECT_EQ(fired, 1);
+  EXPECT_EQ(hooked, 1);
+}
+
+TEST_F(FakePlatform, TheLockThatIsWatchedIsTheProviders) {
+  std::mutex other;
+  std::mutex mutex;
+  watchLock(mutex.native_handle());
+  other.lock();
+  EXPECT_FALSE(holdsLock());
+  mutex.lock();
+  EXPECT_TRUE(holdsLock());
+  mutex.unlock();
+  other.unlock();
+  EXPECT_FALSE(holdsLock());
+  EXPECT_EQ(journal(), (Journal{locks(), unlocks()}));
+}
+
+TEST_F(FakePlatform, TheLockFailsWithItsErrorUntilItSucceedsAgain) {
+  std::mutex mutex;
+  watchLock(mutex.native_handle());
+  failWith("pthread_mutex_lock", EINVAL);
+  EXPECT_EQ(pthread_mutex_lock(mutex.native_handle()), EINVAL);
+  EXPECT_EQ(pthread_mutex_lock(mutex.native_handle()), EINVAL);
+  EXPECT_FALSE(holdsLock());
+  succeedAgain("pthread_mutex_lock");
+  EXPECT_EQ(pthread_mutex_lock(mutex.native_handle()), 0);
+  EXPECT_EQ(pthread_mutex_unlock(mutex.native_handle()), 0);
+  EXPECT_EQ(journal(), (Journal{lockFails(EINVAL), lockFails(EINVAL), locks(), unlocks()}));
+}
+
+TEST_F(FakePlatform, AThreadThatTakesTheLockTwiceIsRefusedInsteadOfWaitingForEver) {
+  std::mutex mutex;
+  watchLock(mutex.native_handle());
+  EXPECT_EQ(pthread_mutex_lock(mutex.native_handle()), 0);
+  EXPECT_EQ(pthread_mutex_lock(mutex.native_handle()), EDEADLK);
+  EXPECT_EQ(pthread_mutex_unlock(mutex.native_handle()), 0);
+  EXPECT_EQ(misuses(), std::vector<std::string>{"a thread takes the lock once"});
 }
 
 const ht::TSCodeLocation kPlace = {"src/file.cpp", 12, "int function(int)"};

@@ -55,7 +55,7 @@ std::string shown(unsigned long value) {
   return std::to_string(value);
 }
 
-std::string callLine(const std::string& function, std::initializer_list<std::string> arguments) {
+std::string callLine(const std::string& function, const std::vector<std::string>& arguments) {
   std::string line = function + "(";
   const char* separator = "";
   for (const std::string& argument : arguments) {

@@ -58,7 +58,7 @@ std::string shown(unsigned value);
 std::string shown(unsigned long value);
 
 // Implementation of call().
-std::string callLine(const std::string& function, std::initializer_list<std::string> arguments);
+std::string callLine(const std::string& function, const std::vector<std::string>& arguments);
 
 // A platform function was called with these arguments. Outputs do not count as arguments.
 template <typename... Arguments>

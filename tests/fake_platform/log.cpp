@@ -1,9 +1,11 @@
 #include "platform/log.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <string_view>
 #include <utility>
 
@@ -26,7 +28,7 @@ State& state() {
 // The platform log's line of this thread that waits for its record.
 thread_local std::optional<LogStatement> openStatement;
 
-std::string formatted(const char* format, va_list arguments) {
+__attribute__((format(printf, 1, 0))) std::string formatted(const char* format, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
   const int size = std::vsnprintf(nullptr, 0, format, arguments);
@@ -35,6 +37,12 @@ std::string formatted(const char* format, va_list arguments) {
   va_end(again);
   text.pop_back();
   return text;
+}
+
+// Reads all that the arguments point to, so that a text without an end is found.
+__attribute__((format(printf, 1, 0))) void readThrough(const char* format, va_list arguments) {
+  std::array<char, 256> line;
+  std::vsnprintf(line.data(), line.size(), format, arguments);
 }
 
 void mistake(const std::string& what) {
@@ -100,6 +108,35 @@ void demandNoOpenStatement() {
   openStatement.reset();
 }
 
+// Remembers the line until its record comes; as the journal shows it.
+std::string openLine(int buffer, int priority, const char* tag, const std::string& text) {
+  demandNoOpenStatement();
+  LogStatement statement{};
+  statement.buffer = buffer;
+  statement.priority = priority;
+  statement.tag = tag;
+  if (!takeApart(text, statement)) {
+    statement.message = text;
+    mistake("no prefix at \"" + text + "\"");
+  }
+  checkLine(statement);
+  openStatement = statement;
+  return "log " + bufferName(buffer) + ": " + statement.message;
+}
+
+void closeLine(const ht::TSCodeLocation& location, const std::string& message) {
+  if (!openStatement) return mistake("a record without a line: \"" + message + "\"");
+  LogStatement statement = *std::exchange(openStatement, std::nullopt);
+  statement.location = &location;
+  statement.path = location.path;
+  statement.recordedLine = location.line;
+  statement.signature = location.signature;
+  statement.recordedMessage = message;
+  checkRecord(statement);
+  const StateLock lock(stateMutex());
+  state().statements.push_back(statement);
+}
+
 }  // namespace
 
 void resetLog() {
@@ -126,26 +163,20 @@ std::vector<std::string> logMistakes() {
 
 using namespace fake_platform;
 
+// In the journal, and waiting for its record, also when it is scripted to fail.
 int __dlog_print(int log_id, int priority, const char* tag, const char* format, ...) {
+  std::optional<std::string> line;
   va_list arguments;
   va_start(arguments, format);
-  const std::string text = formatted(format, arguments);
-  va_end(arguments);
-  demandNoOpenStatement();
-  LogStatement statement{};
-  statement.buffer = log_id;
-  statement.priority = priority;
-  statement.tag = tag;
-  if (!takeApart(text, statement)) {
-    statement.message = text;
-    mistake("no prefix at \"" + text + "\"");
+  if (isRecording()) {
+    line = openLine(log_id, priority, tag, formatted(format, arguments));
+  } else {
+    readThrough(format, arguments);
+    demand(priority == PLATFORM_LOG_INFO && std::strcmp(tag, "VENTARO") == 0, "a line has its tag");
+    demand(log_id == PLATFORM_LOG_MAIN || log_id == PLATFORM_LOG_SYSTEM, "a line has a buffer");
   }
-  checkLine(statement);
-  openStatement = statement;
-  // In the journal, and waiting for its record, also when it is scripted to fail.
-  const Call call("__dlog_print", Kind::kLog,
-                  "log " + bufferName(log_id) + ": " + statement.message);
-  return call.answer([] { return 0; });
+  va_end(arguments);
+  return Call("__dlog_print", Kind::kLog, line).answer([] { return 0; });
 }
 
 namespace ht {
@@ -160,21 +191,18 @@ bool TCLogger::IsStorageEnabled() const {
 }
 
 void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...) {
+  std::optional<std::string> message;
   va_list arguments;
   va_start(arguments, format);
-  const std::string message = formatted(format, arguments);
+  if (isRecording()) {
+    message = formatted(format, arguments);
+  } else {
+    readThrough(format, arguments);
+  }
   va_end(arguments);
-  enter(Kind::kLog, "record: " + message);
-  if (!openStatement) return mistake("a record without a line: \"" + message + "\"");
-  LogStatement statement = *std::exchange(openStatement, std::nullopt);
-  statement.location = &location;
-  statement.path = location.path;
-  statement.recordedLine = location.line;
-  statement.signature = location.signature;
-  statement.recordedMessage = message;
-  checkRecord(statement);
-  const StateLock lock(stateMutex());
-  state().statements.push_back(statement);
+  const Call call("ht::TSLoggerHelper::Log", Kind::kLog,
+                  message ? std::optional("record: " + *message) : std::nullopt);
+  if (message) closeLine(location, *message);
 }
 
 }  // namespace ht

@@ -33,7 +33,7 @@ std::string escaped(const char* text) {
 using namespace fake_platform;
 
 char* evas_textblock_text_utf8_to_markup(const void* object, const char* utf8) {
-  const Call call("evas_textblock_text_utf8_to_markup", handleName(object), utf8);
+  const Call call("evas_textblock_text_utf8_to_markup", Handle{object}, utf8);
   if (call.fails() || utf8 == nullptr) return nullptr;
   return strdup(escaped(utf8).c_str());
 }

@@ -1,18 +1,15 @@
-// The mutex functions of the whole process. They do what libc's do; those calls that come from the
-// provider are recorded, and can be made to fail.
+// The mutex functions of the whole process. They do what libc's do; the provider's lock is watched.
 #include <dlfcn.h>
 #include <pthread.h>
 
 #include <atomic>
 
 #include "call.h"
-#include "caller.h"
 #include "platform/export.h"
 
-namespace fake_platform {
 namespace {
 
-using MutexFunction = int (*)(pthread_mutex_t*);
+using fake_platform::MutexFunction;
 
 // libc's function of this name. Without a guard: looking it up twice does no harm.
 MutexFunction libcFunction(std::atomic<MutexFunction>& found, const char* name) {
@@ -35,20 +32,13 @@ int realUnlock(pthread_mutex_t* mutex) {
 }
 
 }  // namespace
-}  // namespace fake_platform
 
-using namespace fake_platform;
-
-// Recorded while it is held, here and below, so that the journal has the order of the holders.
 PLATFORM_API int pthread_mutex_lock(pthread_mutex_t* mutex) noexcept {
-  if (!isProviderCode(__builtin_return_address(0))) return realLock(mutex);
-  const int scripted = takeLockError();
-  const int result = scripted != 0 ? scripted : realLock(mutex);
-  enter(Kind::kLock, result == 0 ? locks() : lockFails(result));
-  return result;
+  const bool isWatched = fake_platform::isProvidersLock(mutex, __builtin_return_address(0));
+  return isWatched ? fake_platform::takeLock(mutex, realLock) : realLock(mutex);
 }
 
 PLATFORM_API int pthread_mutex_unlock(pthread_mutex_t* mutex) noexcept {
-  if (isProviderCode(__builtin_return_address(0))) enter(Kind::kLock, unlocks());
-  return realUnlock(mutex);
+  const bool isWatched = fake_platform::isProvidersLock(mutex, __builtin_return_address(0));
+  return isWatched ? fake_platform::giveLockBack(mutex, realUnlock) : realUnlock(mutex);
 }

@@ -26,6 +26,7 @@ void setResourceRoot(const std::string& directory) {
 using namespace fake_platform;
 
 const char* platform_mkpath(int root, const char* relative) {
+  demand(root == PLATFORM_ROOT_RESOURCES, "the resources' root is asked for");
   thread_local std::string path;
   const int result = Call("platform_mkpath", root, relative).answer([&] {
     if (root != PLATFORM_ROOT_RESOURCES || relative == nullptr) return kError;

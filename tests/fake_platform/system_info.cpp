@@ -1,7 +1,9 @@
 #include "platform/system_info.h"
 
 #include <cstring>
+#include <functional>
 #include <map>
+#include <string_view>
 #include <variant>
 
 #include "call.h"
@@ -13,7 +15,7 @@ struct NullText {};
 using Value = std::variant<bool, int, std::string, NullText>;
 
 struct State {
-  std::map<std::string, Value> values;
+  std::map<std::string, Value, std::less<>> values;
   std::vector<char*> handedOut;
 };
 
@@ -23,7 +25,7 @@ State& state() {
 }
 
 template <typename Type>
-const Type* find(const std::string& key) {
+const Type* find(std::string_view key) {
   const auto found = state().values.find(key);
   return found != state().values.end() ? std::get_if<Type>(&found->second) : nullptr;
 }
@@ -33,8 +35,15 @@ void put(const std::string& name, Value value) {
   state().values.insert_or_assign(flagKey(name), std::move(value));
 }
 
+constexpr std::string_view kDomain = "com.norvane/featureconf/";
+
+void demandFlag(std::string_view key) {
+  demand(key.starts_with(kDomain), "a flag's key is of the flags' domain");
+}
+
 template <typename Type>
-int read(const char* function, const char* key, Type* value) {
+int read(FunctionName function, const char* key, Type* value) {
+  demandFlag(key);
   return Call(function, key).answer([&] {
     const Type* found = find<Type>(key);
     if (found == nullptr) return kError;
@@ -47,7 +56,7 @@ int read(const char* function, const char* key, Type* value) {
 
 std::string flagKey(const std::string& name) {
   const bool isFull = name.find('/') != std::string::npos;
-  return isFull ? name : "com.norvane/featureconf/" + name;
+  return isFull ? name : std::string(kDomain) + name;
 }
 
 // The provider never frees these texts; one that did would end here, at the second free.
@@ -94,6 +103,7 @@ int system_info_get_custom_int(const char* key, int* value) {
 }
 
 int system_info_get_custom_string(const char* key, char** value) {
+  demandFlag(key);
   return Call("system_info_get_custom_string", key).answer([&] {
     if (find<NullText>(key) != nullptr) {
       *value = nullptr;

@@ -83,6 +83,7 @@ using namespace fake_platform;
 
 // The id is given also when the call is scripted to fail: GLib's call cannot.
 PLATFORM_API guint g_timeout_add_seconds(guint interval, GSourceFunc function, gpointer data) {
+  demand(interval > 0 && function != nullptr, "a timer has a period and a function");
   const Call call("g_timeout_add_seconds", interval);
   const StateLock lock(stateMutex());
   const guint id = ++state().lastId;

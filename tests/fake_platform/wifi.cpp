@@ -20,10 +20,22 @@ State& state() {
   return instance;
 }
 
+bool isOpen(const void* ap) {
+  const StateLock lock(stateMutex());
+  return state().open.contains(ap);
+}
+
+void demandOpen(const void* ap) {
+  demand(ap == nullptr || isOpen(ap), "an access point is used until it is destroyed");
+}
+
 }  // namespace
 
-void resetWifi() {
-  state() = State();
+void resetWifi(Extent extent) {
+  if (extent == Extent::kAll) state() = State();
+  state().radio = 0;
+  state().frequencyMhz.reset();
+  state().nullFrequencyMhz.reset();
 }
 
 void setRadio(int value) {
@@ -62,14 +74,16 @@ int wifi_initialize() {
 int wifi_get_connected_ap(wifi_ap_h* ap) {
   return Call("wifi_get_connected_ap").answer([&] {
     if (!state().frequencyMhz) return kError;
-    *ap = newHandle("ap " + std::to_string(++state().handedOut));
+    *ap = newHandle("ap", ++state().handedOut);
     state().open.insert(*ap);
     return 0;
   });
 }
 
+// The provider asks for null where there is none, on purpose, here and below.
 int wifi_ap_get_frequency(wifi_ap_h ap, int* mhz) {
-  return Call("wifi_ap_get_frequency", handleName(ap)).answer([&] {
+  demandOpen(ap);
+  return Call("wifi_ap_get_frequency", Handle{ap}).answer([&] {
     const bool isOpen = state().open.contains(ap);
     if (ap != nullptr && !isOpen) return kError;
     const std::optional<int>& found = isOpen ? state().frequencyMhz : state().nullFrequencyMhz;
@@ -80,7 +94,8 @@ int wifi_ap_get_frequency(wifi_ap_h ap, int* mhz) {
 }
 
 int wifi_ap_destroy(wifi_ap_h ap) {
-  return Call("wifi_ap_destroy", handleName(ap)).answer([&] {
+  demandOpen(ap);
+  return Call("wifi_ap_destroy", Handle{ap}).answer([&] {
     return state().open.erase(ap) == 1 ? 0 : kError;
   });
 }
@@ -93,6 +108,7 @@ int wifi_get_enable_qx(int* value) {
 }
 
 int wifi_set_enable_qx(int enable) {
+  demand(enable == 0 || enable == 1, "the radio is switched with 0 or 1");
   return Call("wifi_set_enable_qx", enable).answer([&] {
     state().radio = enable;
     return 0;

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "heap.h"
+#include "platform_functions.h"
 
 namespace {
 
@@ -31,37 +32,13 @@ constexpr char kPrintingFunction[] = "connection_profile_enable_ethernet_eap";
 }  // namespace
 
 const std::vector<std::string>& failingFunctions() {
-  static const std::vector<std::string> functions = {
-      kLogFunction,
-      "CStringUtil::CombinateStrings",
-      "connection_create",
-      "connection_destroy",
-      "connection_get_profile_iterator",
-      kPrintingFunction,
-      "connection_profile_get_type",
-      "connection_profile_iterator_has_next",
-      "connection_profile_iterator_next",
-      "evas_textblock_text_utf8_to_markup",
-      "platform_mkpath",
-      kLockFunction,
-      "system_info_get_custom_bool",
-      "system_info_get_custom_int",
-      "system_info_get_custom_string",
-      "util_get_wakeOnMobile_mode",
-      "util_set_wakeOnMobile_mode",
-      "vconf_get_bool",
-      "vconf_get_int",
-      "vconf_get_str",
-      "vconf_notify_key_changed",
-      "vconf_set_int",
-      "vconf_set_str",
-      "wifi_ap_destroy",
-      "wifi_ap_get_frequency",
-      "wifi_get_connected_ap",
-      "wifi_get_enable_qx",
-      "wifi_initialize",
-      "wifi_set_enable_qx",
-  };
+  static const std::vector<std::string> functions = [] {
+    std::vector<std::string> names = {kLockFunction};
+    for (const auto& [name, failure] : platform::kPlatformFunctions) {
+      if (failure != platform::Failure::kNever) names.emplace_back(name);
+    }
+    return names;
+  }();
   return functions;
 }
 
@@ -185,6 +162,7 @@ void FaultMatrix::leave() {
   EXPECT_EQ(openConnections(), 0);
   EXPECT_EQ(logMistakes(), std::vector<std::string>());
   EXPECT_EQ(wrongRemovals(), std::vector<unsigned>());
+  EXPECT_EQ(misuses(), std::vector<std::string>());
   reset();
 }
 

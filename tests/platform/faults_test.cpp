@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -17,11 +18,14 @@
 #include "platform/path.h"
 #include "platform/system_info.h"
 #include "platform/wifi.h"
+#include "platform_functions.h"
 #include "process.h"
 #include "simulated_network.h"
 
 namespace platform_tests {
 namespace {
+
+using platform::Failure;
 
 constexpr int kFault = -77;
 
@@ -199,6 +203,17 @@ TEST_P(AFaultOf, MakesItFailWithItsCodeUntilItIsHealed) {
   EXPECT_EQ(GetParam().call(handles), kFault);
   store().set(keyOf(GetParam()), 0);
   EXPECT_EQ(GetParam().call(handles), 0);
+}
+
+TEST(AFaultOfAFunction, CanBeTriedForEveryOneThatCanFail) {
+  std::set<std::string> listed;
+  for (const auto& [name, failure] : platform::kPlatformFunctions) {
+    const bool hasResult = failure != Failure::kNever && failure != Failure::kUntouched;
+    if (hasResult) listed.insert(name);
+  }
+  std::set<std::string> tried;
+  for (const Function& function : kFunctions) tried.insert(function.name);
+  EXPECT_EQ(tried, listed);
 }
 
 TEST_F(AFault, ThatIsNoNumberIsNone) {
