@@ -8,6 +8,7 @@
 
 #include "environment.h"
 #include "platform/host/errors.h"
+#include "platform/host/nearest.h"
 
 namespace platform::host {
 
@@ -15,12 +16,6 @@ namespace {
 
 bool isPath(const std::string& nameOrPath) {
   return nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json");
-}
-
-std::string joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
-  return text;
 }
 
 }  // namespace
