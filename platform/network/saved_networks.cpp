@@ -53,6 +53,10 @@ void publishStates(const std::vector<AccessPoint>& points, const std::string& co
   ConfigStore::instance().set(kDocumentKey, jsonLine(document));
 }
 
+bool isDocumentThere() {
+  return ConfigStore::instance().get(kDocumentKey).has_value();
+}
+
 bool isDocumentOfSomebodyElse() {
   const auto document = ConfigStore::instance().get(kDocumentKey);
   return document && document != ConfigStore::instance().get(kPublishedKey);

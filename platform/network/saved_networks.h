@@ -19,6 +19,9 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
 void publishStates(const std::vector<AccessPoint>& points, const std::string& connected,
                    const std::string& connecting);
 
+// Whether there is a document in the store.
+bool isDocumentThere();
+
 // Whether somebody else than publishSavedNetworks() wrote the document that is in the store.
 bool isDocumentOfSomebodyElse();
 

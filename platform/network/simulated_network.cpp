@@ -10,6 +10,7 @@
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "platform/host/resources.h"
+#include "platform/log.h"
 #include "saved_networks.h"
 
 namespace platform {
@@ -83,6 +84,11 @@ void publish(const Scenario& scenario) {
 }  // namespace
 
 SimulatedNetwork::SimulatedNetwork() {
+  loadWantedScenario();
+  publishWhereMissing();
+}
+
+void SimulatedNetwork::loadWantedScenario() {
   const std::string wanted = variableOr("VENTARO_SCENARIO");
   const auto held = valueOf<std::string>("scenario", "");
   const auto applied = valueOf<std::string>("scenario_variable", "");
@@ -97,6 +103,15 @@ SimulatedNetwork::SimulatedNetwork() {
     return;  // another process was faster, and may have gone on from there
   }
   if (!isDocumentOfSomebodyElse()) publish(scenario);
+}
+
+// The state folder may be newer than the runtime folder that holds the scenario. The radio depends
+// on the latter alone, so it works without the document, too.
+void SimulatedNetwork::publishWhereMissing() const try {
+  if (!isDocumentThere()) publishSavedNetworks(accessPoints(), connected(), connecting());
+} catch (const host::StoreError& error) {
+  __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "NETWORK",
+               "cannot publish the saved networks: %s", error.what());
 }
 
 void SimulatedNetwork::load(const Scenario& scenario, const std::string& name) {

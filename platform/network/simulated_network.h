@@ -24,7 +24,8 @@ namespace platform {
 class SimulatedNetwork : public Network {
  public:
   // Loads the scenario that $VENTARO_SCENARIO names (a name or a path; default "home"), unless the
-  // store holds one already and the variable is not set, or was heeded before.
+  // store holds one already and the variable is not set, or was heeded before. Publishes the saved
+  // networks where they are not published yet.
   SimulatedNetwork();
 
   bool isRadioOn() override;
@@ -42,6 +43,10 @@ class SimulatedNetwork : public Network {
 
   // Makes the store's state that of the scenario, and publishes its saved networks.
   static void load(const Scenario& scenario, const std::string& name);
+
+ private:
+  static void loadWantedScenario();
+  void publishWhereMissing() const;
 };
 
 }  // namespace platform

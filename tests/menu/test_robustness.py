@@ -114,3 +114,14 @@ def test_a_scenario_of_the_environment_does_not_undo_one_that_was_loaded_later(t
 
 def test_no_translation_is_no_language(tv):
     assert tv.item(WIFI, LANGUAGE="C")["name"] == "Wi-Fi"
+
+
+@pytest.mark.parametrize("moved", ["away", "elsewhere"])
+def test_a_new_state_folder_has_the_saved_networks_of_the_scenario_that_runs(tv, moved):
+    tv.out("show")
+    if moved == "away":
+        (tv.folder / "state").rename(tv.folder / "kept")
+    else:
+        tv.env["VENTARO_STATE_DIR"] = str(tv.folder / "new")
+    assert [tv.item(f"menu/network/SavedAP{i}")["name"] for i in (1, 2)] == ["Attic 6E",
+                                                                            "Garden Shed"]

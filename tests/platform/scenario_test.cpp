@@ -51,7 +51,6 @@ TEST_F(AScenario, IsThatOfTheHomeByDefault) {
 
 TEST_F(AScenario, IsTheOneThatTheEnvironmentNames) {
   setenv("VENTARO_RESOURCE_ROOT", folder().c_str(), 1);
-  write("products/factory/settings.json", "{}");
   write("scenarios/attic.json", scenarioText(5));
   setenv("VENTARO_SCENARIO", "attic", 1);
   openNetwork();
@@ -169,6 +168,24 @@ TEST_F(AScenario, LeavesADocumentOfSavedNetworksAloneThatAPersonWrote) {
   EXPECT_EQ(publishedNetworks(), "a person's");
   loadScenario(write("other.json", scenarioText(0)));
   EXPECT_EQ(publishedNetworks(), "Attic=Connected Shed=Disconnected");
+}
+
+TEST_F(AScenario, ThatIsLoadedPublishesItsSavedNetworksInANewStateFolder) {
+  use(scenarioText(0));
+  inOwnProcess([] {
+    openNetwork();
+    setNetworkState("connected", "Shed");
+  });
+  setenv("VENTARO_STATE_DIR", (folder() / "moved").c_str(), 1);
+  openNetwork();
+  EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connected") << "as they are now";
+}
+
+TEST_F(AScenario, ThatIsLoadedKeepsTheRadioWhereTheStateFolderCannotBe) {
+  use(scenarioText(0));
+  inOwnProcess([] { openNetwork(); });
+  setenv("VENTARO_STATE_DIR", write("file", "").c_str(), 1);
+  EXPECT_EQ(radio(), 1);
 }
 
 TEST_F(AScenario, PublishesItsSavedNetworksAsOneLineOfJson) {
