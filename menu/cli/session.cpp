@@ -2,6 +2,7 @@
 
 #include "../host/language.h"
 #include "environment.h"
+#include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
@@ -23,6 +24,8 @@ std::string region() {
 
 menu::MenuModel& Session::menu() {
   if (menu_ != nullptr) return *menu_;
+  // What is wrong with the store would else be told as what the provider makes of it.
+  platform::host::ConfigStore::instance().open();
   auto tree = menu::readMenuTree(platform::host::resourceRoot() / "menu.json", region());
   platform::host::loadProduct();
   platform::host::openNetwork();

@@ -19,8 +19,8 @@ class Session {
   // The provider's library, searched as dlopen() does.
   explicit Session(std::string providerFile) : providerFile_(std::move(providerFile)) {}
 
-  // Checks the product and the network that the environment names, loads the provider and reads the
-  // menu tree, at the first call.
+  // Opens the store, checks the product and the network that the environment names, loads the
+  // provider and reads the menu tree, at the first call.
   menu::MenuModel& menu();
 
   // Runs the network service in this process, unless another one does already, until stopNetwork()

@@ -58,6 +58,7 @@ struct ConfigStore::Impl {
     std::unique_ptr<Database> database = nullptr;
     std::unique_ptr<Notifier> notifier = nullptr;
     std::atomic<bool> isOpen = false;
+    std::optional<StoreError> unwritten = std::nullopt;  // why it has none of the factory settings
   };
   std::mutex mutex;  // of the opening
   Area persistent;
@@ -70,18 +71,26 @@ struct ConfigStore::Impl {
         transient{kVolatile, Durability::kInMemory, origin.runtimeFolder},
         readFactorySettings(origin.factorySettings) {}
 
-  void seed(Database& database, std::string_view prefix) {
+  static StoreError inFolder(const Area& area, const StoreError& error) {
+    return {error.code(), "the store in " + area.folder().string() + ": " + error.what()};
+  }
+
+  void seed(Area& area, Database& database) {
     if (!factorySettings) factorySettings = readFactorySettings();
     Values missing;
+    bool hasSome = false;
     for (const auto& [key, value] : *factorySettings) {
-      if (!key.starts_with(prefix)) continue;
-      if (!database.read(key, [](const StoreView&) {})) missing.emplace(key, value);
+      if (!key.starts_with(area.prefix)) continue;
+      const bool isThere = database.read(key, [](const StoreView&) {});
+      if (isThere) hasSome = true;
+      if (!isThere) missing.emplace(key, value);
     }
     try {
       database.put(missing, Overwrite::kNo);
     } catch (const StoreError& error) {
       // A store that can only be read, or is full, shows what it holds.
       if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
+      if (!hasSome) area.unwritten = inFolder(area, error);
     }
   }
 
@@ -98,24 +107,25 @@ struct ConfigStore::Impl {
   }
 
   void open(Area& area) {
+    if (area.isOpen) return;
     const std::lock_guard lock(mutex);
     if (area.isOpen) return;
     const auto folder = area.folder();
     requireOtherFolder(folder, &area == &persistent ? transient : persistent);
     try {
       auto database = std::make_unique<Database>(folder, area.durability);
-      seed(*database, area.prefix);
+      seed(area, *database);
       area.notifier = std::make_unique<Notifier>(*database);
       area.database = std::move(database);
       area.isOpen = true;
     } catch (const StoreError& error) {
-      throw StoreError(error.code(), "the store in " + folder.string() + ": " + error.what());
+      throw inFolder(area, error);
     }
   }
 
   Area& areaOf(std::string_view key) {
     Area& area = key.starts_with(kPersistent) ? persistent : transient;
-    if (!area.isOpen) open(area);
+    open(area);
     return area;
   }
 
@@ -144,6 +154,13 @@ ConfigStore::~ConfigStore() = default;
 void ConfigStore::check(const std::string& key, const StoreValue& value) {
   checkKey(key);
   checkValue(key, value);
+}
+
+void ConfigStore::open() {
+  for (Impl::Area* const area : {&impl_->persistent, &impl_->transient}) {
+    impl_->open(*area);
+    if (area->unwritten) throw StoreError(*area->unwritten);
+  }
 }
 
 std::optional<StoreValue> ConfigStore::get(std::string_view key) const {

@@ -92,6 +92,23 @@ def test_a_library_that_is_no_provider_says_what_it_lacks(tv):
         1, "show", VENTARO_PROVIDER="libc.so.6")
 
 
+@pytest.mark.parametrize("words", [["show"], ["get", "menu/network/WiFiOnOff"]])
+@pytest.mark.parametrize("folder", ["state", "runtime"])
+def test_a_damaged_store_is_named_as_store_list_does(tv, folder, words):
+    tv.out("show")
+    (tv.folder / folder / "data.mdb").write_bytes(b"no store" * 1024)
+    message = tv.error(1, *words)
+    assert message == tv.error(1, "store", "list")
+    assert f"the store in {tv.folder}/{folder}: " in message and "is damaged" in message
+
+
+def test_a_store_that_may_not_be_written_is_named_as_store_list_does(tv):
+    tv.out("show")
+    (tv.folder / "file").write_text("")
+    elsewhere = {"VENTARO_STATE_DIR": str(tv.folder / "file/state")}
+    assert tv.error(1, "show", **elsewhere) == tv.error(1, "store", "list", **elsewhere)
+
+
 def test_a_state_folder_that_cannot_be_is_named(tv):
     (tv.folder / "file").write_text("")
     message = tv.error(1, "show", VENTARO_STATE_DIR=str(tv.folder / "file/state"))

@@ -245,16 +245,27 @@ TEST_F(AReadOnlyStore, ThatOthersMayWriteIsRefused) {
   });
 }
 
-TEST_F(AReadOnlyStore, ThatNobodyEverWroteIsEmpty) {
+TEST_F(AReadOnlyStore, ThatNobodyEverWroteIsEmptyAndNoTvs) {
   std::filesystem::create_directories(stateFolder());
   makeReadOnly(stateFolder());
-  inOwnProcess([] {
+  inOwnProcess([this] {
     becomeOrdinaryUser();
     int read = 7;
     EXPECT_EQ(vconf_set_int("db/key", 6), codeOf(StoreCode::kReadOnly));
     EXPECT_EQ(vconf_get_int("db/key", &read), codeOf(StoreCode::kNoSuchKey));
     EXPECT_EQ(read, 7);
     EXPECT_EQ(store().list("db/"), Values());
+    EXPECT_EQ(errorRaisedBy([] { store().open(); }),
+              "the store in " + stateFolder().string() +
+                  ": the folder cannot be written: " + stateFolder().string());
+  });
+}
+
+TEST_F(AReadOnlyStore, ThatSomebodyWroteIsOpened) {
+  hold({});
+  inOwnProcess([] {
+    becomeOrdinaryUser();
+    EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
   });
 }
 

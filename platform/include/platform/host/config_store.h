@@ -75,10 +75,14 @@ using Subscription = std::shared_ptr<void>;
 class PLATFORM_API ConfigStore {
  public:
   // The store of this process's environment, opened at the first use. There it gets what it lacks
-  // of products/factory/settings.json, which is below the resource root.
+  // of the resource "products/factory/settings.json".
   static ConfigStore& instance();
 
   // All functions raise StoreError.
+
+  // Opens the files of both areas, which is else done when a key in them is first used. Unlike the
+  // other functions it refuses an area that was never written and cannot be: it is no TV's.
+  void open();
 
   // Raises it for a key or a value that no store can hold.
   static void check(const std::string& key, const StoreValue& value);
