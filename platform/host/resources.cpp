@@ -18,6 +18,17 @@ bool isPath(const std::string& nameOrPath) {
   return nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json");
 }
 
+// The one that comes with this library.
+std::filesystem::path shippedRoot() {
+  const std::filesystem::path start = libraryFolder();
+  for (auto folder = start; folder != folder.root_path(); folder = folder.parent_path()) {
+    const auto candidate = folder / "share/ventaro";
+    std::error_code error;
+    if (std::filesystem::is_directory(candidate, error)) return candidate;
+  }
+  return start.parent_path() / "share/ventaro";
+}
+
 }  // namespace
 
 std::filesystem::path libraryFolder() {
@@ -29,14 +40,14 @@ std::filesystem::path libraryFolder() {
 }
 
 std::filesystem::path resourceRoot() {
-  if (const std::string root = variableOr("VENTARO_RESOURCE_ROOT"); !root.empty()) return root;
-  const std::filesystem::path start = libraryFolder();
-  for (auto folder = start; folder != folder.root_path(); folder = folder.parent_path()) {
-    const auto candidate = folder / "share/ventaro";
-    std::error_code error;
-    if (std::filesystem::is_directory(candidate, error)) return candidate;
-  }
-  return start.parent_path() / "share/ventaro";
+  const std::string root = variableOr("VENTARO_RESOURCE_ROOT");
+  return root.empty() ? shippedRoot() : std::filesystem::path(root);
+}
+
+std::filesystem::path resourceFile(const std::string& name) {
+  const auto own = resourceRoot() / name;
+  std::error_code error;
+  return std::filesystem::exists(own, error) ? own : shippedRoot() / name;
 }
 
 std::filesystem::path findResource(const std::string& folder, const std::string& nameOrPath) {

@@ -14,7 +14,7 @@ constexpr char kFactorySettings[] = "products/factory/settings.json";
 
 std::map<std::string, StoreValue> factorySettings() {
   try {
-    const JsonFile file(resourceRoot() / kFactorySettings);
+    const JsonFile file(resourceFile(kFactorySettings));
     std::map<std::string, StoreValue> settings = file.values(file.root());
     for (const auto& [key, value] : settings) {
       try {

@@ -42,16 +42,21 @@ TEST_F(FactorySettings, AreAddedToAStoreThatLacksThem) {
                 {"db/new", 3}, {"db/old", 2}, {"memory/new", 3}, {"memory/old", 2}}));
 }
 
-TEST_F(FactorySettings, ThatAreMissingAreNamed) {
+TEST_F(FactorySettings, AreTheShippedOnesWhereAResourceRootHasNone) {
+  EXPECT_EQ(store().get("db/menu/network/devicename/tv_name"), StoreValue("Living Room TV"));
+}
+
+TEST_F(FactorySettings, ThatCannotBeReadAreNamed) {
   const std::string file = (folder() / "products/factory/settings.json").string();
-  EXPECT_EQ(errorRaisedBy([] { store().get("db/key"); }),
-            "the store in " + stateFolder().string() + ": " + file +
-                ": cannot be read: No such file or directory");
+  std::filesystem::create_directories(file);
+  EXPECT_EQ(
+      errorRaisedBy([] { store().get("db/key"); }),
+      "the store in " + stateFolder().string() + ": " + file + ": cannot be read: Is a directory");
   int value = 7;
   EXPECT_EQ(vconf_get_int("memory/key", &value), codeOf(StoreCode::kUnavailable));
   EXPECT_EQ(value, 7);
   EXPECT_TRUE(logged("vconf_get_int: the store in " + runtimeFolder().string() + ": " + file +
-                     ": cannot be read: No such file or directory"));
+                     ": cannot be read: Is a directory"));
 }
 
 TEST_F(FactorySettings, ThatAreWrongAreNamedWithTheirLine) {

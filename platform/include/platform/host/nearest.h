@@ -9,8 +9,9 @@
 
 namespace platform::host {
 
-// The one of the names that the fewest mistyped letters turn into the typed one, whatever the letter
-// case; the first of several. Empty when none is near: more than a third of the letters differ.
+// The one of the names that the fewest mistyped letters turn into the typed one, whatever the
+// letter case; the first of several. Empty when none is near: more than a third of the letters
+// differ.
 PLATFORM_API std::string nearest(const std::string& typed, const std::vector<std::string>& names);
 
 // "a, b, c".

@@ -14,6 +14,10 @@ namespace platform::host {
 // or beside one above it.
 PLATFORM_API std::filesystem::path resourceRoot();
 
+// The file of that name, as "products/factory/settings.json", below the resource root; the one that
+// is shipped where $VENTARO_RESOURCE_ROOT has none.
+PLATFORM_API std::filesystem::path resourceFile(const std::string& name);
+
 // The folder that holds this library, and so the provider, unless that is elsewhere.
 PLATFORM_API std::filesystem::path libraryFolder();
 
