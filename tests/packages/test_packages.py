@@ -14,6 +14,8 @@ BUILD = pathlib.Path(os.environ["VENTARO_BUILD"])
 LIBRARY_DIR = os.environ["VENTARO_LIBRARY_DIR"]
 EMULATOR = os.environ["VENTARO_EMULATOR"]
 TOOLCHAIN = os.environ["VENTARO_TOOLCHAIN"]
+# dpkg runs ldconfig, which is not on the PATH of an ordinary user.
+os.environ["PATH"] += ":/usr/sbin:/sbin"
 NAMES = ["ventaro-dev", "ventaro-menu", "ventaro-platform", "ventaro-provider"]
 
 
@@ -141,7 +143,7 @@ def build_with_pkg_config(root, folder):
     provider = ask("--variable=provider", "ventaro")
     flags = shlex.split(ask("--cflags", "--libs", "ventaro-platform"))
     run("cc", SOURCE / "tests/packages/consumer/consumer.c", f'-DPROVIDER="{provider}"',
-        "-Wl,--no-as-needed", *flags, "-o", folder / "consumer")
+        *flags, "-o", folder / "consumer")
 
 
 # The pkg-config of this machine knows no other architecture.
@@ -150,7 +152,7 @@ def build_with_pkg_config(root, folder):
 def test_a_framework_can_be_built_with_the_development_package(root, build, environment, tmp_path):
     build(root, tmp_path)
     said = run(*shlex.split(EMULATOR), tmp_path / "consumer", env=environment)
-    assert said == "Wi-Fi en_US\n"
+    assert said == "Wi-Fi\n"
 
 
 def test_the_man_page_tells_of_the_commands_in_this_version(packages, root):

@@ -1,9 +1,7 @@
-/* Asks the installed provider for a name, and the installed platform for the language. */
+/* Asks the installed provider for a name and calls nothing of the platform itself. */
 #include <dlfcn.h>
 #include <locale.h>
-#include <platform/config_store.h>
 #include <stdio.h>
-#include <stdlib.h>
 #include <ventaro/data_provider.h>
 
 typedef int (*create_provider_fn)(data_provider_cbs** table);
@@ -20,9 +18,7 @@ int main(void) {
   char* name = NULL;
   if (create(&table) != 0 || table->get_display_name("menu/network/WiFiOnOff", &name) != 0)
     return 1;
-  char* language = vconf_get_str("db/menu_widget/language");
-  printf("%s %s\n", name, language);
-  free(language);
+  puts(name);
   table->release_string(name);
   return 0;
 }
