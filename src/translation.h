@@ -4,7 +4,9 @@
 
 #include <libintl.h>
 
-inline constexpr char kTextDomain[] = "ventaro";
+#include "ventaro/data_provider.h"
+
+inline constexpr char kTextDomain[] = VENTARO_TEXT_DOMAIN;
 
 // The translation of a string ID in the user's language, or the ID itself when the catalogue has
 // none. The text belongs to gettext and stays valid while the domain is bound.

@@ -85,6 +85,17 @@ typedef enum ITEM_FOLLOWING_ACTION_TYPE {
 #define VENTARO_KEY_MAIN_COMPONENT "provider/main-component"
 #define VENTARO_KEY_SUB_COMPONENT "provider/sub-component"
 
+/* The keys of the configuration store that a framework and its providers share. */
+/* A provider sets it, to an int, to have the menu refreshed; see below. */
+#define VENTARO_STORE_REFRESH "db/menu/refresh_menu"
+#define VENTARO_REFRESH_WHOLE_MENU 1
+#define VENTARO_REFRESH_NETWORK_MENU 100002
+/* The TV's language, a string such as "ko_KR". */
+#define VENTARO_STORE_LANGUAGE "db/menu_widget/language"
+
+/* The gettext domain of the texts. */
+#define VENTARO_TEXT_DOMAIN "ventaro"
+
 /* Sizes in bytes. */
 /* The block of a name, a help text or an icon path, NUL included. */
 #define VENTARO_TEXT_SIZE 2048
@@ -101,12 +112,14 @@ typedef enum ITEM_FOLLOWING_ACTION_TYPE {
 /* The path from get_second_icon_path() that asks for the busy animation instead of an image. */
 #define VENTARO_ICON_BUSY "loading"
 
-/* A slot that this provider leaves NULL. */
+/* A slot without a meaning, which stays null. */
 typedef void (*data_provider_reserved)(void);
 
 /*
  * The callback table: 60 function pointers and nothing else. The framework finds a callback by its
- * position, so a position never changes its meaning.
+ * position, so a position never changes its meaning. Any slot may be null: the provider does not
+ * offer that callback, and the framework does without. What a provider without release_string() or
+ * free_list_items() hands out stays its own. This provider fills every slot that has a name.
  */
 typedef struct data_provider_cbs {
   /* [locked] Sets the item's value: the chosen position of a two-choice list or of the device-name

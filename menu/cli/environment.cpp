@@ -16,6 +16,8 @@ constexpr Variable kVariables[] = {
      "the name or file of a product", "FILES @PRODUCTS@"},
     {"VENTARO_PROVIDER", "another provider than the libventaro.so that comes along",
      "--provider FILE", "the path of a provider's library", "FILES"},
+    {"VENTARO_MENU", "another menu file than the menu.json that comes along", "--menu FILE",
+     "the path of a menu file", "FILES"},
     {"VENTARO_SCENARIO", "the simulated network at its start, by name or file; default home"},
     {"VENTARO_NETWORK", "the kind of network; there is only simulated"},
     {"VENTARO_REGION", "us or other, for items with regional variants; default us"},

@@ -162,9 +162,9 @@ int connect(Session& session, const Arguments& arguments) {
 
 int name(Session& session, const Arguments& arguments) {
   menu::MenuModel& menu = session.menu();
-  menu.rename(arguments.text("TEXT"));
+  const std::string key = menu.rename(arguments.text("TEXT"));
   menu::runPending();
-  Printer(arguments).print(menu.read(VENTARO_KEY_DEVICE_NAME), Detail::kLine);
+  Printer(arguments).print(menu.read(key), Detail::kLine);
   return kDone;
 }
 

@@ -1,5 +1,7 @@
 #include "session.h"
 
+#include <filesystem>
+
 #include "../host/language.h"
 #include "environment.h"
 #include "platform/host/config_store.h"
@@ -20,18 +22,23 @@ std::string region() {
                                            "\"; there are: us, other");
 }
 
+std::filesystem::path menuFile() {
+  const std::string file = variable("VENTARO_MENU");
+  return !file.empty() ? std::filesystem::path(file) : platform::host::resourceRoot() / "menu.json";
+}
+
 }  // namespace
 
 menu::MenuModel& Session::menu() {
   if (menu_ != nullptr) return *menu_;
   // What is wrong with the store would else be told as what the provider makes of it.
   platform::host::ConfigStore::instance().open();
-  auto tree = menu::readMenuTree(platform::host::resourceRoot() / "menu.json", region());
+  menu::MenuTree tree = menu::readMenuTree(menuFile(), region());
   platform::host::loadProduct();
   platform::host::openNetwork();
   menu::chooseLanguage();
-  provider_ = std::make_unique<menu::Provider>(providerFile_);
-  menu_ = std::make_unique<menu::MenuModel>(*provider_, std::move(tree));
+  provider_ = std::make_unique<menu::Provider>(providerFile_, tree.textDomain);
+  menu_ = std::make_unique<menu::MenuModel>(*provider_, std::move(tree.items));
   return *menu_;
 }
 

@@ -9,7 +9,6 @@ namespace menu {
 
 namespace {
 
-constexpr char kSavedNetworksKey[] = "db/menu/network/TopSavedAP";
 // No scenario connects for longer than a minute.
 constexpr std::chrono::seconds kLongest{70};
 constexpr std::chrono::seconds kServiceCheck{1};
@@ -42,7 +41,7 @@ Connection::Connection(MenuModel& menu, int position, Serve serve, Changed chang
       serviceCheck_(kServiceCheck, [this] { serveWhenNobodyDoes(); }),
       limit_(kLongest, [this] { giveUp(); }) {
   subscriptions_.push_back(onSet(platform::host::kConnectAnswerKey, [this] { readAnswer(); }));
-  subscriptions_.push_back(onSet(kSavedNetworksKey, [this] { readState(); }));
+  subscriptions_.push_back(onSet(platform::host::kSavedNetworksKey, [this] { readState(); }));
   giveCommand(menu_, position_, network_);
 }
 

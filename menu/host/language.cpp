@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/host/config_store.h"
+#include "ventaro/data_provider.h"
 
 namespace menu {
 
@@ -13,7 +14,7 @@ namespace {
 std::string tvLanguage() {
   using namespace platform::host;
   try {
-    const auto value = ConfigStore::instance().get("db/menu_widget/language");
+    const auto value = ConfigStore::instance().get(VENTARO_STORE_LANGUAGE);
     const auto* language = value ? std::get_if<std::string>(&*value) : nullptr;
     return language != nullptr ? *language : "";
   } catch (const StoreError&) {

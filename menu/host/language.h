@@ -4,9 +4,9 @@
 
 namespace menu {
 
-// Sets the language of all texts: that of $LANGUAGE, else the TV's own (the store's
-// "db/menu_widget/language"). What is not translated is in English; all texts are UTF-8. Call it
-// before the first text is asked for and before any thread is started.
+// Sets the language of all texts: that of $LANGUAGE, else the TV's own (VENTARO_STORE_LANGUAGE).
+// What is not translated is in English; all texts are UTF-8. Call it before the first text is asked
+// for and before any thread is started.
 void chooseLanguage();
 
 }  // namespace menu

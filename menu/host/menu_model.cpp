@@ -9,9 +9,6 @@ namespace menu {
 
 namespace {
 
-constexpr const char* kSavedNetworkKeys[] = {VENTARO_KEY_SAVED_NETWORK_1,
-                                             VENTARO_KEY_SAVED_NETWORK_2};
-
 NetworkState stateOfIcon(const std::string& icon) {
   if (icon.empty()) return NetworkState::kNone;
   return icon == VENTARO_ICON_BUSY ? NetworkState::kConnecting : NetworkState::kConnected;
@@ -27,6 +24,19 @@ std::string inQuotes(const std::string& text) {
 
 bool asksFirst(const Provider::ListEntry& entry) {
   return entry.action == ITEM_FOLLOWING_ACTION_MESSAGE_BOX;
+}
+
+std::string positions(std::size_t count) {
+  std::string text;
+  for (std::size_t i = 1; i <= count; ++i) text += (i == 1 ? "" : ", ") + std::to_string(i);
+  return text;
+}
+
+// What a callback answered that is needed here.
+template <typename Answer>
+Answer needed(const std::optional<Answer>& answer, const char* callback) {
+  if (!answer) throw RefusedError(std::string("the provider does not offer ") + callback);
+  return *answer;
 }
 
 std::string listed(const std::vector<Provider::ListEntry>& entries) {
@@ -123,7 +133,7 @@ std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
 }
 
 Provider::MessageBox MenuModel::box(const std::string& key) {
-  return provider_.messageBox(find(key).key);
+  return needed(provider_.messageBox(find(key).key), "get_messagebox_info");
 }
 
 Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {
@@ -149,7 +159,7 @@ Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::str
 
 void MenuModel::set(const std::string& key, int value) {
   requireEnabled(key);
-  const int result = provider_.setInt(key, value);
+  const int result = needed(provider_.setInt(key, value), "set_int");
   if (result < 0) {
     throw RefusedError("the TV did not set " + inQuotes(key) + ": set_int gave " +
                        std::to_string(result) + "; VENTARO_LOG=stderr shows why");
@@ -160,25 +170,37 @@ void MenuModel::requireEnabled(const std::string& key) const {
   if (!provider_.isEnabled(key)) throw RefusedError(inQuotes(key) + " is disabled at the moment");
 }
 
-void MenuModel::rename(const std::string& name) {
+std::vector<const MenuNode*> MenuModel::nodesOf(ItemKind kind) const {
+  std::vector<const MenuNode*> nodes = flatten(tree_);
+  std::erase_if(nodes, [kind](const MenuNode* node) { return node->kind != kind; });
+  return nodes;
+}
+
+std::string MenuModel::rename(const std::string& name) {
   if (name.empty()) throw UnknownError("the name is empty; a name has at least one character");
   if (!isPlainText(name)) {
     throw UnknownError("the name must be one line of UTF-8 text without control characters");
   }
-  requireEnabled(VENTARO_KEY_DEVICE_NAME);
-  const int result = provider_.setString(VENTARO_KEY_DEVICE_NAME, name);
+  const auto nodes = nodesOf(ItemKind::kDeviceName);
+  if (nodes.empty()) throw UnknownError("the menu has no item of kind \"device-name\"");
+  const std::string key = nodes.front()->key;
+  requireEnabled(key);
+  const int result = needed(provider_.setString(key, name), "set_string");
   if (result != 0) {
     throw RefusedError("the TV did not store the name: set_string gave " + std::to_string(result) +
                        "; VENTARO_LOG=stderr shows why");
   }
+  return key;
 }
 
 Item MenuModel::connect(int position) {
-  if (position < 1 || position > static_cast<int>(std::size(kSavedNetworkKeys))) {
-    throw UnknownError("there is no saved network " + std::to_string(position) +
-                       "; there are 1, 2");
+  const auto nodes = nodesOf(ItemKind::kSavedNetwork);
+  if (nodes.empty()) throw UnknownError("the menu has no item of kind \"saved-network\"");
+  if (position < 1 || position > std::ssize(nodes)) {
+    throw UnknownError("there is no saved network " + std::to_string(position) + "; there are " +
+                       positions(nodes.size()));
   }
-  const std::string key = kSavedNetworkKeys[position - 1];
+  const std::string key = nodes[static_cast<std::size_t>(position) - 1]->key;
   if (!provider_.isEnabled(key)) {
     throw RefusedError("there is no saved network at position " + std::to_string(position));
   }
@@ -190,7 +212,7 @@ Item MenuModel::connect(int position) {
                        "; look at the menu again");
   }
   // The result says nothing: the network service answers through the network's state.
-  provider_.setInt(key, 1);
+  needed(provider_.setInt(key, 1), "set_int");
   Item asked;
   asked.key = key;
   asked.kind = ItemKind::kSavedNetwork;

@@ -61,7 +61,7 @@ class MenuModel {
   // The option list of an item that has one.
   std::vector<Provider::ListEntry> list(const std::string& key);
 
-  // The confirmation box that an item would show.
+  // The confirmation box that an item would show. Refused when the provider has none.
   Provider::MessageBox box(const std::string& key);
 
   // The entry with that value or text. UnknownError when the item has no value, or no such entry.
@@ -71,11 +71,12 @@ class MenuModel {
   // caller asks the person first.
   void set(const std::string& key, int value);
 
-  // Gives the TV a name.
-  void rename(const std::string& name);
+  // Gives the TV a name. Returns the key of the item that shows it.
+  std::string rename(const std::string& name);
 
-  // Asks for a connection to the first (1) or second (2) saved network. Refused when there is none,
-  // or when it is no longer the one that was last read at that position. Returns its key and name.
+  // Asks for a connection to the saved network at that position, the menu's first being at 1.
+  // Refused when there is none, or when it is no longer the one that was last read at that
+  // position. Returns its key and name.
   Item connect(int position);
 
   // The state of a network that was asked to connect; none when another has taken its position.
@@ -87,6 +88,7 @@ class MenuModel {
   std::string keysOf(const std::function<bool(const MenuNode&)>& wanted) const;
   Item readItem(const MenuNode& node);
   void readParts(const MenuNode& node, Item& item);
+  std::vector<const MenuNode*> nodesOf(ItemKind kind) const;
   void requireEnabled(const std::string& key) const;
 
   Provider& provider_;

@@ -34,8 +34,18 @@ ItemKind readKind(const JsonFile& file, const Json::Value& entry) {
   return found->kind;
 }
 
+// Empty when it is missing.
+std::string optionalText(const JsonFile& file, const Json::Value& object, const char* member) {
+  return object.isMember(member) ? file.text(object, member) : "";
+}
+
 bool isOfRegion(const JsonFile& file, const Json::Value& entry, const std::string& region) {
-  return !entry.isMember("region") || file.text(entry, "region") == region;
+  if (!entry.isMember("region")) return true;
+  const std::string own = file.text(entry, "region");
+  if (own != "us" && own != "other") {
+    file.expected("\"us\" or \"other\"", "region", entry["region"]);
+  }
+  return own == region;
 }
 
 // The list of a saved network is that of its states, and has a key of its own.
@@ -48,7 +58,7 @@ std::string readListKey(const JsonFile& file, const Json::Value& entry, const Me
     case ItemKind::kDeviceName:
       return node.key;
     case ItemKind::kSavedNetwork:
-      return file.text(entry, "states");
+      return optionalText(file, entry, "states");
   }
   return {};
 }
@@ -78,9 +88,9 @@ const char* kindName(ItemKind kind) {
   return std::ranges::find(kKindNames, kind, &KindName::kind)->name.data();
 }
 
-std::vector<MenuNode> readMenuTree(const std::filesystem::path& path, const std::string& region) {
+MenuTree readMenuTree(const std::filesystem::path& path, const std::string& region) {
   const JsonFile file(path);
-  return readItems(file, file.root(), region);
+  return {optionalText(file, file.root(), "text_domain"), readItems(file, file.root(), region)};
 }
 
 std::vector<const MenuNode*> flatten(const std::vector<MenuNode>& nodes) {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "ventaro/data_provider.h"
+
 namespace menu {
 
 namespace {
@@ -9,8 +11,7 @@ namespace {
 using platform::host::ConfigStore;
 using platform::host::StoreValue;
 
-constexpr char kRefreshKey[] = "db/menu/refresh_menu";
-const StoreValue kRefreshWholeMenu = 1;
+const StoreValue kRefreshWholeMenu = VENTARO_REFRESH_WHOLE_MENU;
 
 }  // namespace
 
@@ -23,9 +24,9 @@ Subscription onSet(const std::string& key, std::function<void()> action) {
 }
 
 Subscription onRefreshRequest(Refresh wanted, std::function<void()> action) {
-  return onSet(kRefreshKey, [wanted, action = std::move(action)] {
+  return onSet(VENTARO_STORE_REFRESH, [wanted, action = std::move(action)] {
     if (wanted == Refresh::kAnyPart ||
-        ConfigStore::instance().get(kRefreshKey) == kRefreshWholeMenu) {
+        ConfigStore::instance().get(VENTARO_STORE_REFRESH) == kRefreshWholeMenu) {
       action();
     }
   });

@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ventaro/data_provider.h"
@@ -25,12 +26,14 @@ class CallbackError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Texts come back as display text. All functions but the constructor raise CallbackError.
+// Texts come back as display text. A slot of the table that is null is something that the provider
+// does not offer: a text is empty then, a list has no entries. All functions but the constructor
+// raise CallbackError.
 class Provider {
  public:
-  // Loads the library and creates the provider. The file is searched as dlopen() does. Raises
-  // LoadError.
-  explicit Provider(const std::string& file);
+  // Loads the library and creates the provider. The file is searched as dlopen() does. String IDs
+  // are looked up in the text domain; an empty one leaves them as they are. Raises LoadError.
+  Provider(const std::string& file, std::string textDomain);
   ~Provider();
   Provider(const Provider&) = delete;
   Provider& operator=(const Provider&) = delete;
@@ -43,9 +46,9 @@ class Provider {
   // Nothing when it cannot be read.
   std::optional<int> intValue(const std::string& key) const;
 
-  // These return what the callbacks return.
-  int setInt(const std::string& key, int value) const;
-  int setString(const std::string& key, const std::string& value) const;
+  // These return what the callbacks return; nothing when they are not offered.
+  std::optional<int> setInt(const std::string& key, int value) const;
+  std::optional<int> setString(const std::string& key, const std::string& value) const;
 
   std::string helpText(const std::string& key) const;
 
@@ -61,11 +64,12 @@ class Provider {
     std::string no;
     int type;
   };
-  MessageBox messageBox(const std::string& key) const;
+  // Nothing when it is not offered.
+  std::optional<MessageBox> messageBox(const std::string& key) const;
 
   struct ListEntry {
     std::string text;
-    int value;
+    int value;  // the entry's position, where the provider gives no values
     ITEM_FOLLOWING_ACTION_TYPE action;
   };
   std::vector<ListEntry> list(const std::string& key) const;
@@ -89,9 +93,11 @@ class Provider {
   std::string takeText(char* text) const;
   std::string text(const char* callback, int (*function)(const char*, char**),
                    const std::string& key) const;
-  ListEntry entry(void* item) const;
+  std::string translated(std::string_view text) const;
+  ListEntry entry(void* item, int position) const;
 
   std::string file_;
+  std::string textDomain_;
   std::unique_ptr<void, CloseLibrary> library_;
   Exports exports_{};
   data_provider_cbs* table_ = nullptr;

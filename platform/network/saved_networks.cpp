@@ -4,6 +4,7 @@
 
 #include "../host/json_text.h"
 #include "platform/host/config_store.h"
+#include "platform/host/network_service.h"
 
 namespace platform {
 
@@ -11,7 +12,6 @@ namespace {
 
 using host::ConfigStore;
 
-constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 // What was last published, to tell it from a document that a person put there.
 constexpr char kPublishedKey[] = "db/host/published_networks";
 
@@ -37,20 +37,20 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
   }
   document["count"] = static_cast<int>(values.size());
   const std::string text = jsonLine(document);
-  ConfigStore::instance().set({{kDocumentKey, text}, {kPublishedKey, text}});
+  ConfigStore::instance().set({{host::kSavedNetworksKey, text}, {kPublishedKey, text}});
 }
 
 void publishStates(const std::vector<AccessPoint>& points, const std::string& connected,
                    const std::string& connecting) {
   if (!isDocumentOfSomebodyElse()) return publishSavedNetworks(points, connected, connecting);
-  Json::Value document = readStoredJson(kDocumentKey, Json::objectValue);
+  Json::Value document = readStoredJson(host::kSavedNetworksKey, Json::objectValue);
   if (!document["values"].isArray()) return;
   Json::Value& values = document["values"];
   for (Json::Value& entry : values) {
     if (!entry.isObject() || !entry["SSID"].isString()) continue;
     entry["STATUS"] = statusOf(entry["SSID"].asString(), connected, connecting);
   }
-  ConfigStore::instance().set(kDocumentKey, jsonLine(document));
+  ConfigStore::instance().set(host::kSavedNetworksKey, jsonLine(document));
 }
 
 bool isDocumentThere() {
@@ -58,7 +58,7 @@ bool isDocumentThere() {
 }
 
 bool isDocumentOfSomebodyElse() {
-  const auto document = ConfigStore::instance().get(kDocumentKey);
+  const auto document = ConfigStore::instance().get(host::kSavedNetworksKey);
   return document && document != ConfigStore::instance().get(kPublishedKey);
 }
 

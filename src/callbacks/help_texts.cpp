@@ -7,6 +7,7 @@
 #include "log.h"
 #include "platform/config_store.h"
 #include "translation.h"
+#include "ventaro/data_provider.h"
 
 namespace {
 
@@ -24,8 +25,8 @@ void writeHelp(const char* key, char* block) {
 // A TV always has a menu language: without one no text is given at all, although none depends on
 // it.
 void requireMenuLanguage() {
-  const CText language(vconf_get_str("db/menu_widget/language"));
-  if (language == nullptr) throw std::logic_error("db/menu_widget/language has no value");
+  const CText language(vconf_get_str(VENTARO_STORE_LANGUAGE));
+  if (language == nullptr) throw std::logic_error(VENTARO_STORE_LANGUAGE " has no value");
 }
 
 int get_help_text(const char* key, char** value) {

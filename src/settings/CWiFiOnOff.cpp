@@ -13,7 +13,6 @@ namespace {
 
 constexpr unsigned kTimerPeriodSeconds = 2;
 constexpr int kSilentFirings = 3;
-constexpr int kRefreshMenu = 1;
 
 }  // namespace
 
@@ -85,7 +84,7 @@ int CWiFiOnOff::OnTimerTimeOut(void* data) {
   if (!self.m_tickCount.compare_exchange_strong(firings, 0)) return G_SOURCE_CONTINUE;
   // Whoever takes the id removes the timer.
   if (self.m_timerSource.compare_exchange_strong(source, 0)) g_source_remove(source);
-  if (vconf_set_int("db/menu/refresh_menu", kRefreshMenu) != 0) {
+  if (vconf_set_int(VENTARO_STORE_REFRESH, VENTARO_REFRESH_WHOLE_MENU) != 0) {
     LOG_MAIN("Failed to set REFRESH_MENU_VCONF ");
   } else {
     LOG_MAIN("Success to Set REFRESH_MENU_VCONF");

@@ -13,15 +13,13 @@
 #include "c_heap.h"
 #include "json_document.h"
 #include "log.h"
+#include "ventaro/data_provider.h"
 
 namespace {
 
 constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
 constexpr char kConnectCommand[] = "1";  // a string, as the network service reads it
-
-// Asks the menu for a refresh of the network branch, where 1 asks for all of it.
-constexpr int kRefreshNetworkMenu = 100002;
 
 constexpr std::size_t kFirst = 0;
 constexpr std::size_t kSecond = 1;
@@ -138,7 +136,7 @@ void SavedAPConnection::WriteConnectToVconf(std::string ssid) {
 }
 
 void SavedAPConnection::_VconfSavedAPCommandChnage(keynode_t* /*node*/, void* /*data*/) {
-  vconf_set_int("db/menu/refresh_menu", kRefreshNetworkMenu);
+  vconf_set_int(VENTARO_STORE_REFRESH, VENTARO_REFRESH_NETWORK_MENU);
 }
 
 const SavedAPData* SavedAPConnection::ReadItem(std::size_t position) {

@@ -11,6 +11,10 @@
 
 namespace platform::host {
 
+// The store's key of the saved networks' document, which the network service publishes at each
+// change.
+inline constexpr char kSavedNetworksKey[] = "db/menu/network/TopSavedAP";
+
 // Brings the network of this process's environment up, which loads the scenario where none is
 // loaded. Raises ConfigurationError or StoreError.
 PLATFORM_API void openNetwork();
