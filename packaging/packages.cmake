@@ -105,8 +105,8 @@ programs."
 package(dev SECTION libdevel
   SUMMARY "development files for a TV's network menu provider"
   DESCRIPTION "The ABI between a menu framework and the network menu provider as a C header,
-and the headers of the host platform, with pkg-config files and a CMake
-package."
+and the headers of the host platform, with an example, pkg-config files and
+a CMake package."
   DEPENDS "ventaro-provider ${same_version}, ventaro-platform ${same_version}, libjsoncpp-dev, pkg-config")
 
 include(CPack)

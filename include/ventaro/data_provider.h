@@ -9,8 +9,13 @@
  *  1. Keys. A menu key ("menu/network/WiFiOnOff") is a NUL-terminated string that the caller owns.
  *     It must not be null. A key that a callback does not know is answered by that callback's
  *     fallback, never as an error, unless the callback says so.
- *  2. Text. All text is UTF-8 and NUL-terminated, except where a size is stated without a NUL. Text
- *     that is cut is cut between bytes, which may be inside a character.
+ *  2. Text. All text is UTF-8 and NUL-terminated, except where a size is stated without a NUL.
+ *     Text that is cut is cut between bytes, which may be inside a character. The text of a list
+ *     entry is markup, for a text widget: "&amp;" "&lt;" "&gt;" stand for a character,
+ *     "&#x202d;" for the one of that number, "<br/>" for a line feed, "<tab/>" for a tab. Where
+ *     it begins with "SID_" it is a string ID instead ("SID_USER_INPUT", the entry for a name
+ *     that a person types), and the framework shows its translation,
+ *     dgettext(VENTARO_TEXT_DOMAIN, text). All other text is plain and is shown as it is.
  *  3. Ownership. A string handed out through a `char**` is a block of the C heap. It belongs to
  *     the caller, who returns it through release_string(). get_current_value_sid() and
  *     get_messagebox_info() write into the caller's own buffers instead; the text from
@@ -34,6 +39,21 @@
  *     must have gone back. Its subscription to the saved networks stays with the store, which must
  *     not call into a library that is gone. Where nobody iterates the main context, the menu is not
  *     asked to refresh after a Wi-Fi switch.
+ *  9. Language. Texts come from gettext, translated at each call. Before it asks for the first
+ *     one, the framework calls setlocale(LC_ALL, ...) with a locale whose encoding is UTF-8
+ *     ("C.UTF-8" will do), and names the language in the environment variable LANGUAGE: "ko", or
+ *     "ko:en" to have what is missing in English. Without LANGUAGE it is the locale's own. A
+ *     later change of LANGUAGE is noticed when setlocale() changes the locale (to "C", and
+ *     back), which must happen while nobody is inside the provider. In a program that never
+ *     calls setlocale(), in the locale "C" or "POSIX", and for a language without a catalogue,
+ *     string IDs come for texts ("COM_WI_FI"); in a locale of another encoding, texts in that
+ *     encoding. The catalogues are <language>/LC_MESSAGES/ventaro.mo below platform_mkpath(44,
+ *     "res/locale"), the folder to which create_provider() binds VENTARO_TEXT_DOMAIN; the
+ *     framework binds it to no other one.
+ * 10. Refresh. The framework subscribes to the store's VENTARO_STORE_REFRESH. When that is set
+ *     to VENTARO_REFRESH_WHOLE_MENU, eight seconds after the last Wi-Fi switch, it asks again
+ *     for all that it shows; when to VENTARO_REFRESH_NETWORK_MENU, after a change of the saved
+ *     networks, for the items of the network menu.
  */
 #ifndef VENTARO_DATA_PROVIDER_H
 #define VENTARO_DATA_PROVIDER_H
@@ -58,39 +78,49 @@ typedef enum ITEM_FOLLOWING_ACTION_TYPE {
   ITEM_FOLLOWING_ACTION_MESSAGE_BOX = 2, /* ask for confirmation with get_messagebox_info() first */
 } ITEM_FOLLOWING_ACTION_TYPE;
 
-/* The menu keys. Letter case matters. */
+/*
+ * The keys that a framework asks with. Letter case matters. Which items a menu has, and in which
+ * order, is the framework's to say. Each item is asked for its name, help text and icons, and
+ * whether it is shown and may be used.
+ */
+/* Items without a value. */
 #define VENTARO_KEY_NETWORK "menu/general/network"
 #define VENTARO_KEY_NETWORK_STATUS "menu/network/networkstatus"
 #define VENTARO_KEY_NETWORK_SETTINGS "menu/network/networksettings"
 #define VENTARO_KEY_RESET_NETWORK "menu/network/ResetNetwork"
-#define VENTARO_KEY_WIFI "menu/network/WiFiOnOff"
-#define VENTARO_KEY_SAVED_NETWORK_1 "menu/network/SavedAP1"
-#define VENTARO_KEY_SAVED_NETWORK_2 "menu/network/SavedAP2"
 #define VENTARO_KEY_EXPERT_SETTINGS "menu/network/expertsettings"
-#define VENTARO_KEY_WIFI_DIRECT "menu/network/expertsettings/wifidirect"
 #define VENTARO_KEY_EASY_CONNECTION "menu/network/expertsettings/easyconnect"
-#define VENTARO_KEY_WIRED_EAP "menu/network/WiredEAP"
-#define VENTARO_KEY_POWER_ON_WITH_MOBILE_US "menu/network/MobileDeviceTV_US"
 #define VENTARO_KEY_POWER_ON_WITH_MOBILE_NOT_US "menu/network/MobileDeviceTV_NOT_US"
-#define VENTARO_KEY_DEVICE_NAME "menu/network/devicename"
 #define VENTARO_KEY_SELECT_DEVICE_NAME "menu/network/devicename/selectdevicename"
 #define VENTARO_KEY_INSTALL_CERTIFICATE "menu/network/InstallCertificate"
 #define VENTARO_KEY_CERTIFICATE_LIST "menu/network/CertificateList"
 #define VENTARO_KEY_CERTIFICATE_MANAGER "menu/network/CertificateManager"
-/* The option list of a saved network, which is the three states that its value can have. */
+/* Items with a value, which is one entry of their option list. */
+#define VENTARO_KEY_WIFI "menu/network/WiFiOnOff"
+#define VENTARO_KEY_WIFI_DIRECT "menu/network/expertsettings/wifidirect"
+#define VENTARO_KEY_WIRED_EAP "menu/network/WiredEAP"
+#define VENTARO_KEY_POWER_ON_WITH_MOBILE_US "menu/network/MobileDeviceTV_US"
+/* The same; its last entry stands for a name that a person types, which goes to set_string(). */
+#define VENTARO_KEY_DEVICE_NAME "menu/network/devicename"
+/* Saved networks, the first and the second. */
+#define VENTARO_KEY_SAVED_NETWORK_1 "menu/network/SavedAP1"
+#define VENTARO_KEY_SAVED_NETWORK_2 "menu/network/SavedAP2"
+/* Asked for with get_list_items() alone: the states that a saved network can be in, "disconnected",
+ * "loading" and "connected". They are no choices: set_int() with the network's own key connects,
+ * and get_second_icon_path() tells which state it is in. */
 #define VENTARO_KEY_SAVED_NETWORK_1_STATES "SAVEDAP1_NAME_KEY"
 #define VENTARO_KEY_SAVED_NETWORK_2_STATES "SAVEDAP2_NAME_KEY"
-/* What get_module_info() answers. */
+/* Asked for with get_module_info() alone. */
 #define VENTARO_KEY_OWNER "provider/owner"
 #define VENTARO_KEY_MAIN_COMPONENT "provider/main-component"
 #define VENTARO_KEY_SUB_COMPONENT "provider/sub-component"
 
 /* The keys of the configuration store that a framework and its providers share. */
-/* A provider sets it, to an int, to have the menu refreshed; see below. */
+/* An int that a provider sets to have the menu refreshed. */
 #define VENTARO_STORE_REFRESH "db/menu/refresh_menu"
 #define VENTARO_REFRESH_WHOLE_MENU 1
 #define VENTARO_REFRESH_NETWORK_MENU 100002
-/* The TV's language, a string such as "ko_KR". */
+/* The TV's language, a string such as "ko_KR": the framework's to turn into LANGUAGE. */
 #define VENTARO_STORE_LANGUAGE "db/menu_widget/language"
 
 /* The gettext domain of the texts. */
@@ -165,15 +195,17 @@ typedef struct data_provider_cbs {
   /* [locked] The item's help text, translated. Keys match as for get_display_name(). Gives the
    * caller a block of VENTARO_TEXT_SIZE bytes, the text cut to fit; empty when the key is unknown.
    * Returns 0; -1 without memory, with `*value` untouched. Raises std::logic_error when the store
-   * has no menu language. */
+   * has no VENTARO_STORE_LANGUAGE. */
   int (*get_help_text)(const char* key, char** value); /* 14 */
   data_provider_reserved reserved_15;
-  /* [locked] The item's option list. Gives the caller an array of `*count` items, which goes back
-   * through free_list_items() with that count. Null only without memory (`*count` then says 3). */
+  /* [locked] The item's option list: of a saved network under its _STATES key; of a key
+   * without a list, that of the device name. Gives the caller an array of `*count` items, which
+   * goes back through free_list_items() with that count. Null only without memory (`*count` then
+   * says 3). */
   const void** (*get_list_items)(const char* key, int* count); /* 16 */
-  /* [locked] The entry's text, still owned by the list: at most VENTARO_LIST_TEXT_SIZE bytes, and
-   * without a NUL when it fills all of them; null for an entry beyond the list's count. Returns 0;
-   * a null item leaves `*value` untouched. */
+  /* [locked] The entry's text: markup, or a string ID; still owned by the list: at most
+   * VENTARO_LIST_TEXT_SIZE bytes, and without a NUL when it fills all of them; null for an entry
+   * beyond the list's count. Returns 0; a null item leaves `*value` untouched. */
   int (*get_list_item_display_value)(void* item, char** value); /* 17 */
   data_provider_reserved reserved_18;
   data_provider_reserved reserved_19;

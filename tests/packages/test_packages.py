@@ -5,6 +5,7 @@ import os
 import pathlib
 import re
 import shlex
+import shutil
 import subprocess
 
 import pytest
@@ -129,30 +130,43 @@ def test_the_program_finds_its_libraries_where_the_packages_put_them(root):
     assert folder == (root / "usr" / LIBRARY_DIR).resolve()
 
 
-def build_with_cmake(root, folder):
-    settings = ["-G", "Ninja", f"-Dventaro_DIR={root}/usr/{LIBRARY_DIR}/../cmake/ventaro"]
+@pytest.fixture
+def example(root, tmp_path):
+    """The installed example, in a folder of one's own."""
+    return shutil.copytree(root / "usr/share/doc/ventaro-dev/examples", tmp_path / "example")
+
+
+# Some compilers link as needed by themselves. The example calls nothing of the platform.
+def build_with_cmake(root, example):
+    settings = ["-G", "Ninja", f"-Dventaro_DIR={root}/usr/{LIBRARY_DIR}/../cmake/ventaro",
+                "-DCMAKE_C_FLAGS=-Wall -Wextra -Wpedantic -Wconversion -Werror",
+                "-DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed"]
     if TOOLCHAIN:
         settings += [f"-DCMAKE_TOOLCHAIN_FILE={TOOLCHAIN}"]
-    run("cmake", "-S", SOURCE / "tests/packages/consumer", "-B", folder, *settings)
-    run("cmake", "--build", folder)
+    run("cmake", "-S", example, "-B", example / "build", *settings)
+    run("cmake", "--build", example / "build")
+    return example / "build/host"
 
 
-def build_with_pkg_config(root, folder):
+def build_as_its_readme_says(root, example):
     env = {**os.environ, "PKG_CONFIG_PATH": f"{root}/usr/{LIBRARY_DIR}/../pkgconfig"}
-    ask = lambda *words: run("pkg-config", *words, env=env).strip()
-    provider = ask("--variable=provider", "ventaro")
-    flags = shlex.split(ask("--cflags", "--libs", "ventaro-platform"))
-    run("cc", SOURCE / "tests/packages/consumer/consumer.c", f'-DPROVIDER="{provider}"',
-        *flags, "-o", folder / "consumer")
+    command = re.search(r"^cc .*$", (example / "README.md").read_text(), re.MULTILINE)[0]
+    as_needed = 'cc() { command cc -Wl,--as-needed "$@"; }'
+    run("sh", "-c", f"{as_needed}; {command}", cwd=example, env=env)
+    return example / "host"
 
 
 # The pkg-config of this machine knows no other architecture.
 @pytest.mark.parametrize("build", [build_with_cmake] if TOOLCHAIN else
-                         [build_with_cmake, build_with_pkg_config])
-def test_a_framework_can_be_built_with_the_development_package(root, build, environment, tmp_path):
-    build(root, tmp_path)
-    said = run(*shlex.split(EMULATOR), tmp_path / "consumer", env=environment)
-    assert said == "Wi-Fi\n"
+                         [build_with_cmake, build_as_its_readme_says])
+def test_the_installed_example_builds_with_the_installed_packages_and_shows_the_menu(
+        root, build, example, environment):
+    host = build(root, example)
+    said = lambda language: run(*shlex.split(EMULATOR), host,
+                                env={**environment, "LANGUAGE": language}).splitlines()
+    states = ["Attic 6E", "  0 disconnected", "  1 loading", "  2 connected"]
+    assert said("en") == ["Wi-Fi", "On", "  0 &#x202d;Living Room TV", "  1 User Input", *states]
+    assert said("ko") == ["Wi-Fi", "켜기", "  0 &#x202d;Living Room TV", "  1 사용자 입력", *states]
 
 
 def test_the_man_page_tells_of_the_commands_in_this_version(packages, root):
