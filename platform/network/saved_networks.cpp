@@ -54,7 +54,7 @@ void publishStates(const std::vector<AccessPoint>& points, const std::string& co
 }
 
 bool isDocumentThere() {
-  return ConfigStore::instance().get(kDocumentKey).has_value();
+  return ConfigStore::instance().get(host::kSavedNetworksKey).has_value();
 }
 
 bool isDocumentOfSomebodyElse() {
