@@ -6,7 +6,9 @@
 #include <limits>
 #include <utility>
 
+#include "../host/display_text.h"
 #include "../host/menu_model.h"
+#include "../host/typed_name.h"
 #include "environment.h"
 #include "exit_codes.h"
 #include "platform/host/config_store.h"
@@ -59,11 +61,23 @@ void addCommand(CLI::App& app, const Command& command, Session& session, int& re
   }
 }
 
-std::string names(const CLI::App& app) {
-  std::string text;
-  for (const CLI::App* command : app.get_subcommands({})) {
-    text += (text.empty() ? "" : ", ") + command->get_name();
+std::vector<std::string> namesOf(const CLI::App& group) {
+  std::vector<std::string> names;
+  for (const CLI::App* command : group.get_subcommands({})) names.push_back(command->get_name());
+  return names;
+}
+
+std::vector<std::string> optionsOf(const CLI::App& command) {
+  std::vector<std::string> options;
+  for (const CLI::Option* option : command.get_options()) {
+    for (const std::string& name : option->get_lnames()) options.push_back("--" + name);
   }
+  return options;
+}
+
+std::string joined(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
   return text;
 }
 
@@ -90,17 +104,29 @@ int fail(ExitCode code, const std::string& message) {
   return code;
 }
 
+// The command that is missing or that there is not.
+int commandError(const CLI::App& group, const std::string& typed) {
+  const std::vector<std::string> names = namesOf(group);
+  if (typed.empty()) return fail(kUnknown, "a command is missing; there are: " + joined(names));
+  const std::string suggestion = menu::didYouMean(typed, names);
+  return fail(kUnknown, "there is no command \"" + typed + "\"" +
+                            (suggestion.empty() ? "; there are: " + joined(names) : suggestion));
+}
+
+// What the parser says, in one line, and where all of it is told.
 int usageError(const CLI::App& app, const std::vector<std::string>& words,
                const CLI::ParseError& error) {
   const CLI::App& command = commandOf(app, words);
   if (!command.get_subcommands({}).empty()) {
-    const std::string wrong =
-        words.empty() || words.back() == command.get_name()
-            ? "a command is missing"
-            : "there is no command \"" + words[&command == &app ? 0 : 1] + "\"";
-    return fail(kUnknown, wrong + "; there are: " + names(command));
+    const std::size_t depth = &command == &app ? 0 : 1;
+    return commandError(command, words.size() > depth ? words[depth] : "");
   }
-  std::cerr << pathOf(command) << ": " << error.what() << "\n\n" << app.help();
+  const std::vector<std::string> extra = command.remaining();
+  const std::string suggestion =
+      extra.empty() ? "" : menu::didYouMean(extra.front(), optionsOf(command));
+  const std::string path = pathOf(command);
+  std::cerr << path << ": " << menu::displayText(error.what()) << suggestion << " (see \"" << path
+            << " --help\")\n";
   return kUnknown;
 }
 

@@ -21,9 +21,11 @@ constexpr Argument kType{"[--type int|bool|string]", "The value's type; default:
                          Takes::kOneOfItsOffers, "int bool string"};
 constexpr Argument kCount{"[--count N]", "End after N values", Takes::kPositiveInt};
 
-constexpr Argument kKey{"KEY", "The item's menu key", Takes::kText, "@MENU_KEYS@"};
-constexpr Argument kEntry{"INDEX", "The entry's number or text"};
-constexpr Argument kValue{"VALUE", "The entry's number or text"};
+constexpr Argument kKey{"KEY",
+                        "The item's menu key, or its last parts in any letter case: wifionoff",
+                        Takes::kText, "@MENU_KEYS@"};
+constexpr Argument kEntry{"INDEX", "The entry's number or text, in any letter case"};
+constexpr Argument kValue{"VALUE", "The entry's number or text, in any letter case"};
 constexpr Argument kPosition{"POSITION", "1 or 2", Takes::kInt, "1 2"};
 constexpr Argument kText{"TEXT", "The name"};
 constexpr Argument kStoreKey{"KEY", "db/... or memory/..."};

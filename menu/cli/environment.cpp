@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <string_view>
 
 #include "stream.h"
@@ -39,25 +40,28 @@ std::string helpLine(const std::string& name, const std::string& text) {
   return line;
 }
 
-// "--product=tv" is "--product tv".
-void splitAtEquals(std::vector<std::string>& words) {
-  if (words.empty()) return;
-  const auto equals = words.front().find('=');
-  if (!words.front().starts_with("--") || equals == std::string::npos) return;
-  words.insert(words.begin() + 1, words.front().substr(equals + 1));
-  words.front().resize(equals);
-}
-
 std::string optionName(const Variable& variable) {
   const std::string_view option = variable.option;
   return std::string(option.substr(0, option.find(' ')));
 }
 
-// The variable of the option that the words begin with; null when they begin with none.
-const Variable* firstOption(const std::vector<std::string>& words) {
-  if (words.empty() || words.front().empty()) return nullptr;
-  const auto* const found = std::ranges::find(kVariables, words.front(), optionName);
+// Whether the word is that option, alone or with its value: "--product" or "--product=tv".
+bool isOption(const std::string& word, const std::string& option) {
+  return !option.empty() && (word == option || word.starts_with(option + "="));
+}
+
+// The variable of the option that the word is; null when it is none.
+const Variable* variableOf(const std::string& word) {
+  const auto* const found = std::ranges::find_if(
+      kVariables, [&](const Variable& variable) { return isOption(word, optionName(variable)); });
   return found != std::end(kVariables) ? found : nullptr;
+}
+
+// The option's value: behind its equals sign, else the word `next`, which may be null.
+std::optional<std::string> valueOf(const std::string& option, const std::string* next) {
+  const auto equals = option.find('=');
+  if (equals != std::string::npos) return option.substr(equals + 1);
+  return next != nullptr ? std::optional(*next) : std::nullopt;
 }
 
 }  // namespace
@@ -72,7 +76,7 @@ std::string variable(const char* name) {
 }
 
 std::string environmentHelp() {
-  std::string options = "Before the command:";
+  std::string options = "Anywhere in the command line:";
   std::string environment = "\n\nEnvironment:";
   for (const Variable& each : kVariables) {
     if (*each.option != '\0') options += helpLine(each.option, each.help);
@@ -82,16 +86,24 @@ std::string environmentHelp() {
 }
 
 bool takeProgramOptions(std::vector<std::string>& words) {
-  splitAtEquals(words);
-  const Variable* option = firstOption(words);
-  if (option == nullptr) return true;
-  if (words.size() < 2) {
-    complain(words.front() + " wants " + option->wants);
-    return false;
+  std::size_t at = 0;
+  while (at < words.size() && words[at] != "--") {
+    const Variable* variable = variableOf(words[at]);
+    if (variable == nullptr) {
+      ++at;
+      continue;
+    }
+    const bool isLast = at + 1 == words.size();
+    const auto value = valueOf(words[at], isLast ? nullptr : &words[at + 1]);
+    if (!value) {
+      complain(words[at] + " wants " + variable->wants);
+      return false;
+    }
+    setenv(variable->name, value->c_str(), 1);
+    const auto option = words.begin() + static_cast<std::ptrdiff_t>(at);
+    words.erase(option, option + (option->find('=') != std::string::npos ? 1 : 2));
   }
-  setenv(option->name, words[1].c_str(), 1);
-  words.erase(words.begin(), words.begin() + 2);
-  return takeProgramOptions(words);
+  return true;
 }
 
 }  // namespace cli

@@ -21,11 +21,11 @@ std::span<const Variable> variables();
 // The variable's value; empty when it is not set.
 std::string variable(const char* name);
 
-// The end of --help: the options before the command, and the variables.
+// The end of --help: the options of the program, and the variables.
 std::string environmentHelp();
 
-// Takes the options before the command off the words, and sets their variables. Returns false, with
-// a message, when one lacks its value.
+// Takes the options of the program off the words, wherever they are before a "--", and sets their
+// variables. Returns false, with a message, when one lacks its value.
 bool takeProgramOptions(std::vector<std::string>& words);
 
 }  // namespace cli

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "display_text.h"
+#include "typed_name.h"
 
 namespace menu {
 
@@ -47,6 +48,22 @@ std::string listed(const std::vector<Provider::ListEntry>& entries) {
   return text;
 }
 
+std::vector<std::string> textsOf(const std::vector<Provider::ListEntry>& entries) {
+  std::vector<std::string> texts;
+  std::ranges::transform(entries, std::back_inserter(texts), &Provider::ListEntry::text);
+  return texts;
+}
+
+// The entry with that value or text, else with that text in another letter case.
+auto entryOf(const std::vector<Provider::ListEntry>& entries, const std::string& choice) {
+  const auto exact = std::ranges::find_if(entries, [&](const Provider::ListEntry& entry) {
+    return choice == std::to_string(entry.value) || choice == entry.text;
+  });
+  if (exact != entries.end()) return exact;
+  return std::ranges::find_if(
+      entries, [&](const Provider::ListEntry& entry) { return isSameName(choice, entry.text); });
+}
+
 }  // namespace
 
 MenuModel::MenuModel(Provider& provider, std::vector<MenuNode> tree)
@@ -70,11 +87,23 @@ Item MenuModel::read(const std::string& key) {
 }
 
 const MenuNode& MenuModel::find(const std::string& key) const {
-  const std::vector<const MenuNode*> nodes = flatten(tree_);
-  const auto found = std::ranges::find(nodes, key, &MenuNode::key);
-  if (found != nodes.end()) return **found;
+  std::vector<std::string> keys;
+  std::vector<const MenuNode*> ending;
+  for (const MenuNode* node : flatten(tree_)) {
+    if (node->key == key) return *node;
+    if (endsPath(key, node->key)) ending.push_back(node);
+    keys.push_back(node->key);
+  }
+  if (ending.size() == 1) return *ending.front();
+  if (!ending.empty()) {
+    throw UnknownError("several items end in " + inQuotes(key) + ":" +
+                       keysOf([&](const MenuNode& node) { return endsPath(key, node.key); }));
+  }
+  const std::string suggestion = didYouMean(key, keys);
   throw UnknownError("the menu has no item " + inQuotes(key) +
-                     "; it has:" + keysOf([](const MenuNode&) { return true; }));
+                     (suggestion.empty()
+                          ? "; it has:" + keysOf([](const MenuNode&) { return true; })
+                          : suggestion));
 }
 
 std::string MenuModel::keysOf(const std::function<bool(const MenuNode&)>& wanted) const {
@@ -126,7 +155,7 @@ void MenuModel::readParts(const MenuNode& node, Item& item) {
 std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
   const MenuNode& node = find(key);
   if (node.listKey.empty()) {
-    throw UnknownError(inQuotes(key) + " has no option list; these have one:" +
+    throw UnknownError(inQuotes(node.key) + " has no option list; these have one:" +
                        keysOf([](const MenuNode& other) { return !other.listKey.empty(); }));
   }
   return provider_.list(node.listKey);
@@ -139,16 +168,14 @@ Provider::MessageBox MenuModel::box(const std::string& key) {
 Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {
   const MenuNode& node = find(key);
   if (!hasValue(node.kind)) {
-    throw UnknownError(inQuotes(key) + " has no value to set; these have one:" +
+    throw UnknownError(inQuotes(node.key) + " has no value to set; these have one:" +
                        keysOf([](const MenuNode& other) { return hasValue(other.kind); }));
   }
   const std::vector<Provider::ListEntry> entries = provider_.list(node.listKey);
-  const auto found = std::ranges::find_if(entries, [&](const Provider::ListEntry& entry) {
-    return choice == std::to_string(entry.value) || choice == entry.text;
-  });
+  const auto found = entryOf(entries, choice);
   if (found == entries.end()) {
-    throw UnknownError(inQuotes(key) + " has no choice " + inQuotes(choice) + "; it has " +
-                       listed(entries));
+    throw UnknownError(inQuotes(node.key) + " has no choice " + inQuotes(choice) + "; it has " +
+                       listed(entries) + didYouMean(choice, textsOf(entries)));
   }
   if (node.kind == ItemKind::kDeviceName && found == entries.end() - 1) {
     throw UnknownError("choice " + std::to_string(found->value) +
@@ -158,10 +185,11 @@ Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::str
 }
 
 void MenuModel::set(const std::string& key, int value) {
-  requireEnabled(key);
-  const int result = needed(provider_.setInt(key, value), "set_int");
+  const MenuNode& node = find(key);
+  requireEnabled(node.key);
+  const int result = needed(provider_.setInt(node.key, value), "set_int");
   if (result < 0) {
-    throw RefusedError("the TV did not set " + inQuotes(key) + ": set_int gave " +
+    throw RefusedError("the TV did not set " + inQuotes(node.key) + ": set_int gave " +
                        std::to_string(result) + "; VENTARO_LOG=stderr shows why");
   }
 }

@@ -47,7 +47,9 @@ struct Item {
   std::vector<std::string> problems;  // callbacks that failed; their parts of the item are missing
 };
 
-// Every function asks the provider anew. They raise CallbackError, UnknownError and RefusedError.
+// Every function asks the provider anew. A key may be given by its last parts, in any letter case
+// ("wifionoff"), where only one item of the menu ends so. They raise CallbackError, UnknownError
+// and RefusedError.
 class MenuModel {
  public:
   MenuModel(Provider& provider, std::vector<MenuNode> tree);
@@ -64,7 +66,8 @@ class MenuModel {
   // The confirmation box that an item would show. Refused when the provider has none.
   Provider::MessageBox box(const std::string& key);
 
-  // The entry with that value or text. UnknownError when the item has no value, or no such entry.
+  // The entry with that value or text, in any letter case. UnknownError when the item has no value,
+  // or no such entry.
   Provider::ListEntry findChoice(const std::string& key, const std::string& choice);
 
   // Gives an item a value of its option list, without asking. Where the entry's action says so, the

@@ -34,6 +34,17 @@ def test_an_entry_is_chosen_by_its_text_as_well(tv):
     assert tv.out("set", WIFI, "Off") == "Wi-Fi   Off\n"
 
 
+def test_keys_and_entries_are_found_in_any_letter_case(tv):
+    assert tv.out("set", "wifionoff", "OFF") == "Wi-Fi   Off\n"
+    assert tv.out("choose", "wiredeap", "on") == "Wired 802.1X Connection   On\n"
+    assert tv.out("set", "devicename", "living room tv") == "Device Name   Living Room TV\n"
+
+
+def test_a_misspelt_entry_is_told_the_nearest_one(tv):
+    assert tv.error(2, "set", WIFI, "Of") == (
+        f'ventaro: "{WIFI}" has no choice "Of"; it has 0 (Off), 1 (On); did you mean "Off"?\n')
+
+
 def test_the_tv_reconnects_when_wifi_comes_back_on(tv):
     tv.out("set", WIFI, "0")
     tv.out("set", WIFI, "1")

@@ -13,20 +13,34 @@ COMMANDS = ("show, get, watch, list, box, choose, set, connect, name, store, net
 
 
 def test_an_unknown_command_names_those_there_are(tv):
-    assert tv.error(2, "shwo") == f'ventaro: there is no command "shwo"; there are: {COMMANDS}\n'
+    assert tv.error(2, "frobnicate") == (
+        f'ventaro: there is no command "frobnicate"; there are: {COMMANDS}\n')
     assert tv.error(2, "store", "put") == (
         'ventaro: there is no command "put"; there are: get, list, set, watch\n')
+
+
+def test_a_misspelt_command_is_told_the_nearest_one(tv):
+    assert tv.error(2, "shwo") == 'ventaro: there is no command "shwo"; did you mean "show"?\n'
+    assert tv.error(2, "store", "lst") == (
+        'ventaro: there is no command "lst"; did you mean "list"?\n')
 
 
 def test_a_missing_command_of_a_group_names_those_there_are(tv):
     assert tv.error(2, "network") == "ventaro: a command is missing; there are: serve, load\n"
 
 
-def test_a_missing_or_superfluous_word_shows_the_usage(tv):
-    for words in (["get"], ["show", "more"], ["set", "menu/network/WiFiOnOff"]):
-        message = tv.error(2, *words)
-        assert message.startswith(f"ventaro {words[0]}: ")
-        assert f"Usage: ventaro {words[0]}" in message
+@pytest.mark.parametrize("words, message", [
+    (["get"], 'ventaro get: KEY is required (see "ventaro get --help")'),
+    (["show", "more"], 'ventaro show: The following argument was not expected: more '
+                       '(see "ventaro show --help")'),
+    (["set", "wifionoff"], 'ventaro set: VALUE is required (see "ventaro set --help")'),
+    (["store", "set", "db/x"], 'ventaro store set: VALUE is required '
+                               '(see "ventaro store set --help")'),
+    (["show", "--breif"], 'ventaro show: The following argument was not expected: --breif; '
+                          'did you mean "--brief"? (see "ventaro show --help")'),
+])
+def test_a_mistake_in_the_arguments_is_one_line_that_says_where_help_is(tv, words, message):
+    assert tv.error(2, *words) == message + "\n"
 
 
 def test_help_is_no_error(tv):

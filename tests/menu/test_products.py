@@ -40,6 +40,18 @@ def test_the_environment_chooses_a_product_and_the_option_has_precedence(tv):
     assert "of the screen" in help_text("--product=screen", VENTARO_PRODUCT="projector")
 
 
+def test_options_of_the_program_may_stand_anywhere(tv):
+    for words in (["--product", "projector", "get", "network"],
+                  ["get", "--product", "projector", "network"],
+                  ["get", "network", "--product=projector"]):
+        assert "of the projector" in tv.json(*words)["help"]
+    assert "--product wants" in tv.error(2, "show", "--product")
+
+
+def test_behind_two_dashes_there_are_no_options(tv):
+    assert tv.out("name", "--", "--product") == "Device Name   --product\n"
+
+
 def test_an_unknown_product_names_those_there_are(tv):
     message = tv.error(1, "--product", "toaster", "show")
     assert f"there are: {', '.join(PRODUCTS)}" in message

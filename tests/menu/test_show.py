@@ -1,6 +1,10 @@
 """What the menu shows."""
 
 import json
+import os
+import pathlib
+
+SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
 
 MENU = """\
 Network
@@ -151,6 +155,37 @@ def test_get_shows_one_item(tv):
 
 
 def test_get_of_an_unknown_key_names_the_keys_there_are(tv):
-    message = tv.error(2, "get", "menu/network/Wifi")
-    assert message.startswith('ventaro: the menu has no item "menu/network/Wifi"; it has:\n')
+    message = tv.error(2, "get", "menu/sound/volume")
+    assert message.startswith('ventaro: the menu has no item "menu/sound/volume"; it has:\n')
     assert f"\n  {WIFI}\n" in message
+
+
+def test_a_key_may_be_given_by_its_last_parts_in_any_letter_case(tv):
+    for typed in ("wifionoff", "WIFIONOFF", "network/WiFiOnOff", "MENU/network/wifionoff"):
+        assert tv.out("get", typed, "--brief") == "Wi-Fi   On\n"
+    assert tv.item("network")["key"] == "menu/general/network"
+
+
+def test_an_ending_that_is_not_a_whole_part_is_no_key_but_is_suggested(tv):
+    assert tv.error(2, "get", "onoff") == (
+        f'ventaro: the menu has no item "onoff"; did you mean "{WIFI}"?\n')
+
+
+def test_a_key_that_is_nearly_right_is_told_the_nearest_ones(tv):
+    for typed, nearest in (("wifionof", f'"{WIFI}"'), ("devcie-name", '"menu/network/devicename"'),
+                           ("savedap", f'"{SAVED_1}" or "{SAVED_2}"')):
+        assert tv.error(2, "get", typed) == (
+            f'ventaro: the menu has no item "{typed}"; did you mean {nearest}?\n')
+
+
+def test_an_ending_of_several_keys_is_an_error_that_lists_them(tv):
+    root = tv.folder / "share"
+    root.mkdir()
+    for name in ("products", "scenarios", "res"):
+        (root / name).symlink_to(SHARE / name)
+    keys = ["menu/a/again", "menu/b/again"]
+    (root / "menu.json").write_text(
+        json.dumps({"items": [{"key": key, "kind": "action"} for key in keys]}))
+    message = tv.error(2, "get", "again", VENTARO_RESOURCE_ROOT=str(root))
+    assert message == ('ventaro: several items end in "again":\n  menu/a/again\n  menu/b/again\n')
+    assert tv.json("get", "A/again", VENTARO_RESOURCE_ROOT=str(root))["key"] == keys[0]
