@@ -11,6 +11,9 @@ namespace {
 
 constexpr Argument kJson{"[--json]", "Write JSON", Takes::kNothing};
 constexpr Argument kBrief{"[--brief]", "Only names and values", Takes::kNothing};
+constexpr Argument kAll{"[--all]", "All that the provider says, icons too, as a pipe gets it",
+                        Takes::kNothing};
+constexpr Argument kKeys{"[--keys]", "With each item's key", Takes::kNothing};
 constexpr Argument kYes{"[--yes]", "Answer the box with yes", Takes::kNothing};
 constexpr Argument kWait{
     "[--wait]", "Wait until the menu is asked to refresh, eight seconds after a Wi-Fi switch",
@@ -41,10 +44,11 @@ int runShell(Session& session, const Arguments& /*arguments*/) {
 // A row stays in one piece, which the formatter would take apart.
 // clang-format off
 constexpr Command kCommands[] = {
-    {"show", "Show the whole menu", show, {kJson, kBrief},
-     "Each item has its name, value, help text, icons, option list with what follows a choice, and "
-     "the box that would ask first. Hidden and disabled items are marked."},
-    {"get", "Show one item", get, {kKey, kJson, kBrief}},
+    {"show", "Show the whole menu", show, {kBrief, kAll, kKeys, kJson},
+     "Each item has its name, value, help text, choices with what follows them, and the box that "
+     "would ask first. Hidden and disabled items are marked. On a terminal the current choice is "
+     "marked as well, and icons are left out."},
+    {"get", "Show one item", get, {kKey, kBrief, kAll, kKeys, kJson}},
     {"watch", "Show the menu again whenever it is asked to refresh, until Ctrl-C", watch, {kJson}},
     {"list", "Show an item's option list, and what follows a choice", list, {kKey, kJson}},
     {"box", "Show the box that asks before an item is changed", box, {kKey, kJson}},

@@ -19,6 +19,11 @@ constexpr Variable kVariables[] = {
      "--provider FILE", "the path of a provider's library", "FILES"},
     {"VENTARO_MENU", "another menu file than the menu.json that comes along", "--menu FILE",
      "the path of a menu file", "FILES"},
+    {"VENTARO_COLOR",
+     "auto: colour on a terminal, the default; never; always: show into a pipe\n"
+     "what a terminal would be shown",
+     "--color WHEN", "auto, never or always", "auto never always"},
+    {"NO_COLOR", "set and not empty: no colour, unless --color always asks for it"},
     {"VENTARO_SCENARIO", "the simulated network at its start, by name or file; default home"},
     {"VENTARO_NETWORK", "the kind of network; there is only simulated"},
     {"VENTARO_REGION", "us or other, for items with regional variants; default us"},

@@ -11,6 +11,7 @@
 #include "documentation.h"
 #include "environment.h"
 #include "exit_codes.h"
+#include "next_steps.h"
 #include "output.h"
 #include "platform/host/resources.h"
 #include "session.h"
@@ -51,9 +52,11 @@ int main(int argc, char** argv) {
     cli::print(cli::jsonText(cli::documentation(), ""));
     return cli::kDone;
   }
+  const bool saysNothing = words.empty();
   if (wantsShow(words)) words.insert(words.begin(), "show");
   cli::Session session(providerFile());
   const int result = cli::runCommand(session, words);
+  if (saysNothing && result == cli::kDone) cli::suggestNextSteps(session, *argv);
   if (cli::standardOutputIsWritten()) return result;
   cli::complain("cannot write to standard output");
   return result == cli::kDone ? cli::kFailed : result;

@@ -12,6 +12,7 @@
 #include "output.h"
 #include "session.h"
 #include "stream.h"
+#include "terminal.h"
 
 namespace cli {
 
@@ -22,8 +23,11 @@ using menu::Item;
 // The provider asks eight seconds after the last switch, and not at all for other settings.
 constexpr std::chrono::seconds kLongestRefresh{20};
 
-Detail detailFor(const Arguments& arguments) {
-  return arguments.has("--brief") ? Detail::kLine : Detail::kAll;
+View viewFor(const Arguments& arguments) {
+  const bool keys = arguments.has("--keys");
+  const Terminal terminal = outputTerminal();
+  if (arguments.has("--brief")) return {Detail::kLine, keys};
+  return {arguments.has("--all") || !terminal.isThere ? Detail::kAll : Detail::kScreen, keys};
 }
 
 // Complains of the callbacks that failed while the items were read. Returns an ExitCode.
@@ -43,7 +47,7 @@ void setAndShow(Session& session, const Arguments& arguments, int value) {
   session.serveNetwork();
   menu.set(key, value);
   menu::runPending();
-  Printer(arguments).print(menu.read(key), Detail::kLine);
+  Printer(arguments).print(menu.read(key));
 }
 
 // Whether the person answers the box with yes; nothing when there is nobody to ask.
@@ -64,13 +68,13 @@ int unanswered(const menu::Provider::MessageBox& box) {
 
 int show(Session& session, const Arguments& arguments) {
   const std::vector<Item> items = session.menu().readAll();
-  Printer(arguments).print(items, detailFor(arguments));
+  Printer(arguments).print(items, viewFor(arguments));
   return reportProblems(items);
 }
 
 int get(Session& session, const Arguments& arguments) {
   const Item item = session.menu().read(arguments.text("KEY"));
-  Printer(arguments).print(item, detailFor(arguments));
+  Printer(arguments).print(item, viewFor(arguments));
   return reportProblems({item});
 }
 
@@ -84,7 +88,7 @@ int watch(Session& session, const Arguments& arguments) {
   const Printer printer(arguments, Results::kSeries);
   while (interruption.runUntil([&refresh] { return refresh; })) {
     refresh = false;
-    printer.print(menu.readAll(), Detail::kLine);
+    printer.print(menu.readAll());
     printer.note("");
   }
   return kDone;
@@ -142,7 +146,7 @@ int connect(Session& session, const Arguments& arguments) {
   if (arguments.has("--no-wait")) {
     const Item network = menu::askToConnect(menu, position);
     if (arguments.has("--json")) {
-      Printer(arguments).print(network, Detail::kLine);
+      Printer(arguments).print(network);
     } else {
       printLine("Asked the network service to connect to " + network.name + ".");
     }
@@ -152,7 +156,7 @@ int connect(Session& session, const Arguments& arguments) {
   const Printer printer(arguments, Results::kSeries);
   menu::Connection connection(
       menu, position, [&session] { return session.serveNetwork(); },
-      [&printer](const Item& network) { printer.print(network, Detail::kLine); });
+      [&printer](const Item& network) { printer.print(network); });
   interruption.runUntil([&connection] { return connection.hasEnded(); });
   if (connection.isConnected()) return kDone;
   if (interruption.isAsked()) return kInterrupted;
@@ -164,7 +168,7 @@ int name(Session& session, const Arguments& arguments) {
   menu::MenuModel& menu = session.menu();
   const std::string key = menu.rename(arguments.text("TEXT"));
   menu::runPending();
-  Printer(arguments).print(menu.read(key), Detail::kLine);
+  Printer(arguments).print(menu.read(key));
   return kDone;
 }
 

@@ -22,12 +22,18 @@ using StoreEntry = StoreEntries::value_type;
 // What things are, by their names.
 using Descriptions = std::map<std::string, std::string>;
 
-// How much a person is shown of an item. JSON always has everything.
-enum class Detail { kLine, kAll };
+// How much a person is shown of an item: its line, all that the provider says, or what a person at
+// a terminal wants to know. JSON always has everything.
+enum class Detail { kLine, kAll, kScreen };
+
+struct View {
+  Detail detail = Detail::kLine;
+  bool keys = false;  // whether each item's key is shown
+};
 
 // Each line with its line feed.
-std::string toText(const std::vector<menu::Item>& items, Detail detail);
-std::string toText(const menu::Item& item, Detail detail);
+std::string toText(const std::vector<menu::Item>& items, const View& view = {});
+std::string toText(const menu::Item& item, const View& view = {});
 std::string toText(const std::vector<menu::Provider::ListEntry>& entries);
 std::string toText(const menu::Provider::MessageBox& box);
 std::string toText(const StoreEntry& entry);
@@ -55,10 +61,10 @@ class Printer {
   explicit Printer(const Arguments& arguments, Results results = Results::kOne)
       : json_(arguments.has("--json")), indentation_(results == Results::kOne ? "  " : "") {}
 
-  // `detail` is given for items only.
-  template <typename Result, typename... Detail>
-  void print(const Result& result, Detail... detail) const {
-    cli::print(json_ ? jsonText(toJson(result), indentation_) : toText(result, detail...));
+  // `view` is given for items only; without it their lines are shown.
+  template <typename Result, typename... View>
+  void print(const Result& result, const View&... view) const {
+    cli::print(json_ ? jsonText(toJson(result), indentation_) : toText(result, view...));
   }
 
   // A line for people; programs are not told.

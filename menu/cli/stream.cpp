@@ -21,6 +21,10 @@ void claimStandardOutput() {
   dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
+int standardOutputFile() {
+  return standardOutput != nullptr ? fileno(standardOutput) : STDOUT_FILENO;
+}
+
 bool standardOutputIsWritten() {
   return standardOutput == nullptr ||
          (std::fflush(standardOutput) == 0 && std::ferror(standardOutput) == 0);

@@ -10,6 +10,9 @@ namespace cli {
 // from now on. To be called before anything is printed.
 void claimStandardOutput();
 
+// The file descriptor of standard output.
+int standardOutputFile();
+
 // Whether all that was printed has been written.
 bool standardOutputIsWritten();
 

@@ -3,6 +3,9 @@
 #include <algorithm>
 
 #include "../host/display_text.h"
+#include "../host/language.h"
+#include "item_text.h"
+#include "screen_text.h"
 
 namespace cli {
 
@@ -10,7 +13,7 @@ namespace {
 
 using menu::Item;
 using menu::ItemKind;
-using menu::NetworkState;
+using menu::translated;
 using platform::host::StoreValue;
 using ListEntry = menu::Provider::ListEntry;
 using MessageBox = menu::Provider::MessageBox;
@@ -18,39 +21,13 @@ using MessageBox = menu::Provider::MessageBox;
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 3;
 
-// The right-hand side of an item's line.
-std::string valueColumn(const Item& item) {
-  std::string text = item.value.value_or("");
-  if (item.state == NetworkState::kConnecting) text = "Connecting";
-  if (item.state == NetworkState::kConnected) text = "Connected";
-  if (item.kind == ItemKind::kPage && item.items.empty()) text = ">";
-  if (!item.enabled) text += text.empty() ? "(disabled)" : " (disabled)";
-  if (!item.visible) text += text.empty() ? "(hidden)" : " (hidden)";
-  return text;
-}
-
-std::string shownName(const Item& item) {
-  if (!item.name.empty()) return item.name;
-  const bool none = item.kind == ItemKind::kSavedNetwork && item.problems.empty();
-  return none ? "(no saved network)" : "(" + item.key + ")";
-}
-
-std::string entryLine(const ListEntry& entry) {
-  const std::string line = std::to_string(entry.value) + " " + entry.text;
-  switch (entry.action) {
-    case ITEM_FOLLOWING_ACTION_NONE:
-      return line;
-    case ITEM_FOLLOWING_ACTION_REFRESH:
-      return line + "  (then refreshes)";
-    case ITEM_FOLLOWING_ACTION_MESSAGE_BOX:
-      return line + "  (asks first)";
-  }
-  return line;
-}
-
-std::string boxLine(const MessageBox& box) {
-  return box.text + "  [" + box.yes + "] [" + box.no + "]";
-}
+constexpr char kKey[] = "key:";
+constexpr char kTitleIcon[] = "title icon:";
+constexpr char kStatusIcon[] = "status icon:";
+constexpr char kChoice[] = "choice:";
+constexpr char kState[] = "state:";
+constexpr char kAsks[] = "asks:";
+constexpr const char* kLabels[] = {kKey, kTitleIcon, kStatusIcon, kChoice, kState, kAsks};
 
 // A line of the menu, its right-hand side in a column of its own, and the lines that explain it.
 struct Line {
@@ -73,34 +50,46 @@ std::string fileName(const std::string& path) {
   return path.substr(path.rfind('/') + 1);
 }
 
+std::size_t labelColumns() {
+  std::size_t width = 0;
+  for (const char* label : kLabels) width = std::max(width, menu::columns(translated(label)));
+  return width + 1;
+}
+
+std::string labelled(const char* label, const std::string& text) {
+  const std::string word = translated(label);
+  return word + std::string(labelColumns() - menu::columns(word), ' ') + text;
+}
+
 std::vector<std::string> explanation(const Item& item) {
   std::vector<std::string> lines;
-  const auto add = [&lines](const char* word, const std::string& text) {
-    if (!text.empty()) lines.push_back(word + text);
+  const auto add = [&lines](const char* label, const std::string& text) {
+    if (!text.empty()) lines.push_back(labelled(label, text));
   };
-  add("", item.help);
-  add("title icon:  ", fileName(item.titleIcon));
-  add("status icon: ", fileName(item.statusIcon));
-  for (const ListEntry& entry : item.list) add("choice:      ", entryLine(entry));
-  if (item.box) add("asks:        ", boxLine(*item.box));
+  if (!item.help.empty()) lines.push_back(item.help);
+  add(kTitleIcon, fileName(item.titleIcon));
+  add(kStatusIcon, fileName(item.statusIcon));
+  // A saved network's list is that of its states, which nobody can choose.
+  const char* entryLabel = item.kind == ItemKind::kSavedNetwork ? kState : kChoice;
+  for (const ListEntry& entry : item.list) add(entryLabel, entryText(entry));
+  if (item.box) add(kAsks, boxText(*item.box));
   return lines;
 }
 
-void collectLines(const std::vector<Item>& items, Detail detail, std::size_t depth,
+void collectLines(const std::vector<Item>& items, const View& view, std::size_t depth,
                   std::vector<Line>& lines) {
   for (const Item& item : items) {
-    Line line{indented(depth, shownName(item)), valueColumn(item)};
-    if (detail == Detail::kAll) {
-      for (const std::string& text : explanation(item)) {
-        line.below.push_back(indented(depth + 2, text));
-      }
-    }
+    Line line{indented(depth, nameText(item)), valueText(item)};
+    std::vector<std::string> below;
+    if (view.detail == Detail::kAll) below = explanation(item);
+    if (view.keys) below.insert(below.begin(), labelled(kKey, item.key));
+    for (const std::string& text : below) line.below.push_back(indented(depth + 2, text));
     lines.push_back(std::move(line));
-    collectLines(item.items, detail, depth + 1, lines);
+    collectLines(item.items, view, depth + 1, lines);
   }
 }
 
-std::string valueText(const StoreValue& value) {
+std::string storedText(const StoreValue& value) {
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
   if (const auto* flag = std::get_if<bool>(&value)) return *flag ? "true" : "false";
   return std::to_string(std::get<int>(value));
@@ -108,9 +97,10 @@ std::string valueText(const StoreValue& value) {
 
 }  // namespace
 
-std::string toText(const std::vector<Item>& items, Detail detail) {
+std::string toText(const std::vector<Item>& items, const View& view) {
+  if (view.detail == Detail::kScreen) return screenText(items, view.keys);
   std::vector<Line> lines;
-  collectLines(items, detail, 0, lines);
+  collectLines(items, view, 0, lines);
   std::size_t width = 0;
   for (const Line& line : lines) width = std::max(width, menu::columns(line.left));
   std::string text;
@@ -122,13 +112,13 @@ std::string toText(const std::vector<Item>& items, Detail detail) {
   return text;
 }
 
-std::string toText(const Item& item, Detail detail) {
-  return toText(std::vector{item}, detail);
+std::string toText(const Item& item, const View& view) {
+  return toText(std::vector{item}, view);
 }
 
 std::string toText(const std::vector<ListEntry>& entries) {
   std::string text;
-  for (const ListEntry& entry : entries) text += entryLine(entry) + "\n";
+  for (const ListEntry& entry : entries) text += entryText(entry) + "\n";
   return text;
 }
 
@@ -137,7 +127,7 @@ std::string toText(const MessageBox& box) {
 }
 
 std::string toText(const StoreEntry& entry) {
-  return entry.first + " = " + valueText(entry.second) + "\n";
+  return entry.first + " = " + storedText(entry.second) + "\n";
 }
 
 std::string toText(const StoreEntries& entries) {

@@ -1,15 +1,20 @@
 #include "language.h"
 
+#include <libintl.h>
+
 #include <clocale>
 #include <cstdlib>
 #include <string>
 
 #include "platform/host/config_store.h"
+#include "platform/host/resources.h"
 #include "ventaro/data_provider.h"
 
 namespace menu {
 
 namespace {
+
+constexpr char kTextDomain[] = "ventaro-menu";
 
 std::string tvLanguage() {
   using namespace platform::host;
@@ -32,6 +37,11 @@ void chooseLanguage() {
   // To gettext these mean string IDs instead of texts.
   if (language == "C" || language == "POSIX") language = "en";
   setenv("LANGUAGE", (language + ":en").c_str(), 1);
+  bindtextdomain(kTextDomain, (platform::host::resourceRoot() / "res/locale").c_str());
+}
+
+std::string translated(const char* english) {
+  return dgettext(kTextDomain, english);
 }
 
 }  // namespace menu

@@ -114,6 +114,10 @@ std::string MenuModel::keysOf(const std::function<bool(const MenuNode&)>& wanted
   return keys;
 }
 
+bool MenuModel::asks(const MenuNode& node) const {
+  return !node.listKey.empty() && std::ranges::any_of(provider_.list(node.listKey), asksFirst);
+}
+
 Item MenuModel::readItem(const MenuNode& node) {
   Item item;
   item.key = node.key;
@@ -162,7 +166,13 @@ std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
 }
 
 Provider::MessageBox MenuModel::box(const std::string& key) {
-  return needed(provider_.messageBox(find(key).key), "get_messagebox_info");
+  const MenuNode& node = find(key);
+  // The provider would answer for any key.
+  if (!asks(node)) {
+    throw UnknownError(inQuotes(node.key) + " asks nothing before it is changed; these ask:" +
+                       keysOf([this](const MenuNode& other) { return asks(other); }));
+  }
+  return needed(provider_.messageBox(node.key), "get_messagebox_info");
 }
 
 Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {

@@ -63,7 +63,8 @@ class MenuModel {
   // The option list of an item that has one.
   std::vector<Provider::ListEntry> list(const std::string& key);
 
-  // The confirmation box that an item would show. Refused when the provider has none.
+  // The confirmation box that an item would show. UnknownError when none of its entries asks;
+  // refused when the provider has none.
   Provider::MessageBox box(const std::string& key);
 
   // The entry with that value or text, in any letter case. UnknownError when the item has no value,
@@ -89,6 +90,8 @@ class MenuModel {
   const MenuNode& find(const std::string& key) const;
   // The keys of the nodes that `wanted` accepts, a line each.
   std::string keysOf(const std::function<bool(const MenuNode&)>& wanted) const;
+  // Whether an entry of its list asks first.
+  bool asks(const MenuNode& node) const;
   Item readItem(const MenuNode& node);
   void readParts(const MenuNode& node, Item& item);
   std::vector<const MenuNode*> nodesOf(ItemKind kind) const;

@@ -17,8 +17,8 @@ constexpr std::size_t kShortestPart = 3;  // letters that say something inside a
 
 // Without letter case.
 std::string folded(const std::string& text) {
-  const std::unique_ptr<char, decltype(&g_free)> result(g_utf8_casefold(validText(text).c_str(), -1),
-                                                        g_free);
+  const std::unique_ptr<char, decltype(&g_free)> result(
+      g_utf8_casefold(validText(text).c_str(), -1), g_free);
   return result.get();
 }
 
@@ -33,8 +33,7 @@ std::size_t distance(const std::string& from, const std::string& to) {
     for (std::size_t j = 1; j <= to.size(); ++j) {
       const std::size_t replaced = costs[i - 1][j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
       costs[i][j] = std::min({costs[i - 1][j] + 1, costs[i][j - 1] + 1, replaced});
-      const bool swapped =
-          i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1];
+      const bool swapped = i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1];
       if (swapped) costs[i][j] = std::min(costs[i][j], costs[i - 2][j - 2] + 1);
     }
   }

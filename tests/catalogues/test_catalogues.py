@@ -10,6 +10,7 @@ import pytest
 
 ROOT = pathlib.Path(os.environ["VENTARO_SOURCE"])
 CATALOGUES = sorted((ROOT / "res/locale").glob("*.po"))
+MENU_CATALOGUES = sorted((ROOT / "res/menu").glob("*.po"))
 SID = re.compile(r'"((?:COM|TV|PJT|REP|SID)[_.][A-Z0-9_.]*(?:[A-Z0-9]))"')
 
 
@@ -60,3 +61,31 @@ class TestEveryCatalogue:
     def test_fits_the_buffers_of_the_menu(self, catalogue):
         too_long = [s for s, t in messages(catalogue).items() if len(t.encode()) > 2047]
         assert too_long == []
+
+
+def own_words():
+    """The words that the program translates."""
+    sources = "".join(source.read_text() for source in (ROOT / "menu").rglob("*.cpp"))
+    labels = re.findall(r'constexpr char k\w+\[\] = "([a-z ]+:)";', sources)
+    return set(re.findall(r'translated\("(.+?)"\)', sources)) | set(labels)
+
+
+def test_the_search_finds_the_programs_own_words():
+    assert {"Connected", "(asks first)", "title icon:"} <= own_words()
+
+
+def test_the_program_speaks_the_languages_of_the_menu():
+    assert [c.name for c in MENU_CATALOGUES] == [c.name for c in CATALOGUES]
+
+
+@pytest.mark.parametrize("catalogue", MENU_CATALOGUES, ids=lambda c: c.stem)
+class TestEveryCatalogueOfTheProgram:
+    def test_is_well_formed(self, catalogue):
+        subprocess.run(["msgfmt", "--check", "-o", os.devnull, catalogue], check=True)
+
+    def test_translates_each_of_its_words_and_nothing_else(self, catalogue):
+        assert {word for word, text in messages(catalogue).items() if text} == own_words()
+
+    def test_keeps_the_colon_behind_a_word_that_stands_before_something(self, catalogue):
+        for word, text in messages(catalogue).items():
+            assert word.endswith(":") == text.endswith((":", "\uff1a"))

@@ -1,10 +1,14 @@
 """A simulated TV for each test: its own store, and the program to use it with."""
 
+import codecs
 import json
 import os
 import pathlib
+import pty
+import select
 import shlex
 import subprocess
+import termios
 
 import pytest
 
@@ -49,6 +53,50 @@ class Process:
         """Ends its input, waits, and gives its exit code."""
         self.popen.stdin.close()
         return self.popen.wait(GUARD_SECONDS)
+
+
+class Person:
+    """The program on a terminal of that size, its input and its output."""
+
+    def __init__(self, words, env, columns, lines):
+        self.leader, follower = pty.openpty()
+        termios.tcsetwinsize(follower, (lines, columns))
+        self.popen = subprocess.Popen([*PROGRAM, *words], stdin=follower, stdout=follower,
+                                      stderr=follower, env=env)
+        os.close(follower)
+        self.decoder = codecs.getincrementaldecoder("utf-8")()
+
+    def reads_until(self, wanted):
+        """What is on the screen from here up to and including the wanted text."""
+        text = ""
+        while wanted not in text:
+            part = self.read()
+            assert part, text
+            text += part
+        return text
+
+    def reads_to_the_end(self):
+        """All that is shown until the program ends, with plain line feeds."""
+        text = ""
+        while part := self.read():
+            text += part
+        return text.replace("\r\n", "\n")
+
+    def read(self):
+        """What comes next; empty when nothing holds the terminal any more."""
+        assert select.select([self.leader], [], [], GUARD_SECONDS)[0], "nothing comes"
+        try:
+            return self.decoder.decode(os.read(self.leader, 4096))
+        except OSError:
+            return ""
+
+    def answers(self, line):
+        os.write(self.leader, f"{line}\n".encode())
+
+    def leaves(self):
+        code = self.popen.wait(GUARD_SECONDS)
+        os.close(self.leader)
+        return code
 
 
 class Tv:
@@ -106,6 +154,19 @@ class Tv:
         self.processes.append(process)
         return process
 
+    def at_terminal(self, *words, columns=80, lines=50, **env):
+        """Starts the program as a person does who sits before a terminal."""
+        person = Person(words, {**self.env, "TERM": "xterm", **env}, columns, lines)
+        self.processes.append(person)
+        return person
+
+    def on_screen(self, *words, **terminal):
+        """All that a command shows on a terminal."""
+        person = self.at_terminal(*words, **terminal)
+        text = person.reads_to_the_end()
+        assert person.leaves() == 0, text
+        return text
+
     def watch(self, *keys):
         """Starts a watch of the store that is under way when this returns."""
         process = self.start("store", "watch", *keys)
@@ -137,4 +198,5 @@ def tv(tmp_path):
             process.popen.kill()
         process.popen.wait()
         for stream in (process.popen.stdin, process.popen.stdout, process.popen.stderr):
-            stream.close()
+            if stream is not None:
+                stream.close()

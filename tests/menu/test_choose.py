@@ -1,41 +1,11 @@
 """Option lists, and choosing from them as a person does."""
 
-import os
-import pty
-import select
-import subprocess
-
 import pytest
 
 WIFI = "menu/network/WiFiOnOff"
 NAME = "menu/network/devicename"
 SOME_FEATURES = ("Some features will not be available without Wi-Fi. "
                  "Do you want to continue?")
-
-
-class Person:
-    """The program on a terminal."""
-
-    def __init__(self, tv, *words):
-        self.leader, follower = pty.openpty()
-        self.popen = subprocess.Popen([*tv.program, *words], stdin=follower,
-                                      stdout=follower, stderr=follower, env=tv.env)
-        os.close(follower)
-
-    def reads_until(self, wanted):
-        text = ""
-        while wanted not in text:
-            assert select.select([self.leader], [], [], 60)[0], text
-            text += os.read(self.leader, 4096).decode()
-        return text
-
-    def answers(self, line):
-        os.write(self.leader, f"{line}\n".encode())
-
-    def leaves(self):
-        code = self.popen.wait(60)
-        os.close(self.leader)
-        return code
 
 
 def test_list_shows_entries_with_what_follows_their_choice(tv):
@@ -66,6 +36,13 @@ def test_box_shows_the_text_and_the_two_buttons(tv):
     assert (box["buttons"], box["type"]) == (["Yes", "No"], 2)
 
 
+def test_an_item_that_never_asks_has_no_box(tv):
+    for key in (NAME, "menu/network/networkstatus", "menu/network/SavedAP1"):
+        message = tv.error(2, "box", key)
+        assert message.startswith(f'ventaro: "{key}" asks nothing before it is changed; these ask:')
+        assert message.splitlines()[1:] == [f"  {WIFI}", "  menu/network/MobileDeviceTV_US"]
+
+
 def test_without_a_terminal_an_entry_that_asks_needs_yes_and_changes_nothing(tv):
     message = tv.error(3, "choose", WIFI, "0")
     assert SOME_FEATURES in message and '--yes answers "Yes"' in message
@@ -83,7 +60,7 @@ def test_an_entry_that_does_not_ask_is_chosen_at_once(tv):
 def test_a_person_is_asked_and_yes_goes_on(tv):
     for answer in ("1", "Yes"):
         tv.out("set", WIFI, "1")
-        person = Person(tv, "choose", WIFI, "0")
+        person = tv.at_terminal("choose", WIFI, "0")
         assert "1 Yes\r\n2 No\r\n" in person.reads_until("? ")
         person.answers(answer)
         person.reads_until("Wi-Fi   Off")
@@ -93,7 +70,7 @@ def test_a_person_is_asked_and_yes_goes_on(tv):
 @pytest.mark.parametrize("answer", ["2", "No", "", "yes please"])
 def test_any_other_answer_changes_nothing(tv, answer):
     tv.out("show")
-    person = Person(tv, "choose", WIFI, "0")
+    person = tv.at_terminal("choose", WIFI, "0")
     person.reads_until("? ")
     person.answers(answer)
     assert person.leaves() == 0

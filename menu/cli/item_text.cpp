@@ -1,0 +1,46 @@
+#include "item_text.h"
+
+#include "../host/language.h"
+
+namespace cli {
+
+using menu::Item;
+using menu::ItemKind;
+using menu::NetworkState;
+using menu::translated;
+
+std::string nameText(const Item& item) {
+  if (!item.name.empty()) return item.name;
+  const bool none = item.kind == ItemKind::kSavedNetwork && item.problems.empty();
+  return none ? translated("(no saved network)") : "(" + item.key + ")";
+}
+
+std::string valueText(const Item& item) {
+  std::string text = item.value.value_or("");
+  const auto add = [&text](const std::string& word) { text += (text.empty() ? "" : " ") + word; };
+  if (item.state == NetworkState::kConnecting) text = translated("Connecting");
+  if (item.state == NetworkState::kConnected) text = translated("Connected");
+  if (item.kind == ItemKind::kPage && item.items.empty()) text = ">";
+  if (!item.enabled) add(translated("(disabled)"));
+  if (!item.visible) add(translated("(hidden)"));
+  return text;
+}
+
+std::string entryText(const menu::Provider::ListEntry& entry) {
+  const std::string text = std::to_string(entry.value) + " " + entry.text;
+  switch (entry.action) {
+    case ITEM_FOLLOWING_ACTION_NONE:
+      return text;
+    case ITEM_FOLLOWING_ACTION_REFRESH:
+      return text + "  " + translated("(then refreshes)");
+    case ITEM_FOLLOWING_ACTION_MESSAGE_BOX:
+      return text + "  " + translated("(asks first)");
+  }
+  return text;
+}
+
+std::string boxText(const menu::Provider::MessageBox& box) {
+  return box.text + "  [" + box.yes + "] [" + box.no + "]";
+}
+
+}  // namespace cli

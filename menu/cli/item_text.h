@@ -1,0 +1,25 @@
+// What is said of an item wherever people read it, in the menu's language.
+#ifndef MENU_CLI_ITEM_TEXT_H
+#define MENU_CLI_ITEM_TEXT_H
+
+#include <string>
+
+#include "../host/menu_model.h"
+
+namespace cli {
+
+// Its name; what stands for it where it has none.
+std::string nameText(const menu::Item& item);
+
+// Its value or state, and whether it is hidden or disabled.
+std::string valueText(const menu::Item& item);
+
+// "0 Off  (asks first)"
+std::string entryText(const menu::Provider::ListEntry& entry);
+
+// The question and its buttons.
+std::string boxText(const menu::Provider::MessageBox& box);
+
+}  // namespace cli
+
+#endif  // MENU_CLI_ITEM_TEXT_H

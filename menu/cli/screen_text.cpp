@@ -1,0 +1,93 @@
+#include "screen_text.h"
+
+#include <algorithm>
+
+#include "../host/display_text.h"
+#include "../host/language.h"
+#include "item_text.h"
+#include "terminal.h"
+
+namespace cli {
+
+namespace {
+
+using menu::Item;
+using menu::ItemKind;
+
+constexpr std::size_t kIndent = 2;
+constexpr std::size_t kGap = 3;
+constexpr std::size_t kNarrowest = 20;  // the width that texts have even where there is less room
+
+// The columns up to the values.
+std::size_t nameColumns(const std::vector<Item>& items, std::size_t depth = 0) {
+  std::size_t width = 0;
+  for (const Item& item : items) {
+    width = std::max({width, depth * kIndent + menu::columns(nameText(item)),
+                      nameColumns(item.items, depth + 1)});
+  }
+  return width;
+}
+
+class Screen {
+ public:
+  Screen(const std::vector<Item>& items, bool keys)
+      : keys_(keys), terminal_(outputTerminal()), nameColumns_(nameColumns(items)) {
+    addItems(items, 0);
+  }
+
+  const std::string& text() const { return text_; }
+
+ private:
+  void addItems(const std::vector<Item>& items, std::size_t indent) {
+    for (const Item& item : items) {
+      addLine(item, indent);
+      if (keys_) addWrapped(Style::kDim, item.key, indent + kIndent);
+      if (!item.help.empty()) addWrapped(Style::kDim, item.help, indent + kIndent);
+      if (item.kind != ItemKind::kSavedNetwork) addChoices(item, indent + kIndent);
+      if (item.box) {
+        const std::string asks = menu::translated("asks:") + " " + boxText(*item.box);
+        addWrapped(Style::kDim, asks, indent + kIndent);
+      }
+      addItems(item.items, indent + kIndent);
+    }
+  }
+
+  void addLine(const Item& item, std::size_t indent) {
+    const std::string name = nameText(item);
+    const std::string value = valueText(item);
+    const bool usable = item.enabled && item.visible;
+    text_ += std::string(indent, ' ') + terminal_.styled(usable ? Style::kBold : Style::kDim, name);
+    if (!value.empty()) {
+      text_ += std::string(nameColumns_ + kGap - indent - menu::columns(name), ' ') + value;
+    }
+    text_ += "\n";
+  }
+
+  void addChoices(const Item& item, std::size_t indent) {
+    for (const menu::Provider::ListEntry& entry : item.list) {
+      const bool isCurrent = item.position == entry.value;
+      addWrapped(isCurrent ? Style::kBold : Style::kPlain,
+                 (isCurrent ? "* " : "  ") + entryText(entry), indent);
+    }
+  }
+
+  void addWrapped(Style style, const std::string& text, std::size_t indent) {
+    const std::size_t room = std::max(terminal_.width, indent + kNarrowest) - indent;
+    for (const std::string& line : wrapped(text, room)) {
+      text_ += std::string(indent, ' ') + terminal_.styled(style, line) + "\n";
+    }
+  }
+
+  bool keys_;
+  Terminal terminal_;
+  std::size_t nameColumns_;
+  std::string text_;
+};
+
+}  // namespace
+
+std::string screenText(const std::vector<Item>& items, bool keys) {
+  return Screen(items, keys).text();
+}
+
+}  // namespace cli
