@@ -4,6 +4,7 @@
 #include "host_commands.h"
 #include "menu_commands.h"
 #include "shell.h"
+#include "watch.h"
 
 namespace cli {
 
@@ -49,7 +50,9 @@ constexpr Command kCommands[] = {
      "would ask first. Hidden and disabled items are marked. On a terminal the current choice is "
      "marked as well, and icons are left out."},
     {"get", "Show one item", get, {kKey, kBrief, kAll, kKeys, kJson}},
-    {"watch", "Show the menu again whenever it is asked to refresh, until Ctrl-C", watch, {kJson}},
+    {"watch", "Show the menu, and again whenever it changes, until Ctrl-C", watch, {kJson},
+     "On a terminal it is drawn anew in its place, with the time and a mark at what changed. With "
+     "--json each item is a line, and again when it changes."},
     {"list", "Show an item's option list, and what follows a choice", list, {kKey, kJson}},
     {"box", "Show the box that asks before an item is changed", box, {kKey, kJson}},
     {"choose", "Choose an entry of an item's list, as a person does", choose,

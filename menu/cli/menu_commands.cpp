@@ -50,6 +50,14 @@ void setAndShow(Session& session, const Arguments& arguments, int value) {
   Printer(arguments).print(menu.read(key));
 }
 
+// All of the item of a network, in the state that the network was told to be in.
+Item readInState(menu::MenuModel& menu, const Item& network) {
+  Item item = menu.read(network.key);
+  if (item.name != network.name) return network;  // another one has taken its position meanwhile
+  item.state = network.state;
+  return item;
+}
+
 // Whether the person answers the box with yes; nothing when there is nobody to ask.
 std::optional<bool> ask(Session& session, const menu::Provider::MessageBox& box) {
   const menu::Interruption interruption;
@@ -76,22 +84,6 @@ int get(Session& session, const Arguments& arguments) {
   const Item item = session.menu().read(arguments.text("KEY"));
   Printer(arguments).print(item, viewFor(arguments));
   return reportProblems({item});
-}
-
-int watch(Session& session, const Arguments& arguments) {
-  const menu::Interruption interruption;
-  menu::MenuModel& menu = session.menu();
-  session.serveNetwork();
-  bool refresh = true;
-  const auto subscription =
-      menu::onRefreshRequest(menu::Refresh::kAnyPart, [&refresh] { refresh = true; });
-  const Printer printer(arguments, Results::kSeries);
-  while (interruption.runUntil([&refresh] { return refresh; })) {
-    refresh = false;
-    printer.print(menu.readAll());
-    printer.note("");
-  }
-  return kDone;
 }
 
 int list(Session& session, const Arguments& arguments) {
@@ -142,21 +134,21 @@ int set(Session& session, const Arguments& arguments) {
 int connect(Session& session, const Arguments& arguments) {
   const menu::Interruption interruption;
   menu::MenuModel& menu = session.menu();
+  const Printer printer(arguments, Results::kSeries);
   const int position = arguments.number("POSITION").value();
   if (arguments.has("--no-wait")) {
     const Item network = menu::askToConnect(menu, position);
     if (arguments.has("--json")) {
-      Printer(arguments).print(network);
+      printer.print(menu.read(network.key));
     } else {
       printLine("Asked the network service to connect to " + network.name + ".");
     }
     return kDone;
   }
   session.serveNetwork();
-  const Printer printer(arguments, Results::kSeries);
   menu::Connection connection(
       menu, position, [&session] { return session.serveNetwork(); },
-      [&printer](const Item& network) { printer.print(network); });
+      [&](const Item& network) { printer.print(readInState(menu, network)); });
   interruption.runUntil([&connection] { return connection.hasEnded(); });
   if (connection.isConnected()) return kDone;
   if (interruption.isAsked()) return kInterrupted;

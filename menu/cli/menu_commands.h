@@ -6,7 +6,7 @@
 
 namespace cli {
 
-Action show, get, watch, list, box, choose, set, connect, name;
+Action show, get, list, box, choose, set, connect, name;
 
 }  // namespace cli
 

@@ -28,10 +28,28 @@ std::size_t nameColumns(const std::vector<Item>& items, std::size_t depth = 0) {
   return width;
 }
 
+// The name, and the value in its column.
+struct NameAndValue {
+  std::string name;
+  std::string value;
+};
+
+NameAndValue lineOf(const Item& item, std::size_t indent, std::size_t valueColumn) {
+  const std::string name = nameText(item);
+  const std::string value = valueText(item);
+  const std::string gap(valueColumn - indent - menu::columns(name), ' ');
+  return {name, value.empty() ? "" : gap + value};
+}
+
+std::string inOneLine(std::string text) {
+  std::ranges::replace(text, '\n', ' ');
+  return text;
+}
+
 class Screen {
  public:
   Screen(const std::vector<Item>& items, bool keys)
-      : keys_(keys), terminal_(outputTerminal()), nameColumns_(nameColumns(items)) {
+      : keys_(keys), terminal_(outputTerminal()), valueColumn_(nameColumns(items) + kGap) {
     addItems(items, 0);
   }
 
@@ -53,14 +71,10 @@ class Screen {
   }
 
   void addLine(const Item& item, std::size_t indent) {
-    const std::string name = nameText(item);
-    const std::string value = valueText(item);
+    const auto [name, value] = lineOf(item, indent, valueColumn_);
     const bool usable = item.enabled && item.visible;
-    text_ += std::string(indent, ' ') + terminal_.styled(usable ? Style::kBold : Style::kDim, name);
-    if (!value.empty()) {
-      text_ += std::string(nameColumns_ + kGap - indent - menu::columns(name), ' ') + value;
-    }
-    text_ += "\n";
+    text_ += std::string(indent, ' ') +
+             terminal_.styled(usable ? Style::kBold : Style::kDim, name) + value + "\n";
   }
 
   void addChoices(const Item& item, std::size_t indent) {
@@ -80,11 +94,32 @@ class Screen {
 
   bool keys_;
   Terminal terminal_;
-  std::size_t nameColumns_;
+  std::size_t valueColumn_;
   std::string text_;
 };
 
+void addLines(const std::vector<Item>& items, const std::set<std::string>& marked,
+              std::size_t indent, std::size_t valueColumn, std::vector<std::string>& lines) {
+  const Terminal terminal = outputTerminal();
+  for (const Item& item : items) {
+    const bool isMarked = marked.contains(item.key);
+    const auto [name, value] = lineOf(item, indent, valueColumn);
+    const std::string line =
+        (isMarked ? "* " : "  ") + std::string(indent, ' ') + inOneLine(name + value);
+    lines.push_back(
+        terminal.styled(isMarked ? Style::kBold : Style::kPlain, cutTo(line, terminal.width)));
+    addLines(item.items, marked, indent + kIndent, valueColumn, lines);
+  }
+}
+
 }  // namespace
+
+std::vector<std::string> screenLines(const std::vector<Item>& items,
+                                     const std::set<std::string>& marked) {
+  std::vector<std::string> lines;
+  addLines(items, marked, 0, nameColumns(items) + kGap, lines);
+  return lines;
+}
 
 std::string screenText(const std::vector<Item>& items, bool keys) {
   return Screen(items, keys).text();

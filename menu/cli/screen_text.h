@@ -3,6 +3,7 @@
 #ifndef MENU_CLI_SCREEN_TEXT_H
 #define MENU_CLI_SCREEN_TEXT_H
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,11 @@ namespace cli {
 
 // With each item's key where `keys` is set.
 std::string screenText(const std::vector<menu::Item>& items, bool keys);
+
+// A line with name and value for each item, cut to the width; those with keys in `marked` begin
+// with a mark and are bold.
+std::vector<std::string> screenLines(const std::vector<menu::Item>& items,
+                                     const std::set<std::string>& marked);
 
 }  // namespace cli
 

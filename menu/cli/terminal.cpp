@@ -109,6 +109,7 @@ Terminal outputTerminal() {
   Terminal terminal;
   const bool isTerminal = isatty(standardOutputFile()) != 0;
   terminal.isThere = isTerminal || when == "always";
+  terminal.canRedraw = isTerminal && variable("TERM") != "dumb";
   const bool wantsNone = !variable("NO_COLOR").empty() || variable("TERM") == "dumb";
   terminal.hasColor = when == "always" || (when == "auto" && isTerminal && !wantsNone);
   measure(terminal);

@@ -13,6 +13,7 @@ enum class Style { kPlain, kBold, kDim };
 struct Terminal {
   bool isThere = false;  // whether results are shown as on a terminal
   bool hasColor = false;
+  bool canRedraw = false;   // whether the cursor can be moved back
   std::size_t width = 80;   // in columns
   std::size_t height = 24;  // in lines
 

@@ -23,6 +23,15 @@ Subscription onSet(const std::string& key, std::function<void()> action) {
       });
 }
 
+std::vector<Subscription> onAnySet(const std::function<void()>& action) {
+  std::vector<Subscription> subscriptions;
+  for (const char* area : {"db/", "memory/"}) {
+    subscriptions.push_back(ConfigStore::instance().subscribe(
+        area, [action](const std::string& /*key*/) { action(); }));
+  }
+  return subscriptions;
+}
+
 Subscription onRefreshRequest(Refresh wanted, std::function<void()> action) {
   return onSet(VENTARO_STORE_REFRESH, [wanted, action = std::move(action)] {
     if (wanted == Refresh::kAnyPart ||

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "platform/host/config_store.h"
 
@@ -14,6 +15,9 @@ using platform::host::Subscription;
 
 // Calls `action` after every set of that key, by any process. Raises platform::host::StoreError.
 [[nodiscard]] Subscription onSet(const std::string& key, std::function<void()> action);
+
+// Calls `action` after every set of any key, by any process. Raises platform::host::StoreError.
+[[nodiscard]] std::vector<Subscription> onAnySet(const std::function<void()>& action);
 
 // What a provider or the platform can ask the menu to refresh.
 enum class Refresh { kAnyPart, kWholeMenu };

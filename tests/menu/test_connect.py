@@ -26,14 +26,17 @@ def test_connects_again_to_the_network_that_is_connected(tv):
     assert tv.out("connect", "1") == "Attic 6E   Connecting\nAttic 6E   Connected\n"
 
 
-def test_tells_each_state_as_json(tv):
-    lines = tv.out("connect", "2", "--json")
-    decoder, states = json.JSONDecoder(), []
-    while lines.strip():
-        item, end = decoder.raw_decode(lines.strip())
-        states.append(item["state"])
-        lines = lines.strip()[end:]
-    assert states == ["connecting", "connected"]
+def test_json_tells_each_state_in_a_line_with_all_of_the_item(tv):
+    told = [json.loads(line) for line in tv.out("connect", "2", "--json").splitlines()]
+    assert [item["state"] for item in told] == ["connecting", "connected"]
+    assert told[-1] == tv.item("menu/network/SavedAP2")
+    assert told[0].keys() == told[-1].keys()
+
+
+def test_json_of_what_was_only_asked_for_is_a_line_with_all_of_the_item(tv):
+    for position in ("2", "1"):  # the first is connected already
+        line, end = tv.out("connect", position, "--no-wait", "--json").split("\n")
+        assert (json.loads(line), end) == (tv.item(f"menu/network/SavedAP{position}"), "")
 
 
 def test_a_network_service_in_another_process_connects(tv):
