@@ -167,12 +167,13 @@ std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
 
 Provider::MessageBox MenuModel::box(const std::string& key) {
   const MenuNode& node = find(key);
-  // The provider would answer for any key.
+  auto box = needed(provider_.messageBox(node.key), "get_messagebox_info");
+  // The provider answers for any key.
   if (!asks(node)) {
     throw UnknownError(inQuotes(node.key) + " asks nothing before it is changed; these ask:" +
                        keysOf([this](const MenuNode& other) { return asks(other); }));
   }
-  return needed(provider_.messageBox(node.key), "get_messagebox_info");
+  return box;
 }
 
 Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {
