@@ -23,6 +23,7 @@
 #include "../menu/cli/commands.h"
 #include "../menu/cli/exit_codes.h"
 #include "../menu/cli/output.h"
+#include "../menu/cli/session.h"
 #include "../menu/host/main_loop.h"
 #include "platform/host/config_store.h"
 #include "require.h"
