@@ -104,8 +104,8 @@ void addLines(const std::vector<Item>& items, const std::set<std::string>& marke
   for (const Item& item : items) {
     const bool isMarked = marked.contains(item.key);
     const auto [name, value] = lineOf(item, indent, valueColumn);
-    const std::string line =
-        (isMarked ? "* " : "  ") + std::string(indent, ' ') + inOneLine(name + value);
+    std::string line = isMarked ? "* " : "  ";
+    line.append(indent, ' ').append(inOneLine(name + value));
     lines.push_back(
         terminal.styled(isMarked ? Style::kBold : Style::kPlain, cutTo(line, terminal.width)));
     addLines(item.items, marked, indent + kIndent, valueColumn, lines);
