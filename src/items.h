@@ -25,16 +25,27 @@ struct Setting {
 // The setting of every key that names no other.
 extern const Setting kDeviceNameSetting;
 
+// A help text: a string ID, or the function that writes the text into a block of VENTARO_TEXT_SIZE
+// zeroes.
+struct HelpText {
+  constexpr HelpText() = default;
+  // NOLINTBEGIN(google-explicit-constructor): the rows name the one or the other.
+  constexpr HelpText(const char* id) : sid(id), isGiven(true) {}
+  constexpr HelpText(void (*function)(char* block)) : write(function), isGiven(true) {}
+  // NOLINTEND(google-explicit-constructor)
+
+  const char* sid = nullptr;
+  void (*write)(char* block) = nullptr;
+  bool isGiven = false;
+};
+
 struct Item {
   std::string_view key;
   // The string ID of its name; null: it has none of its own.
   const char* name = nullptr;
   // Done before its name is translated.
   void (*beforeName)(const char* askedKey) = nullptr;
-  // The string ID of its help text, or else the function that writes the text into a block of
-  // VENTARO_TEXT_SIZE zeroes. Both null: it has none of its own.
-  const char* help = nullptr;
-  void (*writeHelp)(char* block) = nullptr;
+  HelpText help = {};
   const Setting& setting = kDeviceNameSetting;
   // 1 or 2: the item is the saved network at this position. Its name, icons and state are the
   // network's, it is enabled while there is such a network, and setting it connects. 0: no network.
@@ -45,7 +56,7 @@ struct Item {
   bool (*isEnabled)() = nullptr;
 
   constexpr bool hasName() const { return name != nullptr || savedNetwork != 0; }
-  constexpr bool hasHelp() const { return help != nullptr || writeHelp != nullptr; }
+  constexpr bool hasHelp() const { return help.isGiven; }
 };
 
 // The item with this key; for other keys one without texts, whose value is the device name.

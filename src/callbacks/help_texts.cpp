@@ -12,11 +12,11 @@
 namespace {
 
 void writeHelp(const char* key, char* block) {
-  const Item& item = itemWithHelpOf(key);
-  if (item.writeHelp != nullptr) {
-    item.writeHelp(block);
-  } else if (item.help != nullptr) {
-    copyText(block, VENTARO_TEXT_SIZE, translate(item.help));
+  const HelpText& help = itemWithHelpOf(key).help;
+  if (help.write != nullptr) {
+    help.write(block);
+  } else if (help.sid != nullptr) {
+    copyText(block, VENTARO_TEXT_SIZE, translate(help.sid));
   } else {
     LOG_MAIN("Key does not Match");
   }

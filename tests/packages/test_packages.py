@@ -139,7 +139,9 @@ def example(root, tmp_path):
 # Some compilers link as needed by themselves. The example calls nothing of the platform.
 def build_with_cmake(root, example):
     settings = ["-G", "Ninja", f"-Dventaro_DIR={root}/usr/{LIBRARY_DIR}/../cmake/ventaro",
-                "-DCMAKE_C_FLAGS=-Wall -Wextra -Wpedantic -Wconversion -Werror",
+                # A target's toolchain file has flags of its own, which these must not replace.
+                "-DCMAKE_BUILD_TYPE=Debug",
+                "-DCMAKE_C_FLAGS_DEBUG=-Wall -Wextra -Wpedantic -Wconversion -Werror",
                 "-DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed"]
     if TOOLCHAIN:
         settings += [f"-DCMAKE_TOOLCHAIN_FILE={TOOLCHAIN}"]
