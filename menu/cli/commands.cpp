@@ -1,5 +1,6 @@
 #include "commands.h"
 
+#include "call.h"
 #include "command_line.h"
 #include "host_commands.h"
 #include "menu_commands.h"
@@ -25,9 +26,13 @@ constexpr Argument kType{"[--type int|bool|string]", "The value's type; default:
                          Takes::kOneOfItsOffers, "int bool string"};
 constexpr Argument kCount{"[--count N]", "End after N values", Takes::kPositiveInt};
 
-constexpr Argument kKey{"KEY",
-                        "The item's menu key, or its last parts in any letter case: wifionoff",
+constexpr Argument kKey{"KEY", "The item's menu key, or its last parts, in any letter case",
                         Takes::kText, "@MENU_KEYS@"};
+constexpr Argument kAnyKey{"KEY",
+                           "Any key, also one outside the menu, exactly as the provider gets it"};
+constexpr Argument kCallback{"CALLBACK", "As get_int or check_enable_int"};
+constexpr Argument kCallValue{
+    "[VALUE]", "What to set or check; an entry's number in the list of KEY; null: a null pointer"};
 constexpr Argument kEntry{"INDEX", "The entry's number or text, in any letter case"};
 constexpr Argument kValue{"VALUE", "The entry's number or text, in any letter case"};
 constexpr Argument kPosition{"POSITION", "1 or 2", Takes::kInt, "1 2"};
@@ -61,6 +66,11 @@ constexpr Command kCommands[] = {
     {"connect", "Connect to the first or second saved network, and show how it goes", connect,
      {kPosition, kNoWait, kJson}},
     {"name", "Give the TV a name", name, {kText, kJson}},
+    {"call", "Call one function of the provider, and show exactly what it did", call,
+     {kCallback, kAnyKey, kCallValue, kJson},
+     "For those who write a provider or a framework: a callback of the table or an exported check, "
+     "with any key. Outputs that it left alone are shown as untouched; what it hands out is given "
+     "back."},
 
     {"store", "Read, write and watch the configuration store"},
     {"store get", "Show a value of the store", storeGet, {kStoreKey, kJson}},

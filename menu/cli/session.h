@@ -23,6 +23,12 @@ class Session {
   // provider and reads the menu tree, at the first call.
   menu::MenuModel& menu();
 
+  // The provider of that menu.
+  const menu::Provider& provider() {
+    menu();
+    return *provider_;
+  }
+
   // Runs the network service in this process, unless another one does already, until stopNetwork()
   // or the end of the session. Returns whether this call started it.
   bool serveNetwork();

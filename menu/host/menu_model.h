@@ -48,7 +48,7 @@ struct Item {
 };
 
 // Every function asks the provider anew. A key may be given by its last parts, in any letter case
-// ("wifionoff"), where only one item of the menu ends so. They raise CallbackError, UnknownError
+// ("volume"), where only one item of the menu ends so. They raise CallbackError, UnknownError
 // and RefusedError.
 class MenuModel {
  public:

@@ -14,19 +14,7 @@ namespace menu {
 
 namespace {
 
-// Calls a function of the provider. An exception that leaves it becomes a CallbackError with its
-// name.
-template <typename Result, typename... Parameters>
-Result call(const char* name, Result (*function)(Parameters...),
-            std::type_identity_t<Parameters>... arguments) {
-  try {
-    return function(arguments...);
-  } catch (const std::exception& error) {
-    throw CallbackError(std::string(name) + " raised an exception: " + error.what());
-  }
-}
-
-// The same for a slot of the table. Nothing when the slot is null.
+// As call(), for a slot of the table. Nothing when the slot is null.
 template <typename Result, typename... Parameters>
 std::optional<Result> callSlot(const char* name, Result (*slot)(Parameters...),
                                std::type_identity_t<Parameters>... arguments) {
@@ -58,9 +46,13 @@ Provider::~Provider() {
 
 template <typename Function>
 Function Provider::symbol(const char* name) const {
-  void* found = dlsym(library_.get(), name);
+  void* found = find(name);
   if (found == nullptr) throw LoadError(file_ + " is no data provider: it has no " + name);
   return reinterpret_cast<Function>(found);
+}
+
+void* Provider::find(const char* name) const {
+  return dlsym(library_.get(), name);
 }
 
 std::string Provider::takeText(char* text) const {

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "ventaro/data_provider.h"
@@ -25,6 +26,18 @@ class CallbackError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+// Calls a function of the provider. An exception that leaves it becomes a CallbackError with its
+// name.
+template <typename Result, typename... Parameters>
+Result call(const char* name, Result (*function)(Parameters...),
+            std::type_identity_t<Parameters>... arguments) {
+  try {
+    return function(arguments...);
+  } catch (const std::exception& error) {
+    throw CallbackError(std::string(name) + " raised an exception: " + error.what());
+  }
+}
 
 // Texts come back as display text. A slot of the table that is null is something that the provider
 // does not offer: a text is empty then, a list has no entries. All functions but the constructor
@@ -73,6 +86,11 @@ class Provider {
     ITEM_FOLLOWING_ACTION_TYPE action;
   };
   std::vector<ListEntry> list(const std::string& key) const;
+
+  // The table as the provider gave it, and what its library exports by that name; null for nothing.
+  // Both stay the provider's.
+  const data_provider_cbs& table() const { return *table_; }
+  void* find(const char* name) const;
 
   bool isVisible(const std::string& key) const;
   bool isEnabled(const std::string& key) const;

@@ -10,8 +10,8 @@ namespace menu {
 // Whether both are the same text but for the letter case.
 bool isSameName(const std::string& typed, const std::string& name);
 
-// Whether `typed` is the path or its last parts, in any letter case: "wifi" and "network/WiFi" end
-// "menu/network/WiFi", "fi" does not.
+// Whether `typed` is the path or its last parts, in any letter case: "volume" and "sound/Volume"
+// end "menu/sound/Volume", "me" does not.
 bool endsPath(const std::string& typed, const std::string& path);
 
 // "; did you mean \"a\" or \"b\"?" with the names that are nearest to what was typed: those that
