@@ -28,7 +28,9 @@ static void check_string_id(const data_provider_cbs* table, const char* shown) {
   CHECK(table->get_list_item_display_value(items[count - 1], &text) == 0);
   CHECK(strcmp(text, "SID_USER_INPUT") == 0);
   CHECK(strcmp(dgettext(VENTARO_TEXT_DOMAIN, text), shown) == 0);
+  void* uncounted = count == 1 ? items[1] : NULL; /* a list of one entry has a second record */
   CHECK(table->free_list_items(items, count) == 0);
+  free(uncounted); /* and is returned without it */
 }
 
 static void use_language(const char* language) {
