@@ -12,6 +12,7 @@
 #include "environment.h"
 #include "exit_codes.h"
 #include "platform/host/config_store.h"
+#include "platform/host/nearest.h"
 #include "stream.h"
 
 namespace cli {
@@ -75,12 +76,6 @@ std::vector<std::string> optionsOf(const CLI::App& command) {
   return options;
 }
 
-std::string joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
-  return text;
-}
-
 // The command that the words lead to, as far as they name commands.
 const CLI::App& commandOf(const CLI::App& app, const std::vector<std::string>& words) {
   const CLI::App* command = &app;
@@ -107,10 +102,11 @@ int fail(ExitCode code, const std::string& message) {
 // The command that is missing or that there is not.
 int commandError(const CLI::App& group, const std::string& typed) {
   const std::vector<std::string> names = namesOf(group);
-  if (typed.empty()) return fail(kUnknown, "a command is missing; there are: " + joined(names));
-  const std::string suggestion = menu::didYouMean(typed, names);
-  return fail(kUnknown, "there is no command \"" + typed + "\"" +
-                            (suggestion.empty() ? "; there are: " + joined(names) : suggestion));
+  if (typed.empty()) {
+    return fail(kUnknown, "a command is missing; there are: " + platform::host::joined(names));
+  }
+  return fail(kUnknown,
+              "there is no command \"" + typed + "\"" + platform::host::suggestion(typed, names));
 }
 
 // What the parser says, in one line, and where all of it is told.
