@@ -167,13 +167,11 @@ std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
 
 Provider::MessageBox MenuModel::box(const std::string& key) {
   const MenuNode& node = find(key);
-  auto box = needed(provider_.messageBox(node.key), "get_messagebox_info");
-  // The provider answers for any key.
-  if (!asks(node)) {
-    throw UnknownError(inQuotes(node.key) + " asks nothing before it is changed; these ask:" +
-                       keysOf([this](const MenuNode& other) { return asks(other); }));
-  }
-  return box;
+  Provider::MessageBox box = needed(provider_.messageBox(node.key), "get_messagebox_info");
+  if (asks(node)) return box;  // a provider may answer for any key
+  const std::string asking = keysOf([this](const MenuNode& other) { return asks(other); });
+  throw UnknownError(inQuotes(node.key) + " asks nothing before it is changed" +
+                     (asking.empty() ? "" : "; these ask:" + asking));
 }
 
 Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {

@@ -43,6 +43,13 @@ def test_an_item_that_never_asks_has_no_box(tv):
         assert message.splitlines()[1:] == [f"  {WIFI}", "  menu/network/MobileDeviceTV_US"]
 
 
+def test_where_nothing_asks_nothing_that_asks_is_named(tv):
+    menu = tv.folder / "menu.json"
+    menu.write_text('{"items": [{"key": "menu/network/WiredEAP", "kind": "choice"}]}')
+    assert tv.error(2, "box", "wiredeap", "--menu", str(menu)) == (
+        'ventaro: "menu/network/WiredEAP" asks nothing before it is changed\n')
+
+
 def test_without_a_terminal_an_entry_that_asks_needs_yes_and_changes_nothing(tv):
     message = tv.error(3, "choose", WIFI, "0")
     assert SOME_FEATURES in message and '--yes answers "Yes"' in message
