@@ -34,8 +34,7 @@ template <auto Slot>
 auto slot(const Call& call) {
   const auto function = call.table().*Slot;
   if (function == nullptr) {
-    throw RefusedError(std::string("the provider's table does not offer what ") + call.function +
-                       " needs");
+    throw RefusedError(std::string("the provider does not offer what ") + call.function + " needs");
   }
   return [function, name = call.function](auto... arguments) {
     return menu::call(name, function, arguments...);
@@ -65,7 +64,9 @@ RawValue takeText(const Call& call, char* text, const char* before) {
   if (text == before) return Untouched();
   if (text == nullptr) return Null();
   std::string copy = text;
-  slot<&data_provider_cbs::release_string>(call)(text);
+  if (call.table().release_string != nullptr) {
+    slot<&data_provider_cbs::release_string>(call)(text);
+  }
   return copy;
 }
 

@@ -1,5 +1,6 @@
 """One function of the provider, called by itself."""
 
+import os
 import pathlib
 import re
 
@@ -119,3 +120,12 @@ def test_an_exception_that_leaves_a_callback_is_told(tv):
     tv.set("db/menu/network/TopSavedAP", '{"values": [{}]}', "string")
     assert "get_display_name raised an exception: " in tv.error(
         1, "call", "get_display_name", SAVED_1)
+
+
+def test_a_provider_may_leave_out_callbacks_and_checks(tv):
+    names_only = ["--provider", os.environ["VENTARO_NAMES_ONLY_PROVIDER"]]
+    assert called(tv, *names_only, "get_display_name", "clock") == (0, {"value": text("A Clock")})
+    assert tv.error(1, "call", "get_int", "clock", *names_only) == (
+        "ventaro: the provider does not offer what get_int needs\n")
+    assert tv.error(1, "call", "check_enable_bool", "clock", *names_only) == (
+        "ventaro: the provider does not export check_enable_bool\n")
