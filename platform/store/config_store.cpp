@@ -75,22 +75,28 @@ struct ConfigStore::Impl {
     return {error.code(), "the store in " + area.folder().string() + ": " + error.what()};
   }
 
-  void seed(Area& area, Database& database) {
+  // Requires the mutex.
+  Values factorySettingsOf(const Area& area) {
     if (!factorySettings) factorySettings = readFactorySettings();
-    Values missing;
-    bool hasSome = false;
+    Values values;
     for (const auto& [key, value] : *factorySettings) {
-      if (!key.starts_with(area.prefix)) continue;
-      const bool isThere = database.read(key, [](const StoreView&) {});
-      if (isThere) hasSome = true;
-      if (!isThere) missing.emplace(key, value);
+      if (key.starts_with(area.prefix)) values.emplace(key, value);
     }
+    return values;
+  }
+
+  void seed(Area& area, Database& database) {
+    Values missing = factorySettingsOf(area);
+    const std::size_t all = missing.size();
+    std::erase_if(missing, [&](const Values::value_type& setting) {
+      return database.read(setting.first, [](const StoreView&) {});
+    });
     try {
       database.put(missing, Overwrite::kNo);
     } catch (const StoreError& error) {
       // A store that can only be read, or is full, shows what it holds.
       if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
-      if (!hasSome) area.unwritten = inFolder(area, error);
+      if (missing.size() == all) area.unwritten = inFolder(area, error);
     }
   }
 
@@ -127,6 +133,12 @@ struct ConfigStore::Impl {
     Area& area = key.starts_with(kPersistent) ? persistent : transient;
     open(area);
     return area;
+  }
+
+  void reset(Area& area) {
+    open(area);
+    const std::lock_guard lock(mutex);
+    area.database->replaceAll(factorySettingsOf(area));
   }
 
   bool put(const Values& values, Overwrite overwrite) {
@@ -185,6 +197,20 @@ void ConfigStore::set(const std::map<std::string, StoreValue>& values) {
 
 bool ConfigStore::setAbsent(const std::map<std::string, StoreValue>& values) {
   return impl_->put(values, Overwrite::kNo);
+}
+
+bool ConfigStore::unset(const std::string& key) {
+  checkKey(key);
+  try {
+    return impl_->areaOf(key).database->erase(key);
+  } catch (const StoreError& error) {
+    throw StoreError(error.code(), inQuotes(key) + ": " + error.what());
+  }
+}
+
+void ConfigStore::reset() {
+  impl_->reset(impl_->persistent);
+  impl_->reset(impl_->transient);
 }
 
 std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) const {

@@ -26,7 +26,9 @@ using host::StoreView;
 
 namespace {
 
-constexpr std::size_t kMapSize = std::size_t{64} << 20;  // bytes; the file grows as it is used
+constexpr std::size_t kMapSize = std::size_t{72} << 20;  // bytes; the file grows as it is used
+// What sets may fill, so that there is always room to remove something: that takes new pages, too.
+constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // bytes
 constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
@@ -134,23 +136,63 @@ struct Tables {
   MDB_dbi journal;
 };
 
+using Values = std::map<std::string, StoreValue>;
+
 // Whether any of the values was written.
-bool write(MDB_env* environment, Tables tables, const std::map<std::string, StoreValue>& values,
-           Overwrite overwrite) {
-  Transaction transaction(environment, Access::kWrite);
+bool write(MDB_txn* transaction, Tables tables, const Values& values, Overwrite overwrite) {
   bool changed = false;
   for (const auto& [name, value] : values) {
     const std::string bytes = encode(value);
     MDB_val key = asVal(name);
     MDB_val data = asVal(bytes);
     const unsigned flags = overwrite == Overwrite::kNo ? MDB_NOOVERWRITE : 0;
-    const int error = mdb_put(transaction.get(), tables.values, &key, &data, flags);
+    const int error = mdb_put(transaction, tables.values, &key, &data, flags);
     if (error == MDB_KEYEXIST) continue;
     check(error, "cannot write");
-    appendChange(transaction.get(), tables.journal, name);
+    appendChange(transaction, tables.journal, name);
     changed = true;
   }
-  if (!changed) return false;
+  return changed;
+}
+
+// Whether the key was there.
+bool erase(MDB_txn* transaction, Tables tables, const std::string& name) {
+  MDB_val key = asVal(name);
+  const int error = mdb_del(transaction, tables.values, &key, nullptr);
+  if (error == MDB_NOTFOUND) return false;
+  check(error, "cannot write");
+  appendChange(transaction, tables.journal, name);
+  return true;
+}
+
+void eraseAll(MDB_txn* transaction, Tables tables) {
+  {
+    Cursor cursor(transaction, tables.values);
+    MDB_val key{};
+    MDB_val data{};
+    while (cursor.move(key, data, MDB_NEXT)) {
+      const std::string name(asView(key));  // what the key points at moves as the journal grows
+      appendChange(transaction, tables.journal, name);
+    }
+  }
+  check(mdb_drop(transaction, tables.values, 0), "cannot write");
+}
+
+std::size_t sizeOf(MDB_txn* transaction, MDB_dbi table) {
+  MDB_stat pages{};
+  check(mdb_stat(transaction, table, &pages), "cannot write");
+  return pages.ms_psize * (pages.ms_branch_pages + pages.ms_leaf_pages + pages.ms_overflow_pages);
+}
+
+void requireRoom(MDB_txn* transaction, Tables tables) {
+  const std::size_t size = sizeOf(transaction, tables.values) + sizeOf(transaction, tables.journal);
+  if (size > kMaxContent) check(MDB_MAP_FULL, "cannot write");
+}
+
+// Carries out the action in a transaction, which is given up when the action changes nothing.
+bool commit(MDB_env* environment, const std::function<bool(MDB_txn*)>& action) {
+  Transaction transaction(environment, Access::kWrite);
+  if (!action(transaction.get())) return false;
   transaction.commit();
   return true;
 }
@@ -278,16 +320,38 @@ ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
 
 bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
   if (values.empty()) return false;
+  return change([&](MDB_txn* transaction) {
+    const bool changed = write(transaction, {values_, journal_}, values, overwrite);
+    if (changed) requireRoom(transaction, {values_, journal_});
+    return changed;
+  });
+}
+
+bool Database::erase(const std::string& key) {
+  return change([&](MDB_txn* transaction) {
+    return platform::erase(transaction, {values_, journal_}, key);
+  });
+}
+
+void Database::replaceAll(const std::map<std::string, StoreValue>& values) {
+  change([&](MDB_txn* transaction) {
+    eraseAll(transaction, {values_, journal_});
+    write(transaction, {values_, journal_}, values, Overwrite::kYes);
+    return true;
+  });
+}
+
+bool Database::change(const std::function<bool(MDB_txn*)>& action) {
   if (readOnly_) {
     throw StoreError(StoreCode::kReadOnly,
                      "the folder cannot be written: " + noticeFile_.path().parent_path().string());
   }
   bool changed = false;
   try {
-    changed = write(environment_.get(), {values_, journal_}, values, overwrite);
+    changed = commit(environment_.get(), action);
   } catch (const StoreError& error) {
     if (error.code() != StoreCode::kNoSpace || !dropDeadReaders(environment_.get())) throw;
-    changed = write(environment_.get(), {values_, journal_}, values, overwrite);
+    changed = commit(environment_.get(), action);
   }
   if (!changed) return false;
   fillUpFile();

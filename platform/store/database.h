@@ -43,6 +43,12 @@ class Database {
   // Returns whether it wrote any.
   bool put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
 
+  // Removes the key, with a journal entry like that of a put. Returns whether it was there.
+  bool erase(const std::string& key);
+
+  // Makes these values all that there are, in one transaction.
+  void replaceAll(const std::map<std::string, host::StoreValue>& values);
+
   // The number of the last commit, which a snapshot may not show yet; 0 when there was none.
   std::uint64_t version() const;
 
@@ -73,6 +79,9 @@ class Database {
   void openEnvironment(const std::filesystem::path& folder, unsigned flags);
   void openTables();
   void fillUpFile();
+  // Carries out the action, which returns whether it changed anything, in one transaction, and
+  // wakes the subscribers. Returns what the action does.
+  bool change(const std::function<bool(MDB_txn*)>& action);
 
   std::unique_ptr<MDB_env, CloseEnvironment> environment_;
   mutable IdleReaders readers_;

@@ -65,6 +65,46 @@ TEST_F(AFullStore, IsAsFullForTheNextProcessAndTheOtherAreaIsNot) {
   EXPECT_EQ(vconf_set_str("db/more", std::string(kMebibyte, 'x').c_str()), 0);
 }
 
+class AFullStoreOfValues : public AFullStore, public testing::WithParamInterface<std::size_t> {};
+
+INSTANTIATE_TEST_SUITE_P(OfBytes, AFullStoreOfValues, testing::Values(1000, 5000, 1'000'000),
+                         testing::PrintToStringParamName());
+
+// Many at once, since each set by itself would take minutes; then ever fewer, to the last one.
+void fillUp(std::size_t size) {
+  int number = 0;
+  for (std::size_t count = 1 + 200'000 / size; count > 0; count /= 2) {
+    do {
+      Values values;
+      for (std::size_t i = 0; i < count; ++i) {
+        values["memory/full/" + std::to_string(++number)] = std::string(size, 'x');
+      }
+      if (codeRaisedBy([&] { store().set(values); }) != StoreCode::kOk) break;
+    } while (true);
+  }
+}
+
+StoreCode setOneMore(std::size_t size) {
+  return codeRaisedBy([&] { store().set("memory/full/more", std::string(size, 'x')); });
+}
+
+TEST_P(AFullStoreOfValues, GivesThemUpOneByOneUntilThereIsRoom) {
+  fillUp(GetParam());
+  ASSERT_EQ(setOneMore(GetParam()), StoreCode::kNoSpace);
+  for (const auto& [key, value] : store().list("memory/full/")) {
+    ASSERT_EQ(errorRaisedBy([&] { store().unset(key); }), "") << key;
+    if (setOneMore(GetParam()) == StoreCode::kOk) return;
+  }
+  FAIL() << "there is no room though all is gone";
+}
+
+TEST_P(AFullStoreOfValues, CanBeReset) {
+  fillUp(GetParam());
+  store().reset();
+  EXPECT_EQ(store().list("memory/full/"), Values());
+  EXPECT_EQ(setOneMore(GetParam()), StoreCode::kOk);
+}
+
 // A disk on which no file can become larger than that.
 void limitFileSize(std::size_t bytes) {
   std::signal(SIGXFSZ, SIG_IGN);

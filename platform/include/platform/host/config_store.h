@@ -102,6 +102,13 @@ class PLATFORM_API ConfigStore {
   // As set(), but leaves the keys alone that have a value. Returns whether it set any.
   bool setAbsent(const std::map<std::string, StoreValue>& values);
 
+  // Removes a key; its subscribers are told as of a set. Returns whether it was there. A factory
+  // setting comes back when the store is next opened.
+  bool unset(const std::string& key);
+
+  // Makes the factory settings all that the store holds.
+  void reset();
+
   // All values whose keys begin with `prefix`, in the order of their keys.
   std::map<std::string, StoreValue> list(const std::string& prefix) const;
 
@@ -118,8 +125,8 @@ class PLATFORM_API ConfigStore {
   // reading.
   std::uint64_t version(std::string_view key) const;
 
-  // Calls `changed` with the key after every set of a key that begins with `prefix`, by any
-  // process, also of an equal value. The calls come from the default GLib main context; an
+  // Calls `changed` with the key after every set or unset of a key that begins with `prefix`, by
+  // any process, also of an equal value. The calls come from the default GLib main context; an
   // exception that leaves one is logged and goes no further. A process that falls thousands of
   // changes behind is told of each of its keys once.
   [[nodiscard]] Subscription subscribe(const std::string& prefix,
