@@ -12,6 +12,7 @@
 #include "environment.h"
 #include "exit_codes.h"
 #include "platform/host/config_store.h"
+#include "platform/host/errors.h"
 #include "platform/host/nearest.h"
 #include "stream.h"
 
@@ -54,7 +55,10 @@ void addCommand(CLI::App& app, const Command& command, Session& session, int& re
   if (command.action == nullptr) {
     added.require_subcommand(1);
   } else {
-    added.callback([&] { result = command.action(session, Arguments(added)); });
+    added.callback([&] {
+      checkVariables();
+      result = command.action(session, Arguments(added));
+    });
   }
   for (const Argument& argument : command.arguments) {
     if (argument.synopsis == nullptr) break;
@@ -156,6 +160,8 @@ int runCommandLine(std::span<const Command> table, Session& session,
   try {
     return parseAndCarryOut(table, session, words);
   } catch (const menu::UnknownError& error) {
+    return fail(kUnknown, error.what());
+  } catch (const platform::host::UnknownNameError& error) {
     return fail(kUnknown, error.what());
   } catch (const platform::host::StoreError& error) {
     const bool badInput = error.code() == platform::host::StoreCode::kBadKey ||

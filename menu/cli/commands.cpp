@@ -42,6 +42,13 @@ constexpr Argument kStoreKeys{"KEY...", "db/... or memory/...", Takes::kTexts};
 constexpr Argument kStoreValue{"VALUE", "A number, true or false, or a text"};
 constexpr Argument kPrefix{"[PREFIX]", "How the keys begin; without it, all keys"};
 constexpr Argument kScenario{"SCENARIO", "Its name or path", Takes::kText, "FILES @SCENARIOS@"};
+constexpr Argument kFunction{"FUNCTION", "The platform function"};
+constexpr Argument kAFunction{"[FUNCTION]", "The platform function; without it, all"};
+constexpr Argument kCode{"CODE", "A number other than 0", Takes::kInt};
+constexpr Argument kFlag{"FLAG", "The flag's name"};
+constexpr Argument kAFlag{"[FLAG]", "The flag's name; without it, all"};
+constexpr Argument kFlagValue{"VALUE", "A number, true or false, or a text"};
+constexpr Argument kResetYes{"[--yes]", "Do not ask", Takes::kNothing};
 
 int runShell(Session& session, const Arguments& /*arguments*/) {
   return shell(session, runCommand);
@@ -77,6 +84,8 @@ constexpr Command kCommands[] = {
     {"store list", "Show all values whose keys begin with PREFIX", storeList, {kPrefix, kJson}},
     {"store set", "Store a value", storeSet, {kStoreKey, kStoreValue, kType, kJson},
      "Other programs that use the store see it at once."},
+    {"store unset", "Remove a value of the store", storeUnset, {kStoreKey, kJson},
+     "Other programs that use the store see it at once. A factory setting comes back when the store is next opened."},
     {"store watch", "Show a key's value whenever it is set, until Ctrl-C", storeWatch,
      {kStoreKeys, kCount, kJson}},
 
@@ -87,6 +96,20 @@ constexpr Command kCommands[] = {
     {"product", "The products whose menu can be shown"},
     {"product list", "Show the products: their names and what they are", productList, {kJson},
      "\"ventaro --product NAME\" shows the menu of one."},
+
+    {"fault", "Platform functions that are made to fail"},
+    {"fault list", "Show the functions that can be made to fail, and with which code each does", faultList, {kJson},
+     "0 is a function that works."},
+    {"fault set", "Let a platform function fail with a code, until it is cleared", faultSet, {kFunction, kCode, kJson}},
+    {"fault clear", "Let a platform function work again, or all", faultClear, {kAFunction}},
+
+    {"feature", "The product's feature flags"},
+    {"feature list", "Show the feature flags as they are", featureList, {kJson}},
+    {"feature set", "Override a feature flag of the product while the TV runs", featureSet, {kFlag, kFlagValue, kJson}},
+    {"feature clear", "Let a feature flag be as the product has it, or all", featureClear, {kAFlag}},
+
+    {"reset", "Make the TV as it left the factory", reset, {kResetYes},
+     "Forgets all of the store, and starts the network over. Asks first."},
 
     {"shell", "Read commands line by line; \"exit\" ends", runShell, {},
      "The provider is loaded once, and its timers run."},

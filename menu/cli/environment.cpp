@@ -5,11 +5,16 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/host/errors.h"
+#include "platform/host/nearest.h"
 #include "stream.h"
 
 namespace cli {
 
 namespace {
+
+constexpr const char* kRegions[] = {"us", "other"};
+constexpr const char* kLogs[] = {"stderr"};
 
 constexpr Variable kVariables[] = {
     {"LANGUAGE", "the menu's language, as \"ko\"; default: the TV's own, else English"},
@@ -26,8 +31,9 @@ constexpr Variable kVariables[] = {
     {"NO_COLOR", "set and not empty: no colour, unless --color always asks for it"},
     {"VENTARO_SCENARIO", "the simulated network at its start, by name or file; default home"},
     {"VENTARO_NETWORK", "the kind of network; there is only simulated"},
-    {"VENTARO_REGION", "us or other, for items with regional variants; default us"},
-    {"VENTARO_LOG", "stderr shows the platform log"},
+    {"VENTARO_REGION", "us or other, for items with regional variants; default us", "", "", "",
+     kRegions},
+    {"VENTARO_LOG", "stderr shows the platform log", "", "", "", kLogs},
     {"VENTARO_STATE_DIR",
      "where db/ values and the logs are kept;\n"
      "default $XDG_STATE_HOME/ventaro, else ~/.local/state/ventaro"},
@@ -78,6 +84,17 @@ std::span<const Variable> variables() {
 std::string variable(const char* name) {
   const char* value = std::getenv(name);
   return value != nullptr ? value : "";
+}
+
+void checkVariables() {
+  for (const Variable& each : kVariables) {
+    const std::string value = variable(each.name);
+    if (value.empty() || each.values.empty()) continue;
+    if (std::ranges::find(each.values, std::string_view(value)) != each.values.end()) continue;
+    throw platform::host::UnknownNameError(
+        std::string(each.name) + " is \"" + value +
+        "\"; there are: " + platform::host::joined({each.values.begin(), each.values.end()}));
+  }
 }
 
 std::string environmentHelp() {

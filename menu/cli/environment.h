@@ -14,12 +14,16 @@ struct Variable {
   const char* option = "";  // "--product NAME"; empty where there is only the variable
   const char* wants = "";   // told when the option lacks its value: "--product wants ..."
   const char* offers = "";  // for the option, as an Argument's (command.h)
+  std::span<const char* const> values = {};  // the only ones that it can have; empty for any
 };
 
 std::span<const Variable> variables();
 
 // The variable's value; empty when it is not set.
 std::string variable(const char* name);
+
+// Raises UnknownNameError for a variable with a value that it cannot have.
+void checkVariables();
 
 // The end of --help: the options of the program, and the variables.
 std::string environmentHelp();

@@ -9,9 +9,12 @@
 #include "exit_codes.h"
 #include "output.h"
 #include "platform/host/config_store.h"
+#include "platform/host/faults.h"
+#include "platform/host/nearest.h"
 #include "platform/host/network_service.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
+#include "question.h"
 #include "session.h"
 #include "stream.h"
 
@@ -56,14 +59,47 @@ std::string typeFor(const std::string& key, const std::string& asked) {
   return platform::host::typeName(*value);
 }
 
-// A name must be that of a scenario that is shipped; the path of a file is read as it is.
-void requireScenario(const std::string& nameOrPath) {
-  if (nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json")) return;
-  const auto names = platform::host::resourceNames("scenarios");
-  if (std::ranges::find(names, nameOrPath) != names.end()) return;
-  std::string known;
-  for (const std::string& name : names) known += (known.empty() ? "" : ", ") + name;
-  throw UnknownError("there is no scenario \"" + nameOrPath + "\"; there are: " + known);
+[[noreturn]] void failOnUnknownKey(const std::string& key) {
+  throw UnknownError("the store has no \"" + key + "\"; \"ventaro store list\" shows what it has");
+}
+
+// Values of the store that switch something by name: the key is the name after a prefix.
+struct Switches {
+  const char* prefix;
+  std::string kind;  // of what there are names: "platform function"
+  std::vector<std::string> names;
+
+  std::string keyOf(const std::string& name) const {
+    if (std::ranges::find(names, name) != names.end()) return prefix + name;
+    throw UnknownError("there is no " + kind + " \"" + name + "\"" +
+                       platform::host::suggestion(name, names));
+  }
+
+  // Clears that name, or all when it is empty.
+  void clear(const std::string& name) const {
+    if (!name.empty()) ConfigStore::instance().unset(keyOf(name));
+    for (const auto& [key, value] : ConfigStore::instance().list(prefix)) {
+      if (name.empty()) ConfigStore::instance().unset(key);
+    }
+  }
+};
+
+Switches faults() {
+  return {platform::host::kFaults, "platform function", platform::host::functionsThatCanFail()};
+}
+
+Switches features() {
+  std::vector<std::string> names;
+  for (const auto& [name, value] : platform::host::knownFlags()) names.push_back(name);
+  return {platform::host::kFlagOverrides, "feature flag", names};
+}
+
+// What counts of each name: what the store has, else the value in `otherwise`.
+StoreEntries valuesOf(const Switches& switches, StoreEntries otherwise) {
+  for (const auto& [key, value] : ConfigStore::instance().list(switches.prefix)) {
+    otherwise.insert_or_assign(key.substr(std::string_view(switches.prefix).size()), value);
+  }
+  return otherwise;
 }
 
 }  // namespace
@@ -71,10 +107,7 @@ void requireScenario(const std::string& nameOrPath) {
 int storeGet(Session& /*session*/, const Arguments& arguments) {
   const std::string key = arguments.text("KEY");
   const auto value = ConfigStore::instance().get(key);
-  if (!value) {
-    throw UnknownError("the store has no \"" + key +
-                       "\"; \"ventaro store list\" shows what it has");
-  }
+  if (!value) failOnUnknownKey(key);
   Printer(arguments).print(StoreEntry(key, *value));
   return kDone;
 }
@@ -92,6 +125,13 @@ int storeSet(Session& /*session*/, const Arguments& arguments) {
   return kDone;
 }
 
+int storeUnset(Session& /*session*/, const Arguments& arguments) {
+  const std::string key = arguments.text("KEY");
+  if (!ConfigStore::instance().unset(key)) failOnUnknownKey(key);
+  Printer(arguments).print(RemovedKey{key});
+  return kDone;
+}
+
 int storeWatch(Session& /*session*/, const Arguments& arguments) {
   const menu::Interruption interruption;
   const Printer printer(arguments, Results::kSeries);
@@ -100,8 +140,9 @@ int storeWatch(Session& /*session*/, const Arguments& arguments) {
   for (const std::string& key : arguments.texts("KEY")) {
     subscriptions.push_back(menu::onSet(key, [&, key] {
       const auto value = ConfigStore::instance().get(key);
-      if (!value || left == 0) return;
-      printer.print(StoreEntry(key, *value));
+      if (left == 0) return;
+      if (value) printer.print(StoreEntry(key, *value));
+      if (!value) printer.print(RemovedKey{key});
       --left;
     }));
   }
@@ -125,7 +166,6 @@ int networkServe(Session& session, const Arguments& /*arguments*/) {
 
 int networkLoad(Session& /*session*/, const Arguments& arguments) {
   const std::string scenario = arguments.text("SCENARIO");
-  requireScenario(scenario);
   platform::host::loadScenario(scenario);
   printLine("Loaded the scenario " + scenario + ".");
   return kDone;
@@ -137,6 +177,63 @@ int productList(Session& /*session*/, const Arguments& arguments) {
     products[name] = platform::host::loadProduct(name).description;
   }
   Printer(arguments).print(products);
+  return kDone;
+}
+
+int faultList(Session& /*session*/, const Arguments& arguments) {
+  const Switches switches = faults();
+  StoreEntries none;
+  for (const std::string& name : switches.names) none.emplace(name, 0);
+  Printer(arguments).print(valuesOf(switches, none));
+  return kDone;
+}
+
+int faultSet(Session& /*session*/, const Arguments& arguments) {
+  const std::string function = arguments.text("FUNCTION");
+  const int code = arguments.number("CODE").value();
+  const std::string key = faults().keyOf(function);
+  if (code == 0) {
+    throw UnknownError("0 is no failure; \"ventaro fault clear " + function + "\" ends one");
+  }
+  ConfigStore::instance().set(key, code);
+  Printer(arguments).print(StoreEntry(function, code));
+  return kDone;
+}
+
+int faultClear(Session& /*session*/, const Arguments& arguments) {
+  faults().clear(arguments.text("FUNCTION"));
+  return kDone;
+}
+
+int featureList(Session& /*session*/, const Arguments& arguments) {
+  Printer(arguments).print(valuesOf(features(), platform::host::loadProduct().flags));
+  return kDone;
+}
+
+int featureSet(Session& /*session*/, const Arguments& arguments) {
+  const std::string flag = arguments.text("FLAG");
+  const std::string key = features().keyOf(flag);
+  const std::string type = platform::host::typeName(platform::host::knownFlags().at(flag));
+  const StoreValue value = parse(type, arguments.text("VALUE"));
+  ConfigStore::instance().set(key, value);
+  Printer(arguments).print(StoreEntry(flag, value));
+  return kDone;
+}
+
+int featureClear(Session& /*session*/, const Arguments& arguments) {
+  features().clear(arguments.text("FLAG"));
+  return kDone;
+}
+
+int reset(Session& session, const Arguments& arguments) {
+  const menu::Provider::MessageBox box{
+      "Forget all settings, and make the TV as it left the factory?", "Yes", "No", 0};
+  if (!arguments.has("--yes")) {
+    if (const auto end = endUnlessYes(session, box)) return *end;
+  }
+  ConfigStore::instance().reset();
+  platform::host::loadScenario();
+  printLine("The TV is as it left the factory.");
   return kDone;
 }
 

@@ -6,9 +6,12 @@
 
 namespace cli {
 
-Action storeGet, storeList, storeSet, storeWatch;
+Action storeGet, storeList, storeSet, storeUnset, storeWatch;
 Action networkServe, networkLoad;
 Action productList;
+Action faultList, faultSet, faultClear;
+Action featureList, featureSet, featureClear;
+Action reset;
 
 }  // namespace cli
 

@@ -109,6 +109,14 @@ Json::Value toJson(const StoreEntries& entries) {
   return arrayOf(entries);
 }
 
+Json::Value toJson(const RemovedKey& removed) {
+  Json::Value json(Json::objectValue);
+  json["key"] = menu::validText(removed.key);
+  json["type"] = Json::nullValue;
+  json["value"] = Json::nullValue;
+  return json;
+}
+
 Json::Value toJson(const Descriptions& descriptions) {
   Json::Value json(Json::arrayValue);
   for (const auto& [name, description] : descriptions) {

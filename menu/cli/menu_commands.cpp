@@ -1,15 +1,13 @@
 #include "menu_commands.h"
 
-#include <unistd.h>
-
 #include <chrono>
-#include <iostream>
 
 #include "../host/connection.h"
 #include "../host/main_loop.h"
 #include "../host/notifications.h"
 #include "exit_codes.h"
 #include "output.h"
+#include "question.h"
 #include "session.h"
 #include "stream.h"
 #include "terminal.h"
@@ -58,20 +56,6 @@ Item readInState(menu::MenuModel& menu, const Item& network) {
   return item;
 }
 
-// Whether the person answers the box with yes; nothing when there is nobody to ask.
-std::optional<bool> ask(Session& session, const menu::Provider::MessageBox& box) {
-  const menu::Interruption interruption;
-  if (isatty(STDIN_FILENO) == 0) return std::nullopt;
-  std::cerr << box.text << "\n1 " << box.yes << "\n2 " << box.no << "\n? " << std::flush;
-  const auto answer = session.readLine(interruption);
-  return answer == "1" || answer == box.yes;
-}
-
-int unanswered(const menu::Provider::MessageBox& box) {
-  complain("nobody is here to answer \"" + box.text + "\"; --yes answers \"" + box.yes + "\"");
-  return kUnanswered;
-}
-
 }  // namespace
 
 int show(Session& session, const Arguments& arguments) {
@@ -101,13 +85,7 @@ int choose(Session& session, const Arguments& arguments) {
   const std::string key = arguments.text("KEY");
   const auto entry = menu.findChoice(key, arguments.text("INDEX"));
   if (entry.action == ITEM_FOLLOWING_ACTION_MESSAGE_BOX && !arguments.has("--yes")) {
-    const auto box = menu.box(key);
-    const std::optional<bool> answer = ask(session, box);
-    if (!answer) return unanswered(box);
-    if (!*answer) {
-      std::cerr << "Nothing was changed.\n";
-      return kDone;
-    }
+    if (const auto end = endUnlessYes(session, menu.box(key))) return *end;
   }
   setAndShow(session, arguments, entry.value);
   return kDone;

@@ -19,6 +19,11 @@ namespace cli {
 using StoreEntries = std::map<std::string, platform::host::StoreValue>;
 using StoreEntry = StoreEntries::value_type;
 
+// A key of the store that was removed.
+struct RemovedKey {
+  std::string key;
+};
+
 // What things are, by their names.
 using Descriptions = std::map<std::string, std::string>;
 
@@ -38,6 +43,7 @@ std::string toText(const std::vector<menu::Provider::ListEntry>& entries);
 std::string toText(const menu::Provider::MessageBox& box);
 std::string toText(const StoreEntry& entry);
 std::string toText(const StoreEntries& entries);
+std::string toText(const RemovedKey& removed);
 std::string toText(const Descriptions& descriptions);
 
 Json::Value toJson(const std::vector<menu::Item>& items);
@@ -47,6 +53,7 @@ Json::Value toJson(const std::vector<menu::Provider::ListEntry>& entries);
 Json::Value toJson(const menu::Provider::MessageBox& box);
 Json::Value toJson(const StoreEntry& entry);
 Json::Value toJson(const StoreEntries& entries);
+Json::Value toJson(const RemovedKey& removed);
 Json::Value toJson(const Descriptions& descriptions);
 
 // The document, with a line feed at its end; without indentation it is one line.

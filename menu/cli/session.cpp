@@ -3,11 +3,13 @@
 #include <filesystem>
 
 #include "../host/language.h"
+#include "../host/languages.h"
 #include "environment.h"
 #include "platform/host/config_store.h"
-#include "platform/host/errors.h"
+#include "platform/host/nearest.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
+#include "stream.h"
 
 namespace cli {
 
@@ -16,15 +18,21 @@ namespace {
 // Some items have a variant for each region; a TV shows one.
 std::string region() {
   const std::string region = variable("VENTARO_REGION");
-  if (region.empty()) return "us";
-  if (region == "us" || region == "other") return region;
-  throw platform::host::ConfigurationError("VENTARO_REGION is \"" + region +
-                                           "\"; there are: us, other");
+  return region.empty() ? "us" : region;
 }
 
 std::filesystem::path menuFile() {
   const std::string file = variable("VENTARO_MENU");
   return !file.empty() ? std::filesystem::path(file) : platform::host::resourceRoot() / "menu.json";
+}
+
+// Texts of somebody else's provider are elsewhere.
+void tellOfUnknownLanguage() {
+  const std::string language = variable("LANGUAGE");
+  if (language.empty() || !variable("VENTARO_PROVIDER").empty()) return;
+  if (menu::hasTexts(language)) return;
+  complain("LANGUAGE is \"" + language + "\", in which there are no texts; there are: " +
+           platform::host::joined(menu::languages()));
 }
 
 }  // namespace
@@ -36,6 +44,7 @@ menu::MenuModel& Session::menu() {
   menu::MenuTree tree = menu::readMenuTree(menuFile(), region());
   platform::host::loadProduct();
   platform::host::openNetwork();
+  tellOfUnknownLanguage();
   menu::chooseLanguage();
   provider_ = std::make_unique<menu::Provider>(providerFile_, tree.textDomain);
   menu_ = std::make_unique<menu::MenuModel>(*provider_, std::move(tree.items));

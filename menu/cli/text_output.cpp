@@ -136,6 +136,10 @@ std::string toText(const StoreEntries& entries) {
   return text;
 }
 
+std::string toText(const RemovedKey& removed) {
+  return removed.key + " is not set\n";
+}
+
 std::string toText(const Descriptions& descriptions) {
   std::string text;
   for (const auto& [name, description] : descriptions) {

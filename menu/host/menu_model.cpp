@@ -218,6 +218,11 @@ std::string MenuModel::rename(const std::string& name) {
   if (!isPlainText(name)) {
     throw UnknownError("the name must be one line of UTF-8 text without control characters");
   }
+  if (name.size() >= VENTARO_CURRENT_VALUE_SIZE) {
+    throw UnknownError("the name has " + std::to_string(name.size()) +
+                       " bytes; a name has at most " +
+                       std::to_string(VENTARO_CURRENT_VALUE_SIZE - 1));
+  }
   const auto nodes = nodesOf(ItemKind::kDeviceName);
   if (nodes.empty()) throw UnknownError("the menu has no item of kind \"device-name\"");
   const std::string key = nodes.front()->key;

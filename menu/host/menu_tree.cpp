@@ -67,6 +67,7 @@ std::vector<MenuNode> readItems(const JsonFile& file, const Json::Value& parent,
                                 const std::string& region) {
   std::vector<MenuNode> nodes;
   for (const Json::Value& entry : file.array(parent, "items")) {
+    file.allowOnly(entry, {"key", "kind", "items", "states", "region"});
     MenuNode node{file.text(entry, "key"), readKind(file, entry), {}, {}};
     node.listKey = readListKey(file, entry, node);
     if (node.kind == ItemKind::kPage) node.items = readItems(file, entry, region);
@@ -90,6 +91,7 @@ const char* kindName(ItemKind kind) {
 
 MenuTree readMenuTree(const std::filesystem::path& path, const std::string& region) {
   const JsonFile file(path);
+  file.allowOnly(file.root(), {"text_domain", "items"});
   return {optionalText(file, file.root(), "text_domain"), readItems(file, file.root(), region)};
 }
 

@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "platform/host/errors.h"
+#include "platform/host/nearest.h"
 
 namespace platform::host {
 
@@ -107,6 +108,15 @@ std::map<std::string, StoreValue> JsonFile::values(const Json::Value& object) co
     }
   }
   return values;
+}
+
+void JsonFile::allowOnly(const Json::Value& object, const std::vector<std::string>& members) const {
+  if (!object.isObject()) return;
+  for (const std::string& member : object.getMemberNames()) {
+    if (std::ranges::find(members, member) != members.end()) continue;
+    fail(object[member],
+         "member \"" + member + "\" means nothing here" + suggestion(member, members));
+  }
 }
 
 void JsonFile::fail(const Json::Value& value, const std::string& reason) const {

@@ -54,9 +54,9 @@ std::filesystem::path findResource(const std::string& folder, const std::string&
   if (isPath(nameOrPath)) return nameOrPath;
   const auto file = resourceRoot() / folder / (nameOrPath + ".json");
   if (std::filesystem::exists(file)) return file;
-  throw ConfigurationError("there is no \"" + nameOrPath + "\" in " +
-                           (resourceRoot() / folder).string() +
-                           "; there are: " + joined(resourceNames(folder)));
+  throw UnknownNameError("there is no \"" + nameOrPath + "\" in " +
+                         (resourceRoot() / folder).string() +
+                         "; there are: " + joined(resourceNames(folder)));
 }
 
 std::vector<std::string> resourceNames(const std::string& folder) {

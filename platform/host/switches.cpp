@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 
+#include "../platform_functions.h"
 #include "never_destroyed.h"
 #include "platform/host/config_store.h"
+#include "platform/host/faults.h"
 
 namespace platform {
 
@@ -19,7 +21,7 @@ using host::ConfigStore;
 using host::StoreValue;
 
 constexpr std::string_view kSwitches = "memory/host/";
-constexpr std::string_view kFaults = "memory/host/fault/";
+constexpr std::string_view kFaults = host::kFaults;
 constexpr std::string_view kStructuredLog = "memory/host/structured_log";
 
 struct Switches {
@@ -70,6 +72,15 @@ T lookUp(T off, Look look) {
 }
 
 }  // namespace
+
+std::vector<std::string> host::functionsThatCanFail() {
+  std::vector<std::string> names;
+  for (const PlatformFunction& function : kPlatformFunctions) {
+    const bool can = function.failure != Failure::kNever && function.failure != Failure::kUntouched;
+    if (can) names.emplace_back(function.name);
+  }
+  return names;
+}
 
 int injectedFault(const char* function) {
   return lookUp(0, [&](const Switches& switches) {

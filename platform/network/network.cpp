@@ -14,7 +14,7 @@ namespace {
 std::unique_ptr<Network> makeNetwork() {
   const std::string name = variableOr("VENTARO_NETWORK", "simulated");
   if (name == "simulated") return std::make_unique<SimulatedNetwork>();
-  throw host::ConfigurationError("VENTARO_NETWORK is \"" + name + "\"; there is: simulated");
+  throw host::UnknownNameError("VENTARO_NETWORK is \"" + name + "\"; there is: simulated");
 }
 
 }  // namespace

@@ -207,6 +207,10 @@ void openNetwork() {
   network();
 }
 
+void loadScenario() {
+  SimulatedNetwork::loadWanted();
+}
+
 void loadScenario(const std::string& nameOrPath) {
   SimulatedNetwork::load(readScenario(findResource("scenarios", nameOrPath)), nameOrPath);
 }

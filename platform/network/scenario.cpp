@@ -13,11 +13,13 @@ using host::JsonFile;
 constexpr int kLongestConnectMilliseconds = 60'000;
 
 AccessPoint readAccessPoint(const JsonFile& file, const Json::Value& entry) {
+  file.allowOnly(entry, {"ssid", "frequency_mhz", "signal_dbm", "saved"});
   return {file.text(entry, "ssid"), file.integer(entry, "frequency_mhz"),
           file.integer(entry, "signal_dbm"), file.flag(entry, "saved")};
 }
 
 Profile readProfile(const JsonFile& file, const Json::Value& entry) {
+  file.allowOnly(entry, {"name", "type"});
   const std::string type = file.text(entry, "type");
   if (type != "wifi" && type != "ethernet") {
     file.expected("\"wifi\" or \"ethernet\"", "type", entry["type"]);
@@ -42,6 +44,8 @@ int readConnectTime(const JsonFile& file) {
 
 Scenario readScenario(const std::filesystem::path& path) {
   const JsonFile file(path);
+  file.allowOnly(file.root(), {"description", "radio", "connected", "connect_milliseconds",
+                               "access_points", "profiles"});
   Scenario scenario;
   scenario.radioOn = file.flag(file.root(), "radio");
   scenario.connected = file.text(file.root(), "connected");

@@ -81,28 +81,44 @@ void publish(const Scenario& scenario) {
   publishSavedNetworks(scenario.accessPoints, connectedOf(scenario), "");
 }
 
+// The scenario that the environment names.
+struct Wanted {
+  std::string variable = variableOr("VENTARO_SCENARIO");
+  std::string name = variable.empty() ? kDefaultScenario : variable;
+  Scenario scenario = readScenario(host::findResource("scenarios", name));
+
+  std::map<std::string, StoreValue> state() const {
+    std::map<std::string, StoreValue> state = stateOf(scenario, name);
+    state.emplace(kPrefix + "scenario_variable", variable);
+    return state;
+  }
+};
+
 }  // namespace
 
 SimulatedNetwork::SimulatedNetwork() {
-  loadWantedScenario();
+  loadWantedOnce();
   publishWhereMissing();
 }
 
-void SimulatedNetwork::loadWantedScenario() {
+void SimulatedNetwork::loadWantedOnce() {
   const std::string wanted = variableOr("VENTARO_SCENARIO");
   const auto held = valueOf<std::string>("scenario", "");
   const auto applied = valueOf<std::string>("scenario_variable", "");
   if (!held.empty() && (wanted.empty() || wanted == applied)) return;
-  const std::string name = wanted.empty() ? kDefaultScenario : wanted;
-  const Scenario scenario = readScenario(host::findResource("scenarios", name));
-  std::map<std::string, StoreValue> state = stateOf(scenario, name);
-  state.emplace(kPrefix + "scenario_variable", wanted);
+  const Wanted scenario;
   if (!held.empty()) {
-    ConfigStore::instance().set(state);
-  } else if (!ConfigStore::instance().setAbsent(state)) {
+    ConfigStore::instance().set(scenario.state());
+  } else if (!ConfigStore::instance().setAbsent(scenario.state())) {
     return;  // another process was faster, and may have gone on from there
   }
-  if (!isDocumentOfSomebodyElse()) publish(scenario);
+  if (!isDocumentOfSomebodyElse()) publish(scenario.scenario);
+}
+
+void SimulatedNetwork::loadWanted() {
+  const Wanted scenario;
+  ConfigStore::instance().set(scenario.state());
+  publish(scenario.scenario);
 }
 
 // The state folder may be newer than the runtime folder that holds the scenario. The radio depends

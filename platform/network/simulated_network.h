@@ -43,9 +43,10 @@ class SimulatedNetwork : public Network {
 
   // Makes the store's state that of the scenario, and publishes its saved networks.
   static void load(const Scenario& scenario, const std::string& name);
+  static void loadWanted();  // the scenario that the environment names
 
  private:
-  static void loadWantedScenario();
+  static void loadWantedOnce();
   void publishWhereMissing() const;
 };
 

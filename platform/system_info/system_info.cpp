@@ -32,7 +32,7 @@ std::optional<StoreValue> findFlag(std::string_view key) {
   if (!key.starts_with(kKeyPrefix)) return std::nullopt;
   const std::string flag(key.substr(kKeyPrefix.size()));
   if (flag.empty()) return std::nullopt;
-  if (auto overridden = ConfigStore::instance().get("memory/host/feature/" + flag)) {
+  if (auto overridden = ConfigStore::instance().get(platform::host::kFlagOverrides + flag)) {
     return overridden;
   }
   const auto found = product().flags.find(flag);

@@ -102,4 +102,5 @@ def test_loading_a_scenario_starts_over(tv):
     del tv.env["VENTARO_SCENARIO"]
     assert tv.out("network", "load", "home") == "Loaded the scenario home.\n"
     assert statuses(tv) == ["Connected", "Disconnected"]
-    assert 'there is no scenario "hom"; there are: ' in tv.error(2, "network", "load", "hom")
+    message = tv.error(2, "network", "load", "hom")
+    assert 'there is no "hom" in ' in message and "scenarios; there are: " in message

@@ -9,14 +9,14 @@ import pytest
 
 SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
 COMMANDS = ("show, get, watch, list, box, choose, set, connect, name, call, store, network, product, "
-            "shell")
+            "fault, feature, reset, shell")
 
 
 def test_an_unknown_command_names_those_there_are(tv):
     assert tv.error(2, "frobnicate") == (
         f'ventaro: there is no command "frobnicate"; there are: {COMMANDS}\n')
     assert tv.error(2, "store", "put") == (
-        'ventaro: there is no command "put"; there are: get, list, set, watch\n')
+        'ventaro: there is no command "put"; there are: get, list, set, unset, watch\n')
 
 
 def test_a_misspelt_command_is_told_the_nearest_one(tv):
@@ -72,7 +72,7 @@ def test_a_wrong_scenario_names_file_line_member_and_what_was_expected(tv, text,
 def test_a_missing_scenario_is_named(tv):
     assert "/nowhere.json: cannot be read: No such file" in tv.error(
         1, "show", VENTARO_SCENARIO="/nowhere.json")
-    assert 'there is no "hme" in' in tv.error(1, "show", VENTARO_SCENARIO="hme")
+    assert 'there is no "hme" in' in tv.error(2, "show", VENTARO_SCENARIO="hme")
 
 
 def test_a_wrong_product_names_file_line_member_and_what_was_expected(tv):
@@ -86,13 +86,13 @@ def test_a_wrong_product_names_file_line_member_and_what_was_expected(tv):
 
 
 def test_a_missing_product_names_those_there_are(tv):
-    message = tv.error(1, "show", VENTARO_PRODUCT="toaster")
+    message = tv.error(2, "show", VENTARO_PRODUCT="toaster")
     assert 'there is no "toaster"' in message and "there are: " in message and "tv" in message
 
 
 def test_a_network_that_there_is_not_is_named(tv):
     assert 'VENTARO_NETWORK is "carrier-pigeon"; there is: simulated' in tv.error(
-        1, "show", VENTARO_NETWORK="carrier-pigeon")
+        2, "show", VENTARO_NETWORK="carrier-pigeon")
 
 
 def test_a_provider_that_cannot_be_loaded_is_named(tv):
@@ -127,3 +127,40 @@ def test_a_state_folder_that_cannot_be_is_named(tv):
     (tv.folder / "file").write_text("")
     message = tv.error(1, "show", VENTARO_STATE_DIR=str(tv.folder / "file/state"))
     assert f"the store in {tv.folder}/file/state: " in message
+
+
+@pytest.mark.parametrize("variable, value, there_are", [
+    ("VENTARO_LOG", "loud", "there are: stderr"),
+    ("VENTARO_REGION", "eu", "there are: us, other"),
+])
+def test_a_variable_with_a_value_that_there_is_not_says_which_there_are(tv, variable, value,
+                                                                        there_are):
+    for words in (["show"], ["store", "list"]):
+        assert tv.error(2, *words, **{variable: value}) == (
+            f'ventaro: {variable} is "{value}"; {there_are}\n')
+    assert "Usage: ventaro" in tv.out("--help", **{variable: value})
+
+
+def test_a_language_without_texts_is_told_of_and_the_menu_is_in_english(tv):
+    done = tv.run("get", "menu/network/networkstatus", "--brief", LANGUAGE="tlh")
+    assert done.returncode == 0 and "Network Status" in done.stdout
+    assert done.stderr.startswith(
+        'ventaro: LANGUAGE is "tlh", in which there are no texts; there are: ar, de, en, ')
+
+
+@pytest.mark.parametrize("language", ["de", "de_AT", "de_DE.UTF-8", "de@euro", "tlh:de", "C", "en_GB"])
+def test_a_language_with_texts_is_not_told_of(tv, language):
+    tv.out("get", "menu/network/networkstatus", LANGUAGE=language)
+
+
+def test_a_name_longer_than_a_provider_can_tell_is_refused_with_its_length(tv):
+    assert tv.error(2, "name", "é" * 1024) == (
+        "ventaro: the name has 2048 bytes; a name has at most 2047\n")
+    tv.out("name", "é" * 1023 + "e")
+
+
+def test_a_member_of_the_menu_file_that_there_is_not_is_told_the_nearest(tv):
+    path = tv.folder / "menu.json"
+    path.write_text('{"items": [\n{"key": "menu/x", "knid": "page", "kind": "action"}]}')
+    assert 'menu.json:2: member "knid" means nothing here; did you mean "kind"?' in tv.error(
+        1, "--menu", str(path), "show")

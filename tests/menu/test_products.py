@@ -53,7 +53,7 @@ def test_behind_two_dashes_there_are_no_options(tv):
 
 
 def test_an_unknown_product_names_those_there_are(tv):
-    message = tv.error(1, "--product", "toaster", "show")
+    message = tv.error(2, "--product", "toaster", "show")
     assert f"there are: {', '.join(PRODUCTS)}" in message
     assert "--product wants" in tv.error(2, "--product")
 

@@ -59,7 +59,7 @@ def test_shows_the_tvs_own_language_when_the_environment_names_none(tv):
 
 
 def test_shows_english_in_a_language_that_it_does_not_have(tv):
-    assert tv.out("show", "--brief", LANGUAGE="tlh") == MENU
+    assert tv.run("show", "--brief", LANGUAGE="tlh").stdout == MENU
 
 
 def test_shows_names_in_any_locale_of_the_user(tv):
@@ -116,7 +116,7 @@ def test_shows_one_region_of_an_item_with_regional_variants(tv):
 
 def test_an_unknown_region_is_an_error_that_names_those_there_are(tv):
     assert 'VENTARO_REGION is "moon"; there are: us, other' in tv.error(
-        1, "show", VENTARO_REGION="moon")
+        2, "show", VENTARO_REGION="moon")
 
 
 def test_a_wrong_document_costs_the_items_that_need_it_and_names_the_callback(tv):

@@ -66,3 +66,24 @@ def test_watch_ends_after_the_sets_asked_for(tv):
     tv.set("db/x", "7", "int")
     assert json.loads(watch.popen.communicate()[0]) == {"key": "db/x", "type": "int", "value": 7}
     assert watch.popen.returncode == 0
+
+
+def test_unset_removes_a_value(tv):
+    tv.set("db/x", "1", "int")
+    assert tv.out("store", "unset", "db/x") == "db/x is not set\n"
+    assert 'the store has no "db/x"' in tv.error(2, "store", "get", "db/x")
+    assert 'the store has no "db/x"' in tv.error(2, "store", "unset", "db/x")
+
+
+def test_watch_shows_that_a_value_is_removed(tv):
+    tv.set("db/x", "1", "int")
+    watch = tv.start("store", "watch", "db/x", "--count", "1", "--json")
+    watch.error_line()
+    assert tv.json("store", "unset", "db/x") == {"key": "db/x", "type": None, "value": None}
+    assert json.loads(watch.line()) == {"key": "db/x", "type": None, "value": None}
+
+
+def test_an_unset_factory_setting_comes_back(tv):
+    tv.out("store", "set", NAME, "Den")
+    tv.out("store", "unset", NAME)
+    assert tv.stored(NAME) == "Living Room TV"

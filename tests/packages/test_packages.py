@@ -191,7 +191,7 @@ def complete(root, program, environment, *words):
     (["--pro"], ["--product", "--provider"]),
     (["--product", "modular"], ["modular-display-2", "modular-display"]),
     (["--product", "tv", "st"], ["store"]),
-    (["store", ""], ["--help", "get", "list", "set", "watch"]),
+    (["store", ""], ["--help", "get", "list", "set", "unset", "watch"]),
     (["store", "set", "--"], ["--help", "--type", "--json"]),
     (["store", "set", "--type", ""], ["int", "bool", "string"]),
     (["network", "load", ""], ["empty", "home"]),

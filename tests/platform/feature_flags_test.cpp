@@ -63,14 +63,15 @@ TEST_F(FeatureFlag, IsThatOfTheOrdinaryTelevisionByDefault) {
 }
 
 TEST_F(FeatureFlag, IsThatOfTheProductInUse) {
-  use(R"({"product.b2b_option_support": true, "own.number": -5, "own.text": "é"})");
+  use(R"({"product.b2b_option_support": true, "orlex_version": -5,
+         "product.device_sid": "é"})");
   bool b2b = false;
   int number = 0;
   EXPECT_EQ(system_info_get_custom_bool(kB2b, &b2b), 0);
   EXPECT_TRUE(b2b);
-  EXPECT_EQ(system_info_get_custom_int("com.norvane/featureconf/own.number", &number), 0);
+  EXPECT_EQ(system_info_get_custom_int("com.norvane/featureconf/orlex_version", &number), 0);
   EXPECT_EQ(number, -5);
-  EXPECT_EQ(textFlag("com.norvane/featureconf/own.text").text, "\u00e9");
+  EXPECT_EQ(textFlag(kDevice).text, "\u00e9");
 }
 
 TEST_F(FeatureFlag, ThatTheProductHasNotIsAnError) {
@@ -226,7 +227,8 @@ class AProduct : public PlatformTest {
 };
 
 TEST_F(AProduct, IsFoundByItsNameOrItsPath) {
-  const std::string content = R"({"description": "Two", "flags": {"a": 1, "b": true, "c": "x"}})";
+  const std::string content = R"({"description": "Two", "flags":
+      {"orlex_version": 1, "projector_feature_support": true, "product.device_sid": "x"}})";
   setenv("VENTARO_RESOURCE_ROOT", folder().c_str(), 1);
   const std::string path = write("products/two.json", content);
   for (const std::string& name : {std::string("two"), path}) {
@@ -234,7 +236,9 @@ TEST_F(AProduct, IsFoundByItsNameOrItsPath) {
     EXPECT_EQ(product.file, path);
     EXPECT_EQ(product.description, "Two");
     EXPECT_EQ(product.flags,
-              (std::map<std::string, StoreValue>{{"a", 1}, {"b", true}, {"c", "x"}}));
+              (std::map<std::string, StoreValue>{{"orlex_version", 1},
+                                                 {"product.device_sid", "x"},
+                                                 {"projector_feature_support", true}}));
   }
 }
 
@@ -289,15 +293,24 @@ TEST_F(AProduct, WithAMemberOfAnotherTypeIsNamedWithItsLine) {
             ":1: member \"flags\" is missing: expected an object");
 }
 
+TEST_F(AProduct, WithAMemberOrAFlagThatThereIsNotIsToldTheNearest) {
+  EXPECT_EQ(messageAbout("{\"description\": \"x\",\n\"flag\": {}}"),
+            ":2: member \"flag\" means nothing here; did you mean \"flags\"?");
+  EXPECT_EQ(messageAbout("{\"description\": \"x\", \"flags\": {\n\"orlex_verison\": 1}}"),
+            ":2: member \"orlex_verison\" means nothing here; did you mean \"orlex_version\"?");
+}
+
 TEST_F(AProduct, WithAFlagOfNoTypeIsNamedWithItsLine) {
   const std::string start = "{\"description\": \"x\", \"flags\": {\n\n";
   const std::string expected = "expected true, false, an integer or a string, found ";
-  EXPECT_EQ(messageAbout(start + "\"own\": 2.5}}"), ":3: member \"own\": " + expected + "2.5");
-  EXPECT_EQ(messageAbout(start + "\"own\": [true]}}"),
-            ":3: member \"own\": " + expected + "[true]");
-  EXPECT_EQ(messageAbout(start + "\"own\": null}}"), ":3: member \"own\": " + expected + "nothing");
-  EXPECT_EQ(messageAbout(start + "\"own\": 4294967296}}"),
-            ":3: member \"own\": " + expected + "4294967296");
+  EXPECT_EQ(messageAbout(start + "\"orlex_version\": 2.5}}"),
+            ":3: member \"orlex_version\": " + expected + "2.5");
+  EXPECT_EQ(messageAbout(start + "\"orlex_version\": [true]}}"),
+            ":3: member \"orlex_version\": " + expected + "[true]");
+  EXPECT_EQ(messageAbout(start + "\"orlex_version\": null}}"),
+            ":3: member \"orlex_version\": " + expected + "nothing");
+  EXPECT_EQ(messageAbout(start + "\"orlex_version\": 4294967296}}"),
+            ":3: member \"orlex_version\": " + expected + "4294967296");
 }
 
 TEST_F(AProduct, WithAKnownFlagOfAnotherTypeIsNamedWithItsLine) {

@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <map>
 #include <string>
 
 #include "platform/config_store.h"
@@ -12,6 +13,8 @@
 
 namespace platform_tests {
 namespace {
+
+using Values = std::map<std::string, StoreValue>;
 
 constexpr std::size_t kMebibyte = std::size_t{1} << 20;
 

@@ -15,6 +15,12 @@ class PLATFORM_API ConfigurationError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// There is nothing of the name that was asked for; the message says what there is.
+class PLATFORM_API UnknownNameError : public ConfigurationError {
+ public:
+  using ConfigurationError::ConfigurationError;
+};
+
 }  // namespace platform::host
 
 #endif  // PLATFORM_HOST_ERRORS_H

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "platform/export.h"
 #include "platform/host/config_store.h"
@@ -33,6 +34,9 @@ class PLATFORM_API JsonFile {
 
   // All members of `object`, each of which is true, false, an integer or a string.
   std::map<std::string, StoreValue> values(const Json::Value& object) const;
+
+  // Raises the error of a member of `object` that is none of these, with the nearest that is.
+  void allowOnly(const Json::Value& object, const std::vector<std::string>& members) const;
 
   // Raises the error that there is with `value`.
   [[noreturn]] void fail(const Json::Value& value, const std::string& reason) const;

@@ -19,6 +19,10 @@ inline constexpr char kSavedNetworksKey[] = "db/menu/network/TopSavedAP";
 // loaded. Raises ConfigurationError or StoreError.
 PLATFORM_API void openNetwork();
 
+// Loads the scenario that $VENTARO_SCENARIO names (default "home") over whatever the simulated
+// network holds. Raises ConfigurationError or StoreError.
+PLATFORM_API void loadScenario();
+
 // Loads a scenario by its name or path over whatever the simulated network holds. Raises
 // ConfigurationError or StoreError.
 PLATFORM_API void loadScenario(const std::string& nameOrPath);

@@ -22,7 +22,7 @@ PLATFORM_API std::filesystem::path resourceFile(const std::string& name);
 PLATFORM_API std::filesystem::path libraryFolder();
 
 // The file that a person means by a name ("hotel-tv", a .json file in that folder of the resource
-// root) or by a path (anything with a slash or ending in ".json"). Raises ConfigurationError, with
+// root) or by a path (anything with a slash or ending in ".json"). Raises UnknownNameError, with
 // the names there are, when there is none of that name.
 PLATFORM_API std::filesystem::path findResource(const std::string& folder,
                                                 const std::string& nameOrPath);

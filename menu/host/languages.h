@@ -1,0 +1,19 @@
+// The languages that the menu's texts are translated into.
+#ifndef MENU_HOST_LANGUAGES_H
+#define MENU_HOST_LANGUAGES_H
+
+#include <string>
+#include <vector>
+
+namespace menu {
+
+// The languages that come along, sorted.
+std::vector<std::string> languages();
+
+// Whether gettext finds texts for any language of a list like $LANGUAGE's, "de_AT:fr". It takes
+// "de" for "de_AT". True for "C" and "POSIX", which mean no language.
+bool hasTexts(const std::string& list);
+
+}  // namespace menu
+
+#endif  // MENU_HOST_LANGUAGES_H
