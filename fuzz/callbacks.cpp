@@ -61,7 +61,7 @@ constexpr std::size_t kLongText = 3000;
 
 // A text of the input; short, or repeated until it is longer than every buffer. Texts end at a NUL.
 std::string takeText(FuzzedDataProvider& input) {
-  const std::string text = input.ConsumeRandomLengthString(300).c_str();
+  const std::string text = untilNul(input.ConsumeRandomLengthString(300));
   if (text.empty() || input.ConsumeIntegralInRange(0, 7) != 7) return text;
   std::string longText;
   while (longText.size() < kLongText) longText += text;
@@ -71,7 +71,7 @@ std::string takeText(FuzzedDataProvider& input) {
 std::string takeKey(FuzzedDataProvider& input) {
   const auto choice = input.ConsumeIntegral<std::uint8_t>();
   if (choice < 5 * kKeys.size()) return kKeys.at(choice % kKeys.size());
-  if (choice % 2 == 0) return input.ConsumeRandomLengthString(64).c_str();
+  if (choice % 2 == 0) return untilNul(input.ConsumeRandomLengthString(64));
   const std::string key = input.PickValueInArray(kKeys);
   return key.substr(0, input.ConsumeIntegralInRange<std::size_t>(0, key.size()));
 }

@@ -17,14 +17,19 @@ constexpr contract::Conditions kAnyTv{
 
 }  // namespace
 
-std::string cut(const std::string& text, std::size_t blockSize) {
-  return text.substr(0, blockSize - 1);
+std::string untilNul(std::string_view text) {
+  return std::string(text.substr(0, text.find('\0')));
+}
+
+std::string cut(std::string_view text, std::size_t blockSize) {
+  return untilNul(text).substr(0, blockSize - 1);
 }
 
 Framework::Framework()
     : provider_(contract::linkedExports()),
       calls_(provider_, *this, kAnyTv, &contract::ownPromises()) {
-  require(sizeOf(&provider_.table()) == sizeof(data_provider_cbs), "the table has 60 slots");
+  require(Framework::sizeOf(&provider_.table()) == sizeof(data_provider_cbs),
+          "the table has 60 slots");
 }
 
 Framework::~Framework() noexcept = default;
@@ -33,7 +38,7 @@ void Framework::requireCurrentValue(const std::string& key) {
   const auto stored = readableText(kDeviceNameStoreKey);
   const contract::Answer answer = calls_.currentValue(key);
   require(answer.result == (stored ? 0 : -1), "the device name gives 0, or -1 without one");
-  require(!stored || answer.text == cut(stored->c_str(), VENTARO_CURRENT_VALUE_SIZE),
+  require(!stored || answer.text == cut(*stored, VENTARO_CURRENT_VALUE_SIZE),
           "the buffer holds the stored name");
 }
 

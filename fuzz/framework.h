@@ -6,14 +6,18 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "contract/calls.h"
 #include "tv.h"
 
 namespace fuzz {
 
-// The cut of a text to what fits into a block of that size, NUL included.
-std::string cut(const std::string& text, std::size_t blockSize);
+// The text as C sees it: up to its first NUL.
+std::string untilNul(std::string_view text);
+
+// The same, cut to what fits into a block of that size, NUL included.
+std::string cut(std::string_view text, std::size_t blockSize);
 
 class Framework : private contract::Observer {
  public:

@@ -53,7 +53,7 @@ bool isEnabled(Framework& framework) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   newTv();
   // The store's texts end at a NUL.
-  const std::string text = std::string(data, data + size).c_str();
+  const std::string text = untilNul({reinterpret_cast<const char*>(data), size});
   store().set("memory/multiscreen/state", text);
   Framework framework;
   const bool free = !isSplit(text);

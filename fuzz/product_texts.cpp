@@ -82,12 +82,12 @@ void requireHelp(const std::string& text, const std::string& deviceName, bool is
   require(help.text == cut(expected, kSize), "a help text goes through both substitutions");
 }
 
-// Takes the first line off; texts end at a NUL.
+// Takes the first line off.
 std::string takeLine(std::string_view& rest) {
   const auto end = rest.find('\n');
-  const std::string line(rest.substr(0, end));
+  const std::string_view line = rest.substr(0, end);
   rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-  return line.c_str();
+  return untilNul(line);
 }
 
 // A replacement that comes to no end keeps the sanitizer's memmove() busy for up to a second, so
@@ -106,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string_view rest = input;
   const std::string text = takeLine(rest);
   const std::string replacement = takeLine(rest);
-  const std::string productName = std::string(rest).c_str();
+  const std::string productName = untilNul(rest);
   translations().texts["COM_SID_TV"] = productName;
   translations().texts["REP.DEVICE.SCREEN"] = productName;
   const bool ends = replaced(text, replacement, GoOn::kAtStart).settled == std::string::npos;

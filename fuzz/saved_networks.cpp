@@ -76,7 +76,7 @@ void requireAsExpected(const Network& network, const Expected& document, std::si
   require(network.enabled == (position < document.networks.size()), "as many as the document has");
   if (!network.enabled) return;
   const Json::Value& entry = document.networks[position];
-  require(network.name == cut(entry.get("SSID", "").asString().c_str(), VENTARO_TEXT_SIZE),
+  require(network.name == cut(entry.get("SSID", "").asString(), VENTARO_TEXT_SIZE),
           "a network's name is the document's");
   const std::string status = entry.get("STATUS", "").asString();
   require((network.statusIcon == VENTARO_ICON_BUSY) == (status == "Connecting"),
@@ -129,8 +129,7 @@ void connect(contract::Calls& calls, const std::string& key, const Network& netw
   const std::string name = commandedName();
   // A name that is no UTF-8, as one that was cut inside a character, cannot go into JSON as it is.
   if (g_utf8_validate(network.name.c_str(), -1, nullptr) == FALSE) return;
-  require(cut(name.c_str(), VENTARO_TEXT_SIZE) == network.name,
-          "the network that is shown is connected");
+  require(cut(name, VENTARO_TEXT_SIZE) == network.name, "the network that is shown is connected");
 }
 
 void requireConsistent(const Network& first, const Network& second) {
@@ -147,7 +146,7 @@ void requireConsistent(const Network& first, const Network& second) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   newTv();
-  const std::string text = std::string(data, data + size).c_str();  // texts end at a NUL
+  const std::string text = untilNul({reinterpret_cast<const char*>(data), size});
   const Expected document = expected(text);
   store().set(kSavedNetworksKey, text);
   store().set("db/menu/system/accessibility/highcontrast", static_cast<int>(size % 2));

@@ -84,8 +84,8 @@ class Gsettings : public Store {
             key);
   }
 
-  void watch(const std::string& key, std::function<void()> changed) override {
-    changed_ = std::move(changed);
+  void watch(const std::string& key, const std::function<void()>& changed) override {
+    changed_ = changed;
     const auto call = +[](GSettings*, const char*, Gsettings* self) { self->changed_(); };
     g_signal_connect(settings_, ("changed::" + key).c_str(), G_CALLBACK(call), this);
     number(key);  // it tells only of keys that were read before

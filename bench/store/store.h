@@ -43,7 +43,7 @@ class Store {
   virtual void setNumber(const std::string& key, int value) = 0;
 
   // Calls `changed` from the default GLib main context after a set by any process.
-  virtual void watch(const std::string& key, std::function<void()> changed);
+  virtual void watch(const std::string& key, const std::function<void()>& changed);
 
   // Does what it put off until the main loop would run.
   virtual void rest() {}

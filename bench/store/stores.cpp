@@ -16,7 +16,7 @@ constexpr Product kProducts[] = {{"ventaro", openVentaro},
 
 }  // namespace
 
-void Store::watch(const std::string& /*key*/, std::function<void()> /*changed*/) {
+void Store::watch(const std::string& /*key*/, const std::function<void()>& /*changed*/) {
   fail({"the store does not tell other processes of a set"});
 }
 

@@ -55,11 +55,11 @@ class Ventaro : public Store {
     require(vconf_set_int(key.c_str(), value) == 0, "ventaro: cannot set ", key);
   }
 
-  void watch(const std::string& key, std::function<void()> changed) override {
+  void watch(const std::string& key, const std::function<void()>& changed) override {
     const auto call = [](keynode_t*, void* data) {
       (*static_cast<std::function<void()>*>(data))();
     };
-    auto* const kept = new std::function(std::move(changed));  // a subscription does not end
+    auto* const kept = new std::function(changed);  // a subscription does not end
     require(vconf_notify_key_changed(key.c_str(), call, kept) == 0, "ventaro: cannot watch ", key);
   }
 

@@ -54,9 +54,9 @@ struct Cache {
   Switches last;
 };
 
-// What `look` finds in the switches as they are now; `off` when all are off, or there is no store.
-template <typename T, typename Look>
-T lookUp(T off, Look look) {
+// What `find` finds in the switches as they are now; `off` when all are off, or there is no store.
+template <typename T, typename Find>
+T lookUp(T off, Find find) {
   static auto& cache = neverDestroyed(new Cache);
   try {
     const ConfigStore& store = ConfigStore::instance();
@@ -65,7 +65,7 @@ T lookUp(T off, Look look) {
     const std::lock_guard lock(cache.mutex);
     if (cache.last.version != version) cache.last = read(store);
     if (cache.last.areAllOff()) cache.allOffAt = cache.last.version;
-    return look(cache.last);
+    return find(cache.last);
   } catch (const std::exception&) {
     return off;
   }

@@ -250,6 +250,7 @@ class Contract : public testing::TestWithParam<Spoilt> {
     sound = provider_->exports();
     own = &provider_->table();
   }
+  ~Contract() noexcept override = default;  // that of the library may throw
 
   std::vector<std::string> broken(const Spoilt& spoilt) {
     contract::Exports exports = sound;

@@ -113,7 +113,7 @@ class LoadingAndUnloading : public platform_tests::PlatformTest {
 
 TEST_F(LoadingAndUnloading, LeavesNothingBehindHoweverOften) {
   constexpr int kWarmUp = CYCLES / 10;
-  constexpr std::size_t kSlack = 64 * 1024;  // bytes; less than seven for each cycle
+  constexpr std::size_t kSlack = 64UL * 1024;  // bytes; less than seven for each cycle
   runCycles(kWarmUp);
   const Holdings held = holdings();
   const std::size_t heap = heapInUse();
@@ -130,7 +130,7 @@ TEST_F(LoadingAndUnloading, LeavesNothingBehindHoweverOften) {
 
 TEST_F(LoadingAndUnloading, LeavesNothingBehindAlsoWhenChangesAreToldInBetween) {
   constexpr int kCycles = CYCLES / 10;
-  constexpr std::size_t kSlack = 64 * 1024;
+  constexpr std::size_t kSlack = 64UL * 1024;
   const auto runWithNews = [] {
     for (int i = 0; i < kCycles; ++i) {
       runCycles(1);

@@ -42,7 +42,7 @@ class Call {
  public:
   template <typename... Arguments>
   explicit Call(FunctionName function, const Arguments&... arguments)
-      : Call(function, argumentsMatter() ? Shown{shown(arguments)...} : Shown()) {}
+      : Call(function, shownIfTheyMatter(arguments...)) {}
 
   // One that stands in the journal as something else, or not at all: a log statement, a lock.
   using Line = std::optional<std::string>;
@@ -67,6 +67,12 @@ class Call {
 
   // For the journal, or because the function fails for one of them.
   static bool argumentsMatter();
+
+  template <typename... Arguments>
+  static Shown shownIfTheyMatter(const Arguments&... arguments) {
+    if (!argumentsMatter()) return {};
+    return {shown(arguments)...};
+  }
 
   Call(FunctionName function, const Shown& arguments);
   Call(FunctionName function, Kind kind, const Line& line, const std::string& firstArgument);

@@ -89,7 +89,7 @@ std::optional<int> Store::intAt(const std::string& key) const {
 
 std::optional<std::string> Store::stringAt(const std::string& key) const {
   const StateLock lock(stateMutex());
-  const std::string* text = find<std::string>(key);
+  const auto* text = find<std::string>(key);
   return text != nullptr ? std::optional(*text) : std::nullopt;
 }
 
@@ -135,7 +135,7 @@ int vconf_set_int(const char* key, int value) {
 char* vconf_get_str(const char* key) {
   char* copy = nullptr;
   const int result = Call("vconf_get_str", key).answer([&] {
-    const std::string* found = find<std::string>(key);
+    const auto* found = find<std::string>(key);
     if (found != nullptr) copy = strdup(found->c_str());
     return 0;
   });

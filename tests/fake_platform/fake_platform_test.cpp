@@ -42,7 +42,7 @@ std::string libraryOf(const char* symbol) {
 
 TEST_F(FakePlatform, StandsInForEveryPlatformFunction) {
 #define PLATFORM_FUNCTION(header, result, name, parameters, failure) \
-  EXPECT_EQ(libraryOf(reinterpret_cast<const void*>(&name)), "libfake_platform.so") << #name;
+  EXPECT_EQ(libraryOf(reinterpret_cast<const void*>(&(name))), "libfake_platform.so") << #name;
 #include "platform_functions.def"
 #undef PLATFORM_FUNCTION
 }

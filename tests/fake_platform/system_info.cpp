@@ -109,7 +109,7 @@ int system_info_get_custom_string(const char* key, char** value) {
       *value = nullptr;
       return 0;
     }
-    const std::string* found = find<std::string>(key);
+    const auto* found = find<std::string>(key);
     if (found == nullptr) return kError;
     *value = strdup(found->c_str());
     state().handedOut.push_back(*value);

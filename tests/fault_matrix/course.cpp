@@ -1,5 +1,6 @@
 #include "course.h"
 
+#include <algorithm>
 #include <ostream>
 #include <utility>
 
@@ -138,10 +139,7 @@ bool Walker::fails(int call) const {
 
 // False when nothing follows any more; below too.
 bool Walker::walkAll(const Steps& steps) {
-  for (const Step& step : steps) {
-    if (!walkOne(step)) return false;
-  }
-  return true;
+  return std::ranges::all_of(steps, [&](const Step& step) { return walkOne(step); });
 }
 
 bool Walker::walkOne(const Step& step) {

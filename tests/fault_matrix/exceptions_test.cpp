@@ -34,8 +34,8 @@ const std::vector<std::string> kMalformed = {
     R"({"count": 1, "values": [{"SSID": "a", "SIGNAL_STRENGTH": "-70", "STATUS": "b"}]})",
     R"({"count": 1, "values": [{"SSID": "a", "SIGNAL_STRENGTH": {}, "STATUS": "b"}]})",
     R"({"count": 1, "values": [{"SSID": "a", "SIGNAL_STRENGTH": 2147483648, "STATUS": "b"}]})",
-    R"({"count": 2, "values": [{"SSID": "a", "SIGNAL_STRENGTH": -70, "STATUS": "b"},)"
-    R"( {"SSID": "c", "STATUS": "d"}]})",
+    R"({"count": 2, "values": [{"SSID": "a", "SIGNAL_STRENGTH": -70, "STATUS": "b"},
+        {"SSID": "c", "STATUS": "d"}]})",
 };
 
 // Right but for its depth: deeper than the parser goes.

@@ -9,12 +9,13 @@
 namespace {
 
 int combinations = 0;
-int failing = 0;  // those in which the function was called, and so failed
+int withFailedCall = 0;  // those in which the function was called, and so failed
 
 class PrintsTheirNumber : public testing::Environment {
  public:
   void TearDown() override {
-    std::cout << "Combinations: " << combinations << ", in " << failing << " a call failed\n";
+    std::cout << "Combinations: " << combinations << ", in " << withFailedCall
+              << " a call failed\n";
   }
 };
 const testing::Environment* const kPrinter =
@@ -50,7 +51,7 @@ const std::vector<Mode>& matrixModes() {
 
 void countCombination(const Walker& walker) {
   ++combinations;
-  if (walker.hasFailed()) ++failing;
+  if (walker.hasFailed()) ++withFailedCall;
 }
 
 void arm(const Fault& fault) {

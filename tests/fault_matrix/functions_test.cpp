@@ -181,7 +181,7 @@ TEST_F(EveryFault, OfTheRefreshAfterASwitchIsAnsweredAsTheTableSays) {
 
 TEST_F(EveryFault, OfTheRefreshForTheSavedNetworksIsAnsweredAsTheTableSays) {
   enter(kUsual);
-  expectTable(functions().notification(), notificationTable(kUsual), {kFirstNetworkKey});
+  expectTable(Functions::notification(), notificationTable(kUsual), {kFirstNetworkKey});
 }
 
 }  // namespace

@@ -170,7 +170,7 @@ class Loading : public FaultMatrix {
     EXPECT_EQ(callOnce(function, key, true), expected) << function.name;
   }
 
-  const World world_;
+  const World world_{};
   Walker walker_;
   data_provider_cbs* created_ = nullptr;
 

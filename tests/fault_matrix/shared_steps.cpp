@@ -51,7 +51,7 @@ Steps mobileModeIsRead(bool isOn, Steps known, Steps unknown) {
               .fails({mainLog("Fail to get wakeOnMobile mode[0xfffffff7]\n"), std::move(unknown)})};
 }
 
-Steps directStateIsRead(const World& world, Steps on, Steps off) {
+Steps directStateIsRead(const World& world, const Steps& on, const Steps& off) {
   const bool is6Ghz = world.frequencyMhz > 5915;
   // The preference On counts only at 6 GHz; one that cannot be read is no preference On. It is read
   // in every case.

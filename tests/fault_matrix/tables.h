@@ -44,7 +44,7 @@ const char* statusOf(const World& world, int network);
 Steps mobileModeIsRead(bool isOn, Steps known, Steps unknown);
 
 // Wi-Fi Direct's state is found out: `on` or `off` follows.
-Steps directStateIsRead(const World& world, Steps on, Steps off);
+Steps directStateIsRead(const World& world, const Steps& on, const Steps& off);
 
 // Whether the energy regulation applies: a flag that cannot be read counts as set.
 Steps regulationIsRead(const World& world, Steps applies, Steps appliesNot);

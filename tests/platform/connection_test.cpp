@@ -69,7 +69,7 @@ TEST_F(Connection, GivesNoMoreProfilesAtTheEnd) {
     EXPECT_TRUE(connection_profile_iterator_has_next(iterator));
     EXPECT_EQ(connection_profile_iterator_next(iterator, &profile), 0);
   }
-  const connection_profile_h last = profile;
+  const void* const last = profile;
   for (int i = 0; i < 2; ++i) {
     EXPECT_FALSE(connection_profile_iterator_has_next(iterator));
     EXPECT_NE(connection_profile_iterator_next(iterator, &profile), 0);

@@ -263,9 +263,9 @@ TEST_F(AFaultyFunction, IsOneFromTheNextCallOnWhenAnotherProcessMakesItSo) {
   constexpr int kRounds = 20'000;
   Process other([](Channel& test) {
     for (int round = 1; round <= kRounds; ++round) {
-      test.hear();
+      test.receiveLine();
       store().set("memory/host/fault/wifi_initialize", round % 3);
-      test.say("set");
+      test.sendLine("set");
     }
   });
   EXPECT_EQ(wifi_initialize(), 0);
@@ -275,8 +275,8 @@ TEST_F(AFaultyFunction, IsOneFromTheNextCallOnWhenAnotherProcessMakesItSo) {
     while (!done) wifi_initialize();
   });
   for (int round = 1; round <= kRounds; ++round) {
-    other.channel().say("set");
-    other.channel().hear();
+    other.channel().sendLine("set");
+    other.channel().receiveLine();
     EXPECT_EQ(wifi_initialize(), round % 3) << round;
   }
   done = true;

@@ -179,7 +179,7 @@ TEST_F(TemporaryFolder, ThatIsALinkIsRefused) {
 }
 
 TEST_F(TemporaryFolder, ThatIsAFileIsRefused) {
-  std::ofstream{temporary_};
+  ASSERT_TRUE(std::ofstream(temporary_).is_open());
   ASSERT_EQ(chown(temporary_.c_str(), user_, user_), 0);
   expectSet(StoreCode::kUnavailable);
   EXPECT_TRUE(refused());

@@ -59,8 +59,9 @@ TEST_F(AFullStore, KeepsWhatItHolds) {
 
 TEST_F(AFullStore, IsAsFullForTheNextProcessAndTheOtherAreaIsNot) {
   int count = 0;
-  Process filler([](Channel& test) { test.say(std::to_string(fill("memory/full/", kMebibyte))); });
-  count = std::stoi(filler.channel().hear().value_or("-1"));
+  Process filler(
+      [](Channel& test) { test.sendLine(std::to_string(fill("memory/full/", kMebibyte))); });
+  count = std::stoi(filler.channel().receiveLine().value_or("-1"));
   filler.join();
   ASSERT_GT(count, 32);
   expectAllReadable("memory/full/", count, kMebibyte);
@@ -94,8 +95,8 @@ StoreCode setOneMore(std::size_t size) {
 TEST_P(AFullStoreOfValues, GivesThemUpOneByOneUntilThereIsRoom) {
   fillUp(GetParam());
   ASSERT_EQ(setOneMore(GetParam()), StoreCode::kNoSpace);
-  for (const auto& [key, value] : store().list("memory/full/")) {
-    ASSERT_EQ(errorRaisedBy([&] { store().unset(key); }), "") << key;
+  for (const auto& entry : store().list("memory/full/")) {
+    ASSERT_EQ(errorRaisedBy([&] { store().unset(entry.first); }), "") << entry.first;
     if (setOneMore(GetParam()) == StoreCode::kOk) return;
   }
   FAIL() << "there is no room though all is gone";
@@ -135,9 +136,9 @@ TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
       EXPECT_GE(count, 0);
       expectAllReadable(prefix, count, size);
       EXPECT_EQ(store().get("db/before"), StoreValue(5));
-      test.say(std::to_string(count));
+      test.sendLine(std::to_string(count));
     });
-    const int count = std::stoi(filler.channel().hear().value_or("-1"));
+    const int count = std::stoi(filler.channel().receiveLine().value_or("-1"));
     filler.join();
     inOwnProcess([&] {
       expectAllReadable(prefix, count, size);

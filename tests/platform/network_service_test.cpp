@@ -75,11 +75,11 @@ TEST_F(Service, ObeysACommandAsTheMenuWritesIt) {
 
 TEST_F(Service, ObeysAnotherProcess) {
   Process other([](Channel& test) {
-    test.hear();
+    test.receiveLine();
     connectTo("Shed");
   });
   start();
-  other.channel().say("go");
+  other.channel().sendLine("go");
   EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
   other.join();
 }
@@ -251,12 +251,12 @@ TEST_F(Service, IsTheOnlyOneOfItsProcess) {
 TEST_F(Service, IsTheOnlyOneOfAllProcesses) {
   Process other([](Channel& test) {
     const auto service = NetworkService::start();
-    test.say(service != nullptr ? "runs" : "does not run");
-    test.hear();
+    test.sendLine(service != nullptr ? "runs" : "does not run");
+    test.receiveLine();
   });
-  ASSERT_EQ(other.channel().hear(), "runs");
+  ASSERT_EQ(other.channel().receiveLine(), "runs");
   EXPECT_EQ(NetworkService::start(), nullptr);
-  other.channel().say("end");
+  other.channel().sendLine("end");
   other.join();
   EXPECT_NE(NetworkService::start(), nullptr);
 }
@@ -266,14 +266,14 @@ TEST_F(Service, RunsBesideThatOfAnotherTelevision) {
     setenv("VENTARO_STATE_DIR", (folder() / "other/state").c_str(), 1);
     setenv("VENTARO_RUNTIME_DIR", (folder() / "other/runtime").c_str(), 1);
     const auto service = NetworkService::start();
-    test.say(service != nullptr ? "runs" : "does not run");
-    test.hear();
+    test.sendLine(service != nullptr ? "runs" : "does not run");
+    test.receiveLine();
   });
-  ASSERT_EQ(other.channel().hear(), "runs");
+  ASSERT_EQ(other.channel().receiveLine(), "runs");
   start();
   connectTo("Shed");
   EXPECT_TRUE(publishes("Attic=Disconnected Shed=Connecting"));
-  other.channel().say("end");
+  other.channel().sendLine("end");
   other.join();
 }
 
@@ -282,10 +282,10 @@ TEST_F(Service, FinishesWhatAKilledOneBegan) {
     const auto service = NetworkService::start();
     connectTo("Shed");
     EXPECT_TRUE(iterateUntil([] { return networkState("connecting") == StoreValue("Shed"); }));
-    test.say("connecting");
-    test.hear();
+    test.sendLine("connecting");
+    test.receiveLine();
   });
-  ASSERT_EQ(killed.channel().hear(), "connecting");
+  ASSERT_EQ(killed.channel().receiveLine(), "connecting");
   killed.kill();
   EXPECT_EQ(connectedNetwork(), "none");
   EXPECT_EQ(publishedNetworks(), "Attic=Disconnected Shed=Connecting");

@@ -26,14 +26,14 @@ TEST_F(ASubscriber, IsToldOfEverySetOfItsProcessAlsoOfAnEqualValue) {
 
 TEST_F(ASubscriber, IsToldOfEverySetOfAnotherProcessAlsoOfAnEqualValue) {
   Process other([](Channel& test) {
-    test.hear();
+    test.receiveLine();
     for (const int value : {1, 2, 2, 2}) store().set({{"db/key", value}, {"memory/key", value}});
   });
   Keys told;
   Keys toldOfMemory;
   const auto subscription = listen("db/key", told);
   const auto memorySubscription = listen("memory/key", toldOfMemory);
-  other.channel().say("go");
+  other.channel().sendLine("go");
   ASSERT_TRUE(iterateUntil([&] { return told.size() >= 4 && toldOfMemory.size() >= 4; }));
   other.join();
   hearAll("db/");
@@ -159,7 +159,7 @@ TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
   Process subscriber([](Channel& test) {
     Keys told;
     const auto subscription = listen("db/key", told);
-    test.say("ready");
+    test.sendLine("ready");
     while (told.size() < 2) {
       const std::size_t before = told.size();
       // Nothing but a file that becomes readable wakes it: no source has a time to be ready.
@@ -172,32 +172,32 @@ TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
       g_main_context_release(context);
       EXPECT_EQ(timeout, -1);
       g_main_context_iteration(nullptr, TRUE);
-      if (told.size() > before) test.say(told.back());
+      if (told.size() > before) test.sendLine(told.back());
     }
   });
-  ASSERT_EQ(subscriber.channel().hear(), "ready");
+  ASSERT_EQ(subscriber.channel().receiveLine(), "ready");
   for (int i = 0; i < 2; ++i) {
     store().set("db/key", 1);
-    EXPECT_EQ(subscriber.channel().hear(), "db/key");
+    EXPECT_EQ(subscriber.channel().receiveLine(), "db/key");
   }
   subscriber.join();
 }
 
 TEST_F(ASubscriber, OfAnotherProcessIsToldAlsoWhenTheFileItWatchesIsNewToTheWriter) {
   Process subscriber([](Channel& test) {
-    test.hear();
+    test.receiveLine();
     Keys told;
     const auto subscription = listen("db/key", told);
-    test.say("ready");
+    test.sendLine("ready");
     EXPECT_TRUE(iterateUntil([&] { return !told.empty(); }));
-    test.say(told.back());
+    test.sendLine(told.back());
   });
   store().set("db/key", 1);
   ASSERT_TRUE(std::filesystem::remove(stateFolder() / "changed"));
-  subscriber.channel().say("go");
-  ASSERT_EQ(subscriber.channel().hear(), "ready");
+  subscriber.channel().sendLine("go");
+  ASSERT_EQ(subscriber.channel().receiveLine(), "ready");
   store().set("db/key", 2);
-  EXPECT_EQ(subscriber.channel().hear(), "db/key");
+  EXPECT_EQ(subscriber.channel().receiveLine(), "db/key");
   subscriber.join();
 }
 

@@ -57,14 +57,14 @@ Channel::~Channel() {
   close(socket_);
 }
 
-void Channel::say(const std::string& line) {
+void Channel::sendLine(const std::string& line) const {
   const std::string bytes = line + "\n";
   ASSERT_EQ(send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL),
             static_cast<ssize_t>(bytes.size()));
 }
 
-std::optional<std::string> Channel::hear() {
-  auto newline = heard_.find('\n');
+std::optional<std::string> Channel::receiveLine() {
+  auto newline = received_.find('\n');
   while (newline == std::string::npos) {
     pollfd other{socket_, POLLIN, 0};
     if (poll(&other, 1, kDeadlineMilliseconds) == 0) {
@@ -74,11 +74,11 @@ std::optional<std::string> Channel::hear() {
     std::array<char, 4096> bytes{};
     const ssize_t size = recv(socket_, bytes.data(), bytes.size(), 0);
     if (size <= 0) return std::nullopt;
-    heard_.append(bytes.data(), static_cast<std::size_t>(size));
-    newline = heard_.find('\n');
+    received_.append(bytes.data(), static_cast<std::size_t>(size));
+    newline = received_.find('\n');
   }
-  std::string line = heard_.substr(0, newline);
-  heard_.erase(0, newline + 1);
+  std::string line = received_.substr(0, newline);
+  received_.erase(0, newline + 1);
   return line;
 }
 

@@ -19,17 +19,17 @@ class Channel {
   Channel(const Channel&) = delete;
   Channel& operator=(const Channel&) = delete;
 
-  void say(const std::string& line);
+  void sendLine(const std::string& line) const;
 
   // Waits for the other's next line; nothing when the other has ended, or says nothing for a very
   // long time, which fails the test.
-  std::optional<std::string> hear();
+  std::optional<std::string> receiveLine();
 
   int socket() const { return socket_; }
 
  private:
   int socket_;
-  std::string heard_;
+  std::string received_;
 };
 
 // A fork of the test that carries out a function and ends. An expectation that fails in it is

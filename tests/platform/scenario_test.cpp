@@ -138,13 +138,13 @@ TEST_F(AScenario, ThatTheEnvironmentStillNamesDoesNotReplaceOneThatWasLoadedSinc
 TEST_F(AScenario, IsLoadedOnceByProcessesThatStartTogether) {
   use(scenarioText(0, "Shed"));
   const auto openAndSwitch = [](Channel& test) {
-    test.hear();
+    test.receiveLine();
     EXPECT_EQ(wifi_set_enable_qx(0), 0);
   };
   Process first(openAndSwitch);
   Process second(openAndSwitch);
-  first.channel().say("go");
-  second.channel().say("go");
+  first.channel().sendLine("go");
+  second.channel().sendLine("go");
   first.join();
   second.join();
   EXPECT_EQ(radio(), 0) << "the second did not undo what the first did";

@@ -59,14 +59,14 @@ class Writer {
           for (int number = last + 1; !testing::Test::HasFailure(); ++number) {
             const std::string key = keyOf(writer, number % kKeys);
             if (vconf_set_str(key.c_str(), valueOf(number).c_str()) == 0) {
-              test.say(std::to_string(number));
+              test.sendLine(std::to_string(number));
             }
           }
         }) {}
 
   // Waits for one more acknowledgement. False when the writer is gone.
-  bool hear() {
-    const auto line = process_.channel().hear();
+  bool receiveLine() {
+    const auto line = process_.channel().receiveLine();
     if (!line) return false;
     const int number = std::stoi(*line);
     acknowledged_.at(static_cast<std::size_t>(number % kKeys)) = number;
@@ -76,7 +76,7 @@ class Writer {
   // Kills it, hears what it said before, and gives what it has acknowledged.
   const Acknowledged& kill() {
     process_.kill();
-    while (hear()) {
+    while (receiveLine()) {
     }
     return acknowledged_;
   }
@@ -97,13 +97,13 @@ TEST_F(Kills, LoseNothingThatWasAcknowledgedAndHoldNobodyUp) {
     auto& killed = writers[static_cast<std::size_t>(victim)];
     auto& survivor = writers[static_cast<std::size_t>(1 - victim)];
     for (auto count = random() % 6; count > 0; --count) {
-      ASSERT_TRUE(killed->hear());
-      ASSERT_TRUE(survivor->hear());
+      ASSERT_TRUE(killed->receiveLine());
+      ASSERT_TRUE(survivor->receiveLine());
     }
     // Somewhere within what it does next.
     for (auto spins = random() % 500'000; spins > 0; --spins) asm volatile("");
     const Acknowledged acknowledged = killed->kill();
-    ASSERT_TRUE(survivor->hear()) << "a lock stays held after round " << round;
+    ASSERT_TRUE(survivor->receiveLine()) << "a lock stays held after round " << round;
     killed = std::make_unique<Writer>(victim, acknowledged);
   }
   for (const int i : {0, 1}) {

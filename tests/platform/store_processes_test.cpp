@@ -74,11 +74,11 @@ class ProcessesInAnArea : public PlatformTest, public testing::WithParamInterfac
   }
   // What an intruding process does when it is told to go, until it is killed.
   void takeAllPlacesToRead(Channel& test) const {
-    test.hear();
+    test.receiveLine();
     Intruder reader(areaFolder());
     while (reader.begin(MDB_RDONLY)) {
     }
-    test.say("no place left");
+    test.sendLine("no place left");
     waitToBeKilled();
   }
 };
@@ -92,7 +92,7 @@ TEST_P(ProcessesInAnArea, LoseNothingWhenTheyWriteAtTheSameTime) {
   constexpr int kValues = 10'000;
   const auto write = [&](const std::string& prefix) {
     return [&, prefix](Channel& test) {
-      test.hear();
+      test.receiveLine();
       for (int i = 0; i < kValues; ++i) {
         ASSERT_EQ(vconf_set_int((prefix + std::to_string(i)).c_str(), i), 0);
       }
@@ -100,8 +100,8 @@ TEST_P(ProcessesInAnArea, LoseNothingWhenTheyWriteAtTheSameTime) {
   };
   Process first(write(key("first/")));
   Process second(write(key("second/")));
-  first.channel().say("go");
-  second.channel().say("go");
+  first.channel().sendLine("go");
+  second.channel().sendLine("go");
   first.join();
   second.join();
   for (const std::string& prefix : {key("first/"), key("second/")}) {
@@ -121,7 +121,7 @@ TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
         // Small and large ones, so that the kill falls into transactions of every size.
         const std::string value(i % 3 == 0 ? 20'000U : 10U, static_cast<char>('a' + i % 26));
         if (vconf_set_str((prefix + std::to_string(i)).c_str(), value.c_str()) == 0) {
-          test.say(std::to_string(i));
+          test.sendLine(std::to_string(i));
         }
         if (i > 300) i = 0;  // overwrites with equal values
       }
@@ -137,12 +137,12 @@ TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
       if (line) acknowledged[prefix] = std::max(acknowledged[prefix], std::stoi(*line));
       return line.has_value();
     };
-    for (int i = 0; i < 1 + kill * 3; ++i) ASSERT_TRUE(note(victim.channel().hear()));
+    for (int i = 0; i < 1 + kill * 3; ++i) ASSERT_TRUE(note(victim.channel().receiveLine()));
     victim.kill();
     // What it said before it died, too.
-    while (note(victim.channel().hear())) {
+    while (note(victim.channel().receiveLine())) {
     }
-    ASSERT_TRUE(survivor.channel().hear().has_value());
+    ASSERT_TRUE(survivor.channel().receiveLine().has_value());
   }
   survivor.kill();
   ASSERT_EQ(acknowledged.size(), std::size_t{kKills});
@@ -159,14 +159,14 @@ TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
 
 TEST_P(ProcessesInAnArea, AreNotBlockedByOneThatIsKilledWhileItWrites) {
   Process intruder([&](Channel& test) {
-    test.hear();
+    test.receiveLine();
     Intruder writer(areaFolder());
-    test.say(writer.begin(0) ? "writing" : "not writing");
+    test.sendLine(writer.begin(0) ? "writing" : "not writing");
     waitToBeKilled();
   });
   store().set(key("before"), 1);
-  intruder.channel().say("go");
-  ASSERT_EQ(intruder.channel().hear(), "writing");
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "writing");
   intruder.kill();
   EXPECT_EQ(vconf_set_int(key("after").c_str(), 2), 0);
   EXPECT_EQ(store().get(key("before")), StoreValue(1));
@@ -175,14 +175,14 @@ TEST_P(ProcessesInAnArea, AreNotBlockedByOneThatIsKilledWhileItWrites) {
 
 TEST_P(ProcessesInAnArea, GetTheSpaceBackThatOneKilledWhileItReadHeld) {
   Process intruder([&](Channel& test) {
-    test.hear();
+    test.receiveLine();
     Intruder reader(areaFolder());
-    test.say(reader.begin(MDB_RDONLY) ? "reading" : "not reading");
+    test.sendLine(reader.begin(MDB_RDONLY) ? "reading" : "not reading");
     waitToBeKilled();
   });
   store().set(key("value"), std::string(kMebibyte, 'a'));
-  intruder.channel().say("go");
-  ASSERT_EQ(intruder.channel().hear(), "reading");
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "reading");
   intruder.kill();
   // Many times the size of the store.
   for (int i = 0; i < 300; ++i) {
@@ -195,8 +195,8 @@ TEST_P(ProcessesInAnArea, CanReadAfterManyThatWereKilledWhileTheyRead) {
   Process maker([&](Channel&) { store().set(key("value"), 5); });
   Process intruder([&](Channel& test) { takeAllPlacesToRead(test); });
   maker.join();
-  intruder.channel().say("go");
-  ASSERT_EQ(intruder.channel().hear(), "no place left");
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "no place left");
   intruder.kill();
   int read = 0;
   EXPECT_EQ(vconf_get_int(key("value").c_str(), &read), 0);
@@ -207,8 +207,8 @@ TEST_P(ProcessesInAnArea, GetAnErrorWhenTheyComeWhileOthersHaveAllPlacesToRead) 
   Process maker([&](Channel&) { store().set(key("value"), 5); });
   Process intruder([&](Channel& test) { takeAllPlacesToRead(test); });
   maker.join();
-  intruder.channel().say("go");
-  ASSERT_EQ(intruder.channel().hear(), "no place left");
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "no place left");
   int read = 7;
   EXPECT_EQ(vconf_get_int(key("value").c_str(), &read), codeOf(StoreCode::kUnavailable));
   EXPECT_EQ(read, 7);
@@ -223,8 +223,8 @@ TEST_P(ProcessesInAnArea, KeepTheirPlaceToReadAndAreToldWhileOthersTakeAllOthers
   std::vector<std::string> told;
   const auto subscription =
       store().subscribe(key(""), [&](const std::string& changed) { told.push_back(changed); });
-  intruder.channel().say("go");
-  ASSERT_EQ(intruder.channel().hear(), "no place left");
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "no place left");
   int read = 0;
   EXPECT_EQ(vconf_get_int(key("value").c_str(), &read), 0);
   EXPECT_EQ(read, 5);
@@ -238,11 +238,11 @@ TEST_P(ProcessesInAnArea, AllMakeTheStoreThatNoneFindsYet) {
   std::vector<std::unique_ptr<Process>> processes;
   for (int i = 0; i < kProcesses; ++i) {
     processes.push_back(std::make_unique<Process>([&, i](Channel& test) {
-      test.hear();
+      test.receiveLine();
       EXPECT_EQ(vconf_set_int(key("process" + std::to_string(i)).c_str(), i), 0);
     }));
   }
-  for (const auto& process : processes) process->channel().say("go");
+  for (const auto& process : processes) process->channel().sendLine("go");
   for (const auto& process : processes) process->join();
   EXPECT_EQ(store().list(key("process")).size(), std::size_t{kProcesses});
 }

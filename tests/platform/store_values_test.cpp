@@ -139,7 +139,7 @@ TEST_P(StoredValue, OfASetOfSeveralIsThereWithAllOthersOrNotAtAll) {
   constexpr int kRounds = 500;
   Process writer([&](Channel& test) {
     for (int i = 0; i < kRounds; ++i) store().set({{key("pair/a"), i}, {key("pair/b"), i}});
-    test.say("done");
+    test.sendLine("done");
   });
   store().setAbsent({{key("pair/a"), -1}, {key("pair/b"), -1}});
   int last = -1;

@@ -28,7 +28,8 @@ class DeviceName : public SettingTest {
 
   // A name whose markup is this many bytes long.
   static std::string nameOfMarkup(std::size_t size) {
-    return std::string(size - std::string(kDirection).size(), 'n');
+    std::string name(size - std::string(kDirection).size(), 'n');
+    return name;
   }
 };
 

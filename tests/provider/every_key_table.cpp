@@ -145,7 +145,7 @@ std::string inUpperCase(std::string text) {
 }  // namespace
 
 Row expectedOf(const std::string& key) {
-  const auto known = std::ranges::find(kRows, key, &Row::key);
+  const Row* const known = std::ranges::find(kRows, key, &Row::key);
   Row row = known != std::end(kRows) ? *known : kAnyOther;
   row.displayName = textOf(kNames, key);
   row.helpText = textOf(kHelps, key);

@@ -11,7 +11,7 @@ std::optional<std::string> replacedFromTheStart(std::string text, const std::str
   for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
     const std::size_t at = text.find(kToken);
     if (at == std::string::npos) return text;
-    text = text.substr(0, at) + replacement + text.substr(at + 5);
+    text.replace(at, 5, replacement);
   }
   return std::nullopt;
 }
@@ -22,7 +22,7 @@ std::optional<std::string> replacedOnwards(std::string text, const std::string& 
   for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
     const std::size_t at = text.find(kToken, from);
     if (at == std::string::npos) return text;
-    text = text.substr(0, at) + replacement + text.substr(at + 5);
+    text.replace(at, 5, replacement);
     from = at + 1;
   }
   return std::nullopt;

@@ -97,6 +97,8 @@ class OptionList {
 
 class ProviderTest : public testing::Test {
  protected:
+  ~ProviderTest() noexcept override = default;  // that of the library may throw
+
   // A new fake platform, the language English, the library not loaded.
   void SetUp() override;
   // Unloads; both log channels must have told the same all along.

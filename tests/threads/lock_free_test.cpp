@@ -28,6 +28,8 @@ struct Function {
 
 class ALockFreeFunction : public platform_tests::PlatformTest {
  protected:
+  ~ALockFreeFunction() noexcept override = default;  // that of the library may throw
+
   void SetUp() override {
     provider_.emplace(VENTARO_PROVIDER);
     calls_.emplace(*provider_, observer_);
