@@ -9,10 +9,10 @@ quietly() (
   exit "$status"
 )
 
-# quietly_with_percent TEXT COMMAND...: the same for a command that begins its lines with "[ 12%] ", as
-# ninja does: shows the text and the percentage, on a terminal in one line, else a line each quarter.
+# quietly_with_percent TEXT COMMAND...: the same for a command that builds with ninja: shows the text and the percentage, on a terminal in one line, else a line each quarter.
 quietly_with_percent() (
   text=$1
+  export NINJA_STATUS='[%p] '
   shift
   output=$(mktemp)
   trap 'rm -f "$output"' EXIT
