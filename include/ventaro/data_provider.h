@@ -159,6 +159,7 @@ typedef struct data_provider_cbs {
    *   wired 802.1X           0, or the store's error; -1 for a value that is not in its list, and
    *                          for every value until that list was asked for with get_list_items()
    *   power on with mobile   the mode as it then is, 1 or 0; -1 when it did not switch
+   *                          or cannot be read back
    *   device name            0, or the store's error; -1 for the entry of a typed name and beyond
    *   a saved network        always -1; connects to it, and ignores `value`
    * For a saved network raises Json::LogicError when the saved-network document is misshapen. */
@@ -174,7 +175,8 @@ typedef struct data_provider_cbs {
   data_provider_reserved reserved_7;
   /* [locked] Reads the item's value. `*value` is read for the log, so set it first. Returns 1 for
    * Wi-Fi and Wi-Fi Direct, the value itself for wired 802.1X and power on with mobile, 0 for the
-   * device name. Returns -1 when the value cannot be read; `*value` is then what the Wi-Fi service
+   * device name. A setting of Wi-Fi Direct or wired 802.1X that cannot be read counts as Off. For
+   * the others returns -1 when the value cannot be read; `*value` is then what the Wi-Fi service
    * left there for Wi-Fi, 0 for a device-name list of one entry, and else untouched. */
   int (*get_int)(const char* key, int* value); /* 8 */
   data_provider_reserved reserved_9;
