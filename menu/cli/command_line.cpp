@@ -2,11 +2,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <iostream>
 #include <limits>
 #include <utility>
 
-#include "../host/display_text.h"
 #include "../host/menu_model.h"
 #include "../host/typed_name.h"
 #include "environment.h"
@@ -125,8 +123,7 @@ int usageError(const CLI::App& app, const std::vector<std::string>& words,
   const std::string suggestion =
       extra.empty() ? "" : menu::didYouMean(extra.front(), optionsOf(command));
   const std::string path = pathOf(command);
-  std::cerr << path << ": " << menu::displayText(error.what()) << suggestion << " (see \"" << path
-            << " --help\")\n";
+  complain(error.what() + suggestion + " (see \"" + path + " --help\")", path);
   return kUnknown;
 }
 

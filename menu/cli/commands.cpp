@@ -2,6 +2,7 @@
 
 #include "call.h"
 #include "command_line.h"
+#include "expectations.h"
 #include "host_commands.h"
 #include "menu_commands.h"
 #include "shell.h"
@@ -35,6 +36,9 @@ constexpr Argument kCallValue{
     "[VALUE]", "What to set or check; an entry's number in the list of KEY; null: a null pointer"};
 constexpr Argument kEntry{"INDEX", "The entry's number or text, in any letter case"};
 constexpr Argument kValue{"VALUE", "The entry's number or text, in any letter case"};
+constexpr Argument kShown{"VALUE",
+                          "What the item shows, in any letter case, or the entry's number"};
+constexpr Argument kWithin{"[--within SECONDS]", "For how long; default: 60", Takes::kPositiveInt};
 constexpr Argument kPosition{"POSITION", "1 or 2", Takes::kInt, "1 2"};
 constexpr Argument kText{"TEXT", "The name"};
 constexpr Argument kStoreKey{"KEY", "db/... or memory/..."};
@@ -72,6 +76,10 @@ constexpr Command kCommands[] = {
     {"set", "Set an item's value without asking", set, {kKey, kValue, kWait, kJson}},
     {"connect", "Connect to the first or second saved network, and show how it goes", connect,
      {kPosition, kNoWait, kJson}},
+    {"wait", "Wait until an item shows a value", wait, {kKey, kShown, kWithin, kJson},
+     "When the time is over, that is an error with an exit code of its own."},
+    {"expect", "Make sure that an item shows a value", expect, {kKey, kShown, kJson},
+     "When it shows another one, that is an error with an exit code of its own."},
     {"name", "Give the TV a name", name, {kText, kJson}},
     {"call", "Call one function of the provider, and show exactly what it did", call,
      {kCallback, kAnyKey, kCallValue, kJson},

@@ -15,11 +15,15 @@ std::string nameText(const Item& item) {
   return none ? translated("(no saved network)") : "(" + item.key + ")";
 }
 
+std::string shownValue(const Item& item) {
+  if (item.state == NetworkState::kConnecting) return translated("Connecting");
+  if (item.state == NetworkState::kConnected) return translated("Connected");
+  return item.value.value_or("");
+}
+
 std::string valueText(const Item& item) {
-  std::string text = item.value.value_or("");
+  std::string text = shownValue(item);
   const auto add = [&text](const std::string& word) { text += (text.empty() ? "" : " ") + word; };
-  if (item.state == NetworkState::kConnecting) text = translated("Connecting");
-  if (item.state == NetworkState::kConnected) text = translated("Connected");
   if (item.kind == ItemKind::kPage && item.items.empty()) text = ">";
   if (!item.enabled) add(translated("(disabled)"));
   if (!item.visible) add(translated("(hidden)"));

@@ -11,7 +11,10 @@ namespace cli {
 // Its name; what stands for it where it has none.
 std::string nameText(const menu::Item& item);
 
-// Its value or state, and whether it is hidden or disabled.
+// Its value or state.
+std::string shownValue(const menu::Item& item);
+
+// The same for its line, and whether it is hidden or disabled.
 std::string valueText(const menu::Item& item);
 
 // "0 Off  (asks first)"

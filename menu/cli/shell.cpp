@@ -59,9 +59,11 @@ int shell(Session& session, RunCommand runCommand) {
   session.serveNetwork();
   const bool person = isatty(STDIN_FILENO) != 0;
   int result = kDone;
-  while (!interruption.isAsked()) {
+  for (int number = 1; !interruption.isAsked(); ++number) {
     if (person) std::cerr << "ventaro> " << std::flush;
     const auto line = session.readLine(interruption);
+    std::optional<InputLine> place;
+    if (!person) place.emplace(number);
     const auto lineResult = line ? runLine(session, runCommand, *line) : std::nullopt;
     if (!lineResult) break;
     if (result == kDone) result = *lineResult;

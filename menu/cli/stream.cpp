@@ -13,6 +13,7 @@ namespace cli {
 namespace {
 
 std::FILE* standardOutput = nullptr;
+std::string inputLine;  // as "line 3: "; empty where complaints are about no line
 
 }  // namespace
 
@@ -40,8 +41,16 @@ void printLine(const std::string& line) {
   print(line + "\n");
 }
 
-void complain(const std::string& message) {
-  std::cerr << "ventaro: " << menu::displayText(message) << '\n';
+void complain(const std::string& message, const std::string& who) {
+  std::cerr << who << ": " << inputLine << menu::displayText(message) << '\n';
+}
+
+InputLine::InputLine(int number) {
+  inputLine = "line " + std::to_string(number) + ": ";
+}
+
+InputLine::~InputLine() {
+  inputLine.clear();
 }
 
 }  // namespace cli

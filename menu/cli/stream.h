@@ -20,9 +20,18 @@ bool standardOutputIsWritten();
 void print(const std::string& text);
 void printLine(const std::string& line);
 
-// On standard error, as "ventaro: message". Control characters, which may come from what was typed,
-// are replaced.
-void complain(const std::string& message);
+// On standard error, as "ventaro: message", or as said by another than the program as a whole:
+// "ventaro get: message". Control characters, which may come from what was typed, are replaced.
+void complain(const std::string& message, const std::string& who = "ventaro");
+
+// While it lives, complaints are about that line of the input: "ventaro: line 3: message".
+class InputLine {
+ public:
+  explicit InputLine(int number);
+  ~InputLine();
+  InputLine(const InputLine&) = delete;
+  InputLine& operator=(const InputLine&) = delete;
+};
 
 }  // namespace cli
 

@@ -8,7 +8,7 @@ import re
 import pytest
 
 SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
-COMMANDS = ("show, get, watch, list, box, choose, set, connect, name, call, store, network, product, "
+COMMANDS = ("show, get, watch, list, box, choose, set, connect, wait, expect, name, call, store, network, product, "
             "fault, feature, reset, shell")
 
 

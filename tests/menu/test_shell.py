@@ -29,6 +29,15 @@ def test_a_script_goes_on_after_an_error_and_ends_with_the_first_errors_code(tv)
     assert "cannot read the line: " in done.stderr
 
 
+def test_an_error_of_a_script_names_the_line(tv):
+    done = tv.run("shell", stdin=f"# all of it\n\nget 'open\nset {WIFI}\nexpect {WIFI} off\nbogus\n")
+    lines = done.stderr.splitlines()
+    assert lines[0].startswith("ventaro: line 3: cannot read the line: ")
+    assert lines[1].startswith("ventaro set: line 4: VALUE is required")
+    assert lines[2] == f'ventaro: line 5: {WIFI}: expected "off", but it shows "On"'
+    assert lines[3].startswith('ventaro: line 6: there is no command "bogus"')
+
+
 def test_there_is_no_shell_in_the_shell(tv):
     assert "this is the shell already" in tv.run("shell", stdin="shell\n").stderr
 

@@ -198,6 +198,7 @@ def complete(root, program, environment, *words):
     (["get", "--json", "menu/network/Wi"], ["menu/network/WiFiOnOff", "menu/network/WiredEAP"]),
     (["get", "menu/network/Wi"], ["menu/network/WiFiOnOff", "menu/network/WiredEAP"]),
     (["set", "menu/network/WiFiOnOff", "--"], ["--help", "--json", "--wait"]),
+    (["wait", "menu/network/WiFiOnOff", "--"], ["--help", "--json", "--within"]),
     (["connect", ""], ["1", "2"]),
     (["product", "l"], ["list"]),
     (["product", "list", ""], ["--help", "--json"]),
