@@ -100,7 +100,7 @@ package(menu SECTION utils
 menu. It shows items, asks, sets and connects, for people and as JSON for
 programs."
   DEPENDS "ventaro-provider ${same_version}, ventaro-platform ${same_version}"
-  LINKS ${base_libraries})
+  LINKS ${base_libraries} edit)
 
 package(dev SECTION libdevel
   SUMMARY "development files for a TV's network menu provider"

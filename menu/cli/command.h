@@ -17,6 +17,9 @@ class Session;
 
 enum class Takes { kText, kTexts, kOneOfItsOffers, kInt, kPositiveInt, kNothing };
 
+// What an argument may be, as the TV is now, by the arguments before it.
+using Values = std::vector<std::string>(Session&, const std::vector<std::string>& before);
+
 struct Argument {
   // As a usage line has it: "KEY", "KEY...", "[PREFIX]", "[--json]", "[--count N]". Its name is the
   // word without brackets and dots. What is in brackets may be left out.
@@ -26,6 +29,7 @@ struct Argument {
   // What completion offers, separated by blanks. @PRODUCTS@, @SCENARIOS@ and @MENU_KEYS@ stand for
   // the names that are shipped, FILES for any file.
   const char* offers = "";
+  Values* values = nullptr;  // what the shell's completion offers instead
 
   std::string name() const;
 };
@@ -46,6 +50,9 @@ class Arguments {
  private:
   const CLI::App& parsed_;
 };
+
+// The words of a table's text, which blanks separate.
+std::vector<std::string> wordsOf(const char* text);
 
 // Carries out a command and returns an ExitCode. An exception becomes a message and an exit code.
 using Action = int(Session&, const Arguments&);

@@ -35,8 +35,7 @@ CLI::Option& addArgument(CLI::App& app, const Argument& argument) {
     case Takes::kPositiveInt:
       return *addOption<int>(app, argument).check(CLI::Range(1, std::numeric_limits<int>::max()));
     case Takes::kOneOfItsOffers:
-      return *addOption<std::string>(app, argument)
-                  .check(CLI::IsMember(CLI::detail::split(argument.offers, ' ')));
+      return *addOption<std::string>(app, argument).check(CLI::IsMember(wordsOf(argument.offers)));
     case Takes::kText:
       break;
   }
@@ -46,7 +45,7 @@ CLI::Option& addArgument(CLI::App& app, const Argument& argument) {
 // Adds the command below its group, which is there already. When it is parsed it is carried out,
 // and leaves its exit code in `result`.
 void addCommand(CLI::App& app, const Command& command, Session& session, int& result) {
-  const std::vector<std::string> words = CLI::detail::split(command.words, ' ');
+  const std::vector<std::string> words = wordsOf(command.words);
   CLI::App& parent = words.size() > 1 ? *app.get_subcommand(words.front()) : app;
   CLI::App& added = *parent.add_subcommand(words.back(), command.help);
   added.footer(command.more);
@@ -167,6 +166,10 @@ int runCommandLine(std::span<const Command> table, Session& session,
   } catch (const std::exception& error) {
     return fail(kFailed, error.what());
   }
+}
+
+std::vector<std::string> wordsOf(const char* text) {
+  return *text == '\0' ? std::vector<std::string>() : CLI::detail::split(text, ' ');
 }
 
 std::string Argument::name() const {

@@ -2,6 +2,7 @@
 
 #include "call.h"
 #include "command_line.h"
+#include "completion.h"
 #include "expectations.h"
 #include "host_commands.h"
 #include "menu_commands.h"
@@ -28,34 +29,43 @@ constexpr Argument kType{"[--type int|bool|string]", "The value's type; default:
 constexpr Argument kCount{"[--count N]", "End after N values", Takes::kPositiveInt};
 
 constexpr Argument kKey{"KEY", "The item's menu key, or its last parts, in any letter case",
-                        Takes::kText, "@MENU_KEYS@"};
+                        Takes::kText, "@MENU_KEYS@", menuKeys};
 constexpr Argument kAnyKey{"KEY",
-                           "Any key, also one outside the menu, exactly as the provider gets it"};
-constexpr Argument kCallback{"CALLBACK", "As get_int or check_enable_int"};
+                           "Any key, also one outside the menu, exactly as the provider gets it",
+                           Takes::kText, "", menuKeys};
+constexpr Argument kCallback{"CALLBACK", "As get_int or check_enable_int", Takes::kText, "",
+                             callbacks};
 constexpr Argument kCallValue{
     "[VALUE]", "What to set or check; an entry's number in the list of KEY; null: a null pointer"};
-constexpr Argument kEntry{"INDEX", "The entry's number or text, in any letter case"};
-constexpr Argument kValue{"VALUE", "The entry's number or text, in any letter case"};
-constexpr Argument kShown{"VALUE",
-                          "What the item shows, in any letter case, or the entry's number"};
+constexpr Argument kEntry{"INDEX", "The entry's number or text, in any letter case", Takes::kText,
+                          "", choices};
+constexpr Argument kValue{"VALUE", "The entry's number or text, in any letter case", Takes::kText,
+                          "", choices};
+constexpr Argument kShown{"VALUE", "What the item shows, in any letter case, or the entry's number",
+                          Takes::kText, "", choices};
 constexpr Argument kWithin{"[--within SECONDS]", "For how long; default: 60", Takes::kPositiveInt};
 constexpr Argument kPosition{"POSITION", "1 or 2", Takes::kInt, "1 2"};
 constexpr Argument kText{"TEXT", "The name"};
-constexpr Argument kStoreKey{"KEY", "db/... or memory/..."};
-constexpr Argument kStoreKeys{"KEY...", "db/... or memory/...", Takes::kTexts};
+constexpr Argument kStoreKey{"KEY", "db/... or memory/...", Takes::kText, "", storeKeys};
+constexpr Argument kStoreKeys{"KEY...", "db/... or memory/...", Takes::kTexts, "", storeKeys};
 constexpr Argument kStoreValue{"VALUE", "A number, true or false, or a text"};
-constexpr Argument kPrefix{"[PREFIX]", "How the keys begin; without it, all keys"};
-constexpr Argument kScenario{"SCENARIO", "Its name or path", Takes::kText, "FILES @SCENARIOS@"};
-constexpr Argument kFunction{"FUNCTION", "The platform function"};
-constexpr Argument kAFunction{"[FUNCTION]", "The platform function; without it, all"};
+constexpr Argument kPrefix{"[PREFIX]", "How the keys begin; without it, all keys", Takes::kText, "",
+                           storeKeys};
+constexpr Argument kScenario{"SCENARIO", "Its name or path", Takes::kText, "FILES @SCENARIOS@",
+                             scenarios};
+constexpr Argument kFunction{"FUNCTION", "The platform function", Takes::kText, "",
+                             faultyFunctions};
+constexpr Argument kAFunction{"[FUNCTION]", "The platform function; without it, all", Takes::kText,
+                              "", faultyFunctions};
 constexpr Argument kCode{"CODE", "A number other than 0", Takes::kInt};
-constexpr Argument kFlag{"FLAG", "The flag's name"};
-constexpr Argument kAFlag{"[FLAG]", "The flag's name; without it, all"};
+constexpr Argument kFlag{"FLAG", "The flag's name", Takes::kText, "", featureFlags};
+constexpr Argument kAFlag{"[FLAG]", "The flag's name; without it, all", Takes::kText, "",
+                          featureFlags};
 constexpr Argument kFlagValue{"VALUE", "A number, true or false, or a text"};
 constexpr Argument kResetYes{"[--yes]", "Do not ask", Takes::kNothing};
 
 int runShell(Session& session, const Arguments& /*arguments*/) {
-  return shell(session, runCommand);
+  return shell(session, commands());
 }
 
 // A row stays in one piece, which the formatter would take apart.
@@ -120,7 +130,9 @@ constexpr Command kCommands[] = {
      "Forgets all of the store, and starts the network over. Asks first."},
 
     {"shell", "Read commands line by line; \"exit\" ends", runShell, {},
-     "The provider is loaded once, and its timers run."},
+     "The provider is loaded once, and its timers run. On a terminal lines can be edited, Tab completes commands, keys, "
+     "values and options, and what changes later is shown above the line; Ctrl-C ends a command or a line, Ctrl-D the "
+     "shell. \"help\" is --help."},
 };
 // clang-format on
 

@@ -9,23 +9,33 @@
 namespace cli {
 
 std::optional<std::string> LineReader::next(const menu::Interruption& interruption) {
-  const auto isComplete = [this] { return ended_ || text_.find('\n') != std::string::npos; };
-  if (!isComplete()) {
-    const unsigned source = g_unix_fd_add(
-        STDIN_FILENO, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR),
-        [](int, GIOCondition, void* self) {
-          return gboolean{static_cast<LineReader*>(self)->read()};
-        },
-        this);
-    interruption.runUntil(isComplete);
-    if (!ended_) g_source_remove(source);
-    if (interruption.isAsked()) return std::nullopt;
-  }
-  if (text_.empty()) return std::nullopt;
+  const auto hasLine = [this] { return text_.find('\n') != std::string::npos; };
+  if (!readUntil(interruption, hasLine) || text_.empty()) return std::nullopt;
   const auto end = text_.find('\n');
-  std::string line = text_.substr(0, end);
-  text_.erase(0, end == std::string::npos ? end : end + 1);
+  std::string line = take(end == std::string::npos ? end : end + 1);
+  if (line.ends_with('\n')) line.pop_back();
   return line;
+}
+
+std::optional<char> LineReader::nextByte(const menu::Interruption& interruption) {
+  const auto hasByte = [this] { return !text_.empty(); };
+  if (!readUntil(interruption, hasByte) || text_.empty()) return std::nullopt;
+  return take(1).front();
+}
+
+bool LineReader::readUntil(const menu::Interruption& interruption,
+                           const std::function<bool()>& isComplete) {
+  if (isComplete()) return true;
+  ended_ = false;  // a terminal goes on after Ctrl-D
+  const unsigned source = g_unix_fd_add(
+      STDIN_FILENO, static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR),
+      [](int, GIOCondition, void* self) {
+        return gboolean{static_cast<LineReader*>(self)->read()};
+      },
+      this);
+  interruption.runUntil([&] { return ended_ || isComplete(); });
+  if (!ended_) g_source_remove(source);
+  return !interruption.isAsked();
 }
 
 bool LineReader::read() {
@@ -34,6 +44,12 @@ bool LineReader::read() {
   if (size > 0) text_.append(bytes.data(), static_cast<std::size_t>(size));
   ended_ = size == 0 || (size < 0 && errno != EINTR && errno != EAGAIN);
   return !ended_;
+}
+
+std::string LineReader::take(std::size_t size) {
+  std::string taken = text_.substr(0, size);
+  text_.erase(0, size);
+  return taken;
 }
 
 }  // namespace cli

@@ -41,6 +41,11 @@ class Session {
     return input_.next(interruption);
   }
 
+  // The next byte of standard input, likewise.
+  std::optional<char> readByte(const menu::Interruption& interruption) {
+    return input_.nextByte(interruption);
+  }
+
  private:
   std::string providerFile_;
   LineReader input_;

@@ -2,19 +2,16 @@
 #ifndef MENU_CLI_SHELL_H
 #define MENU_CLI_SHELL_H
 
-#include <string>
-#include <vector>
+#include <span>
 
-#include "session.h"
+#include "command.h"
 
 namespace cli {
 
-// Carries out the words of one command and returns its ExitCode.
-using RunCommand = int (*)(Session& session, const std::vector<std::string>& words);
-
-// Reads lines until "exit", "quit" or the end. Returns the ExitCode of the first command that
-// failed; with a person at the terminal, who has seen the message, kDone.
-int shell(Session& session, RunCommand runCommand);
+// Reads lines until "exit", "quit" or the end, and carries out the commands of the table. Returns
+// the ExitCode of the first command that failed; with a person at the terminal, who has seen the
+// message, kDone.
+int shell(Session& session, std::span<const Command> table);
 
 }  // namespace cli
 

@@ -3,13 +3,13 @@
 #include <glib.h>
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <set>
 
 #include "../host/main_loop.h"
 #include "../host/notifications.h"
 #include "exit_codes.h"
+#include "menu_changes.h"
 #include "output.h"
 #include "screen_text.h"
 #include "session.h"
@@ -21,16 +21,6 @@ namespace cli {
 namespace {
 
 using menu::Item;
-using Keys = std::set<std::string>;
-
-// All items, each without those below it.
-void collect(const std::vector<Item>& items, std::vector<Item>& all) {
-  for (const Item& item : items) {
-    all.push_back(item);
-    all.back().items.clear();
-    collect(item.items, all);
-  }
-}
 
 std::string timeOfDay() {
   const std::unique_ptr<GDateTime, decltype(&g_date_time_unref)> now(g_date_time_new_now_local(),
@@ -48,13 +38,13 @@ class Form {
   // What is shown of an item: the menu is shown again when this does.
   virtual std::string shown(const Item& item) const { return toText(item); }
 
-  virtual void show(const std::vector<Item>& items, const Keys& changed) = 0;
+  virtual void show(const std::vector<Item>& items, const std::vector<Item>& changed) = 0;
 };
 
 // One menu after the other, each with an empty line behind it.
 class Listing : public Form {
  public:
-  void show(const std::vector<Item>& items, const Keys& /*changed*/) override {
+  void show(const std::vector<Item>& items, const std::vector<Item>& /*changed*/) override {
     print(toText(items) + "\n");
   }
 };
@@ -64,21 +54,20 @@ class JsonLines : public Form {
  public:
   std::string shown(const Item& item) const override { return jsonText(toJson(item), ""); }
 
-  void show(const std::vector<Item>& items, const Keys& changed) override {
-    std::vector<Item> all;
-    collect(items, all);
-    for (const Item& item : all) {
-      if (changed.contains(item.key)) print(shown(item));
-    }
+  void show(const std::vector<Item>& /*items*/, const std::vector<Item>& changed) override {
+    for (const Item& item : changed) print(shown(item));
   }
 };
 
 // One menu, drawn anew in its place, with the time and marks at what changed.
 class Redrawn : public Form {
  public:
-  void show(const std::vector<Item>& items, const Keys& changed) override {
-    // At the first time nothing has changed yet.
-    std::vector<std::string> lines = screenLines(items, height_ > 0 ? changed : Keys{});
+  void show(const std::vector<Item>& items, const std::vector<Item>& changed) override {
+    std::set<std::string> keys;
+    if (height_ > 0) {  // at the first time nothing has changed yet
+      for (const Item& item : changed) keys.insert(item.key);
+    }
+    std::vector<std::string> lines = screenLines(items, keys);
     lines.insert(lines.begin(), timeOfDay());
     std::string text;
     // What has scrolled away cannot be drawn over.
@@ -99,29 +88,6 @@ std::unique_ptr<Form> formFor(const Arguments& arguments) {
   return std::make_unique<Listing>();
 }
 
-// Shows the menu where it is not what was last shown.
-class Watch {
- public:
-  explicit Watch(const Arguments& arguments) : form_(formFor(arguments)) {}
-
-  void update(const std::vector<Item>& items) {
-    std::vector<Item> all;
-    collect(items, all);
-    Keys changed;
-    for (const Item& item : all) {
-      std::string now = form_->shown(item);
-      std::string& before = shown_[item.key];
-      if (now != before) changed.insert(item.key);
-      before = std::move(now);
-    }
-    if (!changed.empty()) form_->show(items, changed);
-  }
-
- private:
-  std::unique_ptr<Form> form_;
-  std::map<std::string, std::string> shown_;  // what was last shown, by key
-};
-
 }  // namespace
 
 int watch(Session& session, const Arguments& arguments) {
@@ -131,10 +97,13 @@ int watch(Session& session, const Arguments& arguments) {
   // Which keys an item reads is the provider's own affair, so every key counts.
   bool isDue = true;
   const auto subscriptions = menu::onAnySet([&isDue] { isDue = true; });
-  Watch watch(arguments);
+  const std::unique_ptr<Form> form = formFor(arguments);
+  MenuChanges changes([&form](const Item& item) { return form->shown(item); });
   while (interruption.runUntil([&isDue] { return isDue; })) {
     isDue = false;
-    watch.update(menu.readAll());
+    const std::vector<Item> items = menu.readAll();
+    const std::vector<Item> changed = changes.since(items);
+    if (!changed.empty()) form->show(items, changed);
   }
   return kDone;
 }

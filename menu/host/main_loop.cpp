@@ -8,32 +8,47 @@
 
 namespace menu {
 
+namespace {
+
+constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+unsigned signalSources[std::size(kSignals)] = {};  // while there is an Interruption
+Interruption* innermost = nullptr;
+
+}  // namespace
+
 void runPending() {
   while (g_main_context_iteration(nullptr, FALSE)) {
   }
 }
 
-Interruption::Interruption() {
-  const auto note = [](void* asked) {
-    *static_cast<bool*>(asked) = true;
-    return gboolean{G_SOURCE_CONTINUE};
-  };
-  const int signals[] = {SIGINT, SIGTERM, SIGHUP};
-  std::ranges::transform(signals, sources_,
-                         [&](int signal) { return g_unix_signal_add(signal, note, &asked_); });
+Interruption::Interruption() : outer_(std::exchange(innermost, this)) {
+  if (outer_ != nullptr) return;
+  std::ranges::transform(kSignals, signalSources, [](int signal) {
+    return g_unix_signal_add(signal, &Interruption::note, GINT_TO_POINTER(signal));
+  });
 }
 
 Interruption::~Interruption() {
-  for (const unsigned source : sources_) g_source_remove(source);
+  innermost = outer_;
+  if (outer_ != nullptr) return;
+  for (const unsigned source : signalSources) g_source_remove(source);
+}
+
+// All are told at once, so that none is told when another has forgotten.
+int Interruption::note(void* signal) {
+  for (Interruption* each = innermost; each != nullptr; each = each->outer_) {
+    (GPOINTER_TO_INT(signal) == SIGINT ? each->isCtrlC_ : each->isEnd_) = true;
+  }
+  return G_SOURCE_CONTINUE;
 }
 
 bool Interruption::runUntil(const std::function<bool()>& done) const {
   bool finished = done();
-  while (!finished && !asked_) {
+  while (!finished && !isAsked()) {
     g_main_context_iteration(nullptr, TRUE);
     finished = done();
   }
-  return finished && !asked_;
+  return finished && !isAsked();
 }
 
 bool Interruption::runUntil(const std::function<bool()>& done,
@@ -44,7 +59,7 @@ bool Interruption::runUntil(const std::function<bool()>& done,
     finished = done();
     return finished || ticker.hasTicked();
   });
-  return finished && !asked_;
+  return finished && !isAsked();
 }
 
 Ticker::Ticker(std::chrono::milliseconds period, std::function<void()> tick)

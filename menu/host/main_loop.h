@@ -28,7 +28,8 @@ class Ticker {
 };
 
 // While it lives, Ctrl-C, SIGTERM and SIGHUP end the program's waiting instead of the program, so
-// that it can clean up.
+// that it can clean up. One that lives inside another is told of the same requests. They belong to
+// the thread of the main loop.
 class Interruption {
  public:
   Interruption();
@@ -44,11 +45,17 @@ class Interruption {
   bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) const;
 
   // Whether the program was asked to end.
-  bool isAsked() const { return asked_; }
+  bool isAsked() const { return isCtrlC_ || isEnd_; }
+
+  // Goes on after a Ctrl-C. Other requests to end stay.
+  void forgetCtrlC() { isCtrlC_ = false; }
 
  private:
-  bool asked_ = false;
-  unsigned sources_[3] = {};
+  static int note(void* signal);
+
+  Interruption* outer_;
+  bool isCtrlC_ = false;
+  bool isEnd_ = false;
 };
 
 }  // namespace menu

@@ -69,6 +69,12 @@ auto entryOf(const std::vector<Provider::ListEntry>& entries, const std::string&
 MenuModel::MenuModel(Provider& provider, std::vector<MenuNode> tree)
     : provider_(provider), tree_(std::move(tree)) {}
 
+std::vector<std::string> MenuModel::keys() const {
+  std::vector<std::string> keys;
+  for (const MenuNode* node : flatten(tree_)) keys.push_back(node->key);
+  return keys;
+}
+
 std::vector<Item> MenuModel::readAll() {
   const std::function<std::vector<Item>(const std::vector<MenuNode>&)> readNodes =
       [&](const std::vector<MenuNode>& nodes) {
@@ -87,19 +93,17 @@ Item MenuModel::read(const std::string& key) {
 }
 
 const MenuNode& MenuModel::find(const std::string& key) const {
-  std::vector<std::string> keys;
   std::vector<const MenuNode*> ending;
   for (const MenuNode* node : flatten(tree_)) {
     if (node->key == key) return *node;
     if (endsPath(key, node->key)) ending.push_back(node);
-    keys.push_back(node->key);
   }
   if (ending.size() == 1) return *ending.front();
   if (!ending.empty()) {
     throw UnknownError("several items end in " + inQuotes(key) + ":" +
                        keysOf([&](const MenuNode& node) { return endsPath(key, node.key); }));
   }
-  const std::string suggestion = didYouMean(key, keys);
+  const std::string suggestion = didYouMean(key, keys());
   throw UnknownError("the menu has no item " + inQuotes(key) +
                      (suggestion.empty()
                           ? "; it has:" + keysOf([](const MenuNode&) { return true; })

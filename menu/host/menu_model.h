@@ -54,6 +54,9 @@ class MenuModel {
  public:
   MenuModel(Provider& provider, std::vector<MenuNode> tree);
 
+  // The keys of all items.
+  std::vector<std::string> keys() const;
+
   // The whole menu. A callback that fails leaves a problem with its item.
   std::vector<Item> readAll();
 

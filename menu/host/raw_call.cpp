@@ -276,18 +276,21 @@ constexpr Row kRows[] = {
 const Row& rowOf(const std::string& function) {
   const auto* const found = std::ranges::find(kRows, function, &Row::function);
   if (found != std::end(kRows)) return *found;
-  std::vector<std::string> names;
+  const std::vector<std::string> names = rawFunctions();
   std::string listed = "; there are:";
-  for (const Row& row : kRows) {
-    names.emplace_back(row.function);
-    listed += "\n  " + names.back();
-  }
+  for (const std::string& name : names) listed += "\n  " + name;
   const std::string suggestion = didYouMean(function, names);
   throw UnknownError("there is no callback \"" + function + "\"" +
                      (suggestion.empty() ? listed : suggestion));
 }
 
 }  // namespace
+
+std::vector<std::string> rawFunctions() {
+  std::vector<std::string> names;
+  for (const Row& row : kRows) names.emplace_back(row.function);
+  return names;
+}
 
 RawResult callRaw(const Provider& provider, const std::string& function, const std::string& key,
                   const std::optional<std::string>& value) {

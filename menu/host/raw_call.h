@@ -25,6 +25,9 @@ struct RawResult {
   std::vector<std::pair<std::string, RawValue>> outputs;
 };
 
+// The functions that can be called so, by their names.
+std::vector<std::string> rawFunctions();
+
 // Calls a function of the provider, a callback of the table or an exported check, with any key.
 // Functions that set need a `value`, what to set, and those that look at an entry of a list, its
 // number there, or "null" for a null pointer; release_string may have "null", a check what to

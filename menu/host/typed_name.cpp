@@ -60,6 +60,10 @@ bool endsPath(const std::string& typed, const std::string& path) {
   return !typed.empty() && ("/" + folded(path)).ends_with("/" + folded(typed));
 }
 
+bool beginsPath(const std::string& typed, const std::string& path) {
+  return ("/" + folded(path)).find("/" + folded(typed)) != std::string::npos;
+}
+
 std::string didYouMean(const std::string& typed, const std::vector<std::string>& names) {
   if (typed.empty()) return "";
   std::vector<std::string> found = containing(folded(typed), names);

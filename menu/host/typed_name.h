@@ -14,6 +14,10 @@ bool isSameName(const std::string& typed, const std::string& name);
 // end "menu/sound/Volume", "me" does not.
 bool endsPath(const std::string& typed, const std::string& path);
 
+// Whether the path or its last parts begin so, in any letter case: "vol" and "sound/V" begin
+// "menu/sound/Volume", "ume" does not.
+bool beginsPath(const std::string& typed, const std::string& path);
+
 // "; did you mean \"a\" or \"b\"?" with the names that are nearest to what was typed: those that
 // contain it, else those that few letters turn into it. Of a path the last parts count as well.
 // Empty when none is near, or so many that naming them does not help.

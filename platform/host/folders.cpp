@@ -1,4 +1,4 @@
-#include "folders.h"
+#include "platform/host/folders.h"
 
 #include <pwd.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include "environment.h"
 #include "platform/host/config_store.h"
 
-namespace platform {
+namespace platform::host {
 
 namespace {
 
@@ -33,14 +33,14 @@ std::filesystem::path privateTemporaryFolder() {
   struct stat info {};
   constexpr mode_t kOthers = 077;
   if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-    throw host::StoreError(host::StoreCode::kUnavailable, "cannot make " + folder.string());
+    throw StoreError(StoreCode::kUnavailable, "cannot make " + folder.string());
   }
   if (lstat(folder.c_str(), &info) != 0 || !S_ISDIR(info.st_mode) || info.st_uid != getuid() ||
       (info.st_mode & kOthers) != 0) {
-    throw host::StoreError(host::StoreCode::kUnavailable,
-                           folder.string() +
-                               " is not a folder of this user alone (mode 0700); "
-                               "set VENTARO_RUNTIME_DIR to another folder");
+    throw StoreError(StoreCode::kUnavailable,
+                     folder.string() +
+                         " is not a folder of this user alone (mode 0700); "
+                         "set VENTARO_RUNTIME_DIR to another folder");
   }
   return folder;
 }
@@ -57,4 +57,4 @@ std::filesystem::path runtimeFolder() {
   return folder.empty() ? privateTemporaryFolder() : folder;
 }
 
-}  // namespace platform
+}  // namespace platform::host

@@ -1,8 +1,8 @@
 // The store of the TV that the environment describes.
-#include "folders.h"
 #include "never_destroyed.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
+#include "platform/host/folders.h"
 #include "platform/host/json_file.h"
 #include "platform/host/resources.h"
 

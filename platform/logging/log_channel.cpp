@@ -5,7 +5,7 @@
 #include <spdlog/sinks/stdout_sinks.h>
 
 #include "../host/environment.h"
-#include "../host/folders.h"
+#include "platform/host/folders.h"
 #include "../host/never_destroyed.h"
 
 namespace platform {
@@ -20,7 +20,7 @@ spdlog::sink_ptr makeSink(const std::string& file) {
     return std::make_shared<spdlog::sinks::stderr_sink_mt>();
   }
   try {
-    const auto path = stateFolder() / "log" / file;
+    const auto path = host::stateFolder() / "log" / file;
     return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(path.string(), kFileSize,
                                                                   kOldFiles);
   } catch (const spdlog::spdlog_ex&) {

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <vector>
 
-#include "../host/folders.h"
+#include "platform/host/folders.h"
 #include "../host/json_text.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"

@@ -1,6 +1,7 @@
 """A simulated TV for each test: its own store, and the program to use it with."""
 
 import codecs
+import fcntl
 import json
 import os
 import pathlib
@@ -61,30 +62,34 @@ class Person:
     def __init__(self, words, env, columns, lines):
         self.leader, follower = pty.openpty()
         termios.tcsetwinsize(follower, (lines, columns))
-        self.popen = subprocess.Popen([*PROGRAM, *words], stdin=follower, stdout=follower,
-                                      stderr=follower, env=env)
+        # The terminal is the program's own, so that Ctrl-C and a new size reach it.
+        self.popen = subprocess.Popen(
+            [*PROGRAM, *words], stdin=follower, stdout=follower, stderr=follower, env=env,
+            start_new_session=True,
+            preexec_fn=lambda: fcntl.ioctl(follower, termios.TIOCSCTTY, 0))
         os.close(follower)
         self.decoder = codecs.getincrementaldecoder("utf-8")()
+        self.unread = ""
 
     def reads_until(self, wanted):
         """What is on the screen from here up to and including the wanted text."""
-        text = ""
-        while wanted not in text:
+        while wanted not in self.unread:
             part = self.read()
-            assert part, text
-            text += part
-        return text
+            assert part, self.unread
+            self.unread += part
+        text, _, self.unread = self.unread.partition(wanted)
+        return text + wanted
 
     def reads_to_the_end(self):
         """All that is shown until the program ends, with plain line feeds."""
-        text = ""
+        text = self.unread
         while part := self.read():
             text += part
         return text.replace("\r\n", "\n")
 
     def read(self):
         """What comes next; empty when nothing holds the terminal any more."""
-        assert select.select([self.leader], [], [], GUARD_SECONDS)[0], "nothing comes"
+        assert select.select([self.leader], [], [], GUARD_SECONDS)[0], self.unread
         try:
             return self.decoder.decode(os.read(self.leader, 4096))
         except OSError:
@@ -92,6 +97,12 @@ class Person:
 
     def answers(self, line):
         os.write(self.leader, f"{line}\n".encode())
+
+    def types(self, keys):
+        os.write(self.leader, keys.encode())
+
+    def resizes(self, columns, lines):
+        termios.tcsetwinsize(self.leader, (lines, columns))
 
     def leaves(self):
         code = self.popen.wait(GUARD_SECONDS)

@@ -38,6 +38,12 @@ def test_an_error_of_a_script_names_the_line(tv):
     assert lines[3].startswith('ventaro: line 6: there is no command "bogus"')
 
 
+def test_help_is_a_command_of_the_shell(tv):
+    assert tv.run("shell", stdin="help\n").stdout == tv.out("--help")
+    assert tv.run("shell", stdin="?\n").stdout == tv.out("--help")
+    assert tv.run("shell", stdin="help store get\n").stdout == tv.out("store", "get", "--help")
+
+
 def test_there_is_no_shell_in_the_shell(tv):
     assert "this is the shell already" in tv.run("shell", stdin="shell\n").stderr
 

@@ -98,7 +98,8 @@ def test_a_package_needs_the_debian_packages_of_the_libraries_it_is_linked_to(
     depends = run("dpkg-deb", "--field", packages[package], "Depends")
     packages_of = {"libm": "libc6", "libc": "libc6", "libgcc_s": "libgcc-s1",
                    "libstdc++": "libstdc++6", "libjsoncpp": "libjsoncpp", "liblmdb": "liblmdb",
-                   "libglib-2.0": "libglib2.0", "libspdlog": "libspdlog", "libfmt": "libfmt"}
+                   "libglib-2.0": "libglib2.0", "libspdlog": "libspdlog", "libfmt": "libfmt",
+                   "libedit": "libedit2"}
     for library in libraries_needed(binary):
         if not library.startswith("ld-linux"):
             assert packages_of[library] in depends

@@ -4,16 +4,18 @@
 
 #include <filesystem>
 
-namespace platform {
+#include "platform/export.h"
+
+namespace platform::host {
 
 // $VENTARO_STATE_DIR, else $XDG_STATE_HOME/ventaro, else ~/.local/state/ventaro. Need not exist.
-std::filesystem::path stateFolder();
+PLATFORM_API std::filesystem::path stateFolder();
 
 // $VENTARO_RUNTIME_DIR, else $XDG_RUNTIME_DIR/ventaro; else a folder under /tmp that belongs to
 // this user alone, which is made when it is missing. Raises StoreError when that folder is somebody
 // else's.
-std::filesystem::path runtimeFolder();
+PLATFORM_API std::filesystem::path runtimeFolder();
 
-}  // namespace platform
+}  // namespace platform::host
 
 #endif  // PLATFORM_HOST_FOLDERS_H
