@@ -40,6 +40,16 @@ function(ventaro_compile_options target)
   endif()
 endfunction()
 
+# Removes what matches `pattern` in the build tree's share folder and is none of the files or folders
+# that are given: it was built from a source that is gone.
+function(ventaro_remove_stale pattern)
+  file(GLOB stale ${VENTARO_SHARE_DIR}/${pattern})
+  list(REMOVE_ITEM stale ${ARGN})
+  if(stale)
+    file(REMOVE_RECURSE ${stale})
+  endif()
+endfunction()
+
 # Copies a source folder's data files into the build tree's share folder, and installs them there as
 # part of that component.
 function(ventaro_share_files target component destination)
@@ -52,6 +62,7 @@ function(ventaro_share_files target component destination)
       DEPENDS ${file} VERBATIM)
     list(APPEND outputs ${output})
   endforeach()
+  ventaro_remove_stale("${destination}/*.json" ${outputs})
   add_custom_target(${target} ALL DEPENDS ${outputs})
   install(FILES ${ARGN} DESTINATION ${VENTARO_INSTALL_SHARE_DIR}/${destination} COMPONENT ${component})
 endfunction()

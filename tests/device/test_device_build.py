@@ -36,6 +36,16 @@ def build(tmp_path_factory):
     return folder
 
 
+def languages_of(source):
+    """Those with a catalogue: a device gets these, and nothing that is made for developers."""
+    return {catalogue.stem for catalogue in (source / "res/locale").glob("*.po")}
+
+
+def languages_in(build):
+    return {file.parts[-3] for file in build.glob("share/ventaro/res/locale/*/LC_MESSAGES/*.mo")} | {
+        folder.name for folder in build.glob("share/ventaro/res/locale/*")}
+
+
 def dynamic_section(library):
     return subprocess.run(["readelf", "-d", library], capture_output=True, text=True,
                           check=True).stdout
@@ -90,7 +100,20 @@ def test_the_provider_loads_and_works(build):
 
 def test_the_catalogues_are_there_for_those_who_package_them(build):
     assert cmake("--build", build, "--target", "catalogues").returncode == 0
-    assert (build / "share/ventaro/res/locale/en/LC_MESSAGES/ventaro.mo").exists()
+    assert languages_in(build) == languages_of(SOURCE)
+
+
+def test_a_catalogue_that_is_removed_leaves_the_build(tmp_path):
+    source = tmp_path / "source"
+    shutil.copytree(SOURCE, source, ignore=shutil.ignore_patterns("build", ".git", "tests"))
+    folder = tmp_path / "build"
+    assert cmake("-S", source, "-B", folder, "-G", "Ninja", "-DVENTARO_PLATFORM=device",
+                 f"-DVENTARO_DEVICE_LIBRARIES={LIBRARY}").returncode == 0
+    assert cmake("--build", folder, "--target", "catalogues").returncode == 0
+    assert "de" in languages_in(folder)
+    (source / "res/locale/de.po").unlink()
+    assert cmake("--build", folder, "--target", "catalogues").returncode == 0
+    assert languages_in(folder) == languages_of(SOURCE) - {"de"}
 
 
 def test_without_the_devices_libraries_it_says_what_to_name(tmp_path):
