@@ -13,6 +13,13 @@ namespace {
 constexpr std::chrono::seconds kLongest{70};
 constexpr std::chrono::seconds kServiceCheck{1};
 
+// The answer names another network than the one that was asked for.
+const char* whyAnotherWasAnswered(const std::string& asked) {
+  // The command is JSON text.
+  if (asked.find("\uFFFD") != std::string::npos) return "its name cannot be sent: it is no UTF-8";
+  return "another connection was asked for meanwhile";
+}
+
 // Gives the command and leaves the network in `asked`, before anybody can answer.
 void giveCommand(MenuModel& menu, int position, Item& asked) {
   bool isStored = false;
@@ -51,7 +58,7 @@ void Connection::readAnswer() {
   if (displayText(answer->ssid) != network_.name) {
     const auto commanded = platform::host::commandedNetwork();
     const bool isOurs = commanded && displayText(*commanded) == network_.name;
-    if (!isOurs) problem_ = "another connection was asked for meanwhile";
+    if (!isOurs) problem_ = whyAnotherWasAnswered(network_.name);
     return;
   }
   accepted_ = answer->refusal.empty();

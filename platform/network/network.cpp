@@ -1,6 +1,8 @@
 #include "network.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "../host/environment.h"
 #include "../host/never_destroyed.h"
@@ -18,6 +20,14 @@ std::unique_ptr<Network> makeNetwork() {
 }
 
 }  // namespace
+
+const AccessPoint* strongest(const std::vector<AccessPoint>& points, const std::string& ssid) {
+  const auto weight = [&ssid](const AccessPoint& point) {
+    return std::pair(point.ssid == ssid, point.signalDbm);
+  };
+  const auto found = std::ranges::max_element(points, {}, weight);
+  return found != points.end() && found->ssid == ssid ? &*found : nullptr;
+}
 
 Network& network() {
   static auto& chosen = neverDestroyed(makeNetwork().release());

@@ -13,8 +13,13 @@ struct AccessPoint {
   std::string ssid;
   int frequencyMhz = 0;
   int signalDbm = 0;
-  bool saved = false;  // the TV knows its password
+  bool saved = false;   // the TV knows its password
+  bool hidden = false;  // it does not tell its name, so nobody sees it until it is connected
 };
+
+// The strongest of the access points with that name, which are one network; null when there is
+// none. Points into `points`.
+const AccessPoint* strongest(const std::vector<AccessPoint>& points, const std::string& ssid);
 
 enum class ProfileType : int { kWifi = 1, kEthernet = 2 };
 
@@ -31,6 +36,8 @@ class Network {
   Network(const Network&) = delete;
   Network& operator=(const Network&) = delete;
 
+  // Whether there is a Wi-Fi device at all. The radio of a TV without one is off.
+  virtual bool hasWifi() = 0;
   virtual bool isRadioOn() = 0;
   // Switching the radio off drops the connection.
   virtual void setRadio(bool on) = 0;

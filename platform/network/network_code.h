@@ -15,6 +15,7 @@ enum class NetworkCode : int {
   kWrongType = -104,     // no such iterator, or not an Ethernet profile
   kEnd = -105,           // the iterator has no more
   kUnavailable = -106,   // the network's state cannot be read or written
+  kNoWifi = -107,        // the TV has no Wi-Fi device
 };
 
 inline constexpr Service kNetwork = {

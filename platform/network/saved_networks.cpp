@@ -15,6 +15,8 @@ using host::ConfigStore;
 // What was last published, to tell it from a document that a person put there.
 constexpr char kPublishedKey[] = "db/host/published_networks";
 
+constexpr int kNotSeen = -100;  // dBm
+
 const char* statusOf(const std::string& ssid, const std::string& connected,
                      const std::string& connecting) {
   if (ssid == connected) return "Connected";
@@ -29,10 +31,11 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
   Json::Value document(Json::objectValue);
   Json::Value& values = document["values"] = Json::arrayValue;
   for (const AccessPoint& point : points) {
-    if (!point.saved) continue;
+    if (!point.saved || &point != strongest(points, point.ssid)) continue;
+    const bool isSeen = !point.hidden || point.ssid == connected;
     Json::Value& entry = values.append(Json::objectValue);
     entry["SSID"] = point.ssid;
-    entry["SIGNAL_STRENGTH"] = point.signalDbm;
+    entry["SIGNAL_STRENGTH"] = isSeen ? point.signalDbm : kNotSeen;
     entry["STATUS"] = statusOf(point.ssid, connected, connecting);
   }
   document["count"] = static_cast<int>(values.size());

@@ -9,8 +9,9 @@
 
 namespace platform {
 
-// Publishes the saved ones of the access points as "db/menu/network/TopSavedAP". Each is Connected,
-// Connecting or Disconnected. Raises StoreError, as does the function below.
+// Publishes the saved ones of the access points as "db/menu/network/TopSavedAP". Each network is
+// there once, as strong as the strongest of its access points, and is Connected, Connecting or
+// Disconnected. Raises StoreError, as does the function below.
 void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::string& connected,
                           const std::string& connecting);
 

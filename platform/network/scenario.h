@@ -1,4 +1,5 @@
-// What the simulated network holds at its start, as a person writes it down.
+// What the simulated network holds at its start, as a person writes it down; docs/scenario-file.md
+// says what each member means.
 #ifndef PLATFORM_NETWORK_SCENARIO_H
 #define PLATFORM_NETWORK_SCENARIO_H
 
@@ -12,6 +13,7 @@
 namespace platform {
 
 struct Scenario {
+  bool hasWifi = true;
   bool radioOn = false;
   std::string connected;                  // an SSID; empty for none
   std::chrono::milliseconds connectTime;  // how long connecting takes

@@ -35,6 +35,10 @@ std::string textMember(const Json::Value& entry, const char* name) {
   return entry.isObject() && entry[name].isString() ? entry[name].asString() : "";
 }
 
+bool flagMember(const Json::Value& entry, const char* name) {
+  return entry.isObject() && entry[name].isBool() && entry[name].asBool();
+}
+
 int intMember(const Json::Value& entry, const char* name) {
   return entry.isObject() && entry[name].isInt() ? entry[name].asInt() : 0;
 }
@@ -47,6 +51,7 @@ Json::Value toJson(const std::vector<AccessPoint>& points) {
     entry["frequency_mhz"] = point.frequencyMhz;
     entry["signal_dbm"] = point.signalDbm;
     entry["saved"] = point.saved;
+    entry["hidden"] = point.hidden;
   }
   return array;
 }
@@ -67,6 +72,7 @@ std::string connectedOf(const Scenario& scenario) {
 
 std::map<std::string, StoreValue> stateOf(const Scenario& scenario, const std::string& name) {
   return {
+      {kPrefix + "wifi", scenario.hasWifi},
       {kPrefix + "radio", scenario.radioOn},
       {kPrefix + "connected", connectedOf(scenario)},
       {kPrefix + "connecting", ""},
@@ -131,12 +137,20 @@ void SimulatedNetwork::publishWhereMissing() const try {
 }
 
 void SimulatedNetwork::load(const Scenario& scenario, const std::string& name) {
-  ConfigStore::instance().set(stateOf(scenario, name));
+  std::map<std::string, StoreValue> state = stateOf(scenario, name);
+  // What the environment names was not asked for later than this.
+  const std::string variable = variableOr("VENTARO_SCENARIO");
+  if (!variable.empty()) state.emplace(kPrefix + "scenario_variable", variable);
+  ConfigStore::instance().set(state);
   publish(scenario);
 }
 
+bool SimulatedNetwork::hasWifi() {
+  return valueOf("wifi", true);
+}
+
 bool SimulatedNetwork::isRadioOn() {
-  return valueOf("radio", false);
+  return hasWifi() && valueOf("radio", false);
 }
 
 void SimulatedNetwork::setRadio(bool on) {
@@ -152,8 +166,8 @@ std::optional<AccessPoint> SimulatedNetwork::connectedAccessPoint() {
   const std::string ssid = connected();
   if (!isRadioOn() || ssid.empty()) return std::nullopt;
   const std::vector<AccessPoint> points = accessPoints();
-  const auto point = std::ranges::find(points, ssid, &AccessPoint::ssid);
-  return point != points.end() ? std::optional(*point) : std::nullopt;
+  const AccessPoint* point = strongest(points, ssid);
+  return point != nullptr ? std::optional(*point) : std::nullopt;
 }
 
 std::vector<Profile> SimulatedNetwork::profiles() {
@@ -173,9 +187,9 @@ void SimulatedNetwork::setEthernetEap(const Profile& profile, bool on) {
 std::vector<AccessPoint> SimulatedNetwork::accessPoints() const {
   std::vector<AccessPoint> points;
   for (const Json::Value& entry : readStoredJson(kPrefix + "access_points", Json::arrayValue)) {
-    const bool saved = entry.isObject() && entry["saved"].isBool() && entry["saved"].asBool();
     points.push_back({textMember(entry, "ssid"), intMember(entry, "frequency_mhz"),
-                      intMember(entry, "signal_dbm"), saved});
+                      intMember(entry, "signal_dbm"), flagMember(entry, "saved"),
+                      flagMember(entry, "hidden")});
   }
   return points;
 }

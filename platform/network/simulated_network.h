@@ -3,11 +3,12 @@
 //
 //   scenario              string  the scenario that the state was loaded from, as it was named
 //   scenario_variable     string  the value of $VENTARO_SCENARIO that was last heeded
+//   wifi                  bool    whether there is a Wi-Fi device; not set: there is
 //   radio                 bool    whether Wi-Fi is on
 //   connected             string  the SSID of the connected access point, or empty
 //   connecting            string  the SSID that the network service is connecting to, or empty
 //   connect_milliseconds  int     how long connecting takes
-//   access_points         string  JSON, as in the scenario
+//   access_points         string  JSON, as in the scenario; each name in "ssid", as its bytes
 //   profiles              string  JSON, as in the scenario
 //   eap/<profile>         bool    802.1X on that Ethernet profile
 #ifndef PLATFORM_NETWORK_SIMULATED_NETWORK_H
@@ -28,6 +29,7 @@ class SimulatedNetwork : public Network {
   // networks where they are not published yet.
   SimulatedNetwork();
 
+  bool hasWifi() override;
   bool isRadioOn() override;
   void setRadio(bool on) override;
   std::optional<AccessPoint> connectedAccessPoint() override;

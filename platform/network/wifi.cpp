@@ -14,14 +14,21 @@ using platform::kNetwork;
 using platform::network;
 using platform::NetworkCode;
 
+// As guarded(), of a function that needs the Wi-Fi device.
+template <typename Action>
+int withWifi(const char* function, const Action& action) {
+  return guarded(kNetwork, function,
+                 [&action] { return network().hasWifi() ? action() : NetworkCode::kNoWifi; });
+}
+
 }  // namespace
 
 int wifi_initialize() {
-  return guarded(kNetwork, __func__, [] { network(); });
+  return withWifi(__func__, [] { return NetworkCode::kOk; });
 }
 
 int wifi_get_connected_ap(wifi_ap_h* ap) {
-  return guarded(kNetwork, __func__, [ap] {
+  return withWifi(__func__, [ap] {
     if (ap == nullptr) return NetworkCode::kNullArgument;
     const auto connected = network().connectedAccessPoint();
     if (!connected) return NetworkCode::kNotConnected;
@@ -48,7 +55,7 @@ int wifi_ap_destroy(wifi_ap_h ap) {
 }
 
 int wifi_get_enable_qx(int* state) {
-  return guarded(kNetwork, __func__, [state] {
+  return withWifi(__func__, [state] {
     if (state == nullptr) return NetworkCode::kNullArgument;
     *state = network().isRadioOn() ? 1 : 0;
     return NetworkCode::kOk;
@@ -56,5 +63,8 @@ int wifi_get_enable_qx(int* state) {
 }
 
 int wifi_set_enable_qx(int enable) {
-  return guarded(kNetwork, __func__, [enable] { network().setRadio(enable != 0); });
+  return withWifi(__func__, [enable] {
+    network().setRadio(enable != 0);
+    return NetworkCode::kOk;
+  });
 }

@@ -105,8 +105,10 @@ def test_networks_drop_when_wifi_went_off_while_nobody_served(tv):
     assert tv.item("menu/network/SavedAP1")["state"] == "none"
 
 
-def test_a_scenario_of_the_environment_does_not_undo_one_that_was_loaded_later(tv):
-    tv.out("show")
+@pytest.mark.parametrize("is_fresh", [True, False])
+def test_a_scenario_of_the_environment_does_not_undo_one_that_was_loaded_later(tv, is_fresh):
+    if not is_fresh:
+        tv.out("show")
     tv.out("network", "load", "empty")
     assert tv.item("menu/network/SavedAP1")["enabled"] is False
     assert tv.item(WIFI)["value"] == "Off"

@@ -274,12 +274,28 @@ INSTANTIATE_TEST_SUITE_P(
                 ":4: member \"connect_milliseconds\": expected 0 to 60000, found 60001"},
         Mistake{"AnSsidOfAnotherType", "{ \"ssid\": \"Shed\"", "{ \"ssid\": 5",
                 ":7: member \"ssid\": expected a string, found 5"},
-        Mistake{"AnSsidThatAnotherHas", "{ \"ssid\": \"Shed\"", "{ \"ssid\": \"Attic\"",
-                ":7: member \"ssid\": expected a name that no other access point has, found "
-                "\"Attic\""},
+        Mistake{"ANetworkThatIsSavedInOnePlaceOnly", "{ \"ssid\": \"Door\"",
+                "{ \"ssid\": \"Attic\"",
+                ":8: member \"saved\": expected the same as at the other access point of that "
+                "name, found false"},
         Mistake{"AnSsidThatIsEmpty", "{ \"ssid\": \"Shed\"", "{ \"ssid\": \"\"",
-                ":7: member \"ssid\": expected a name that no other access point has, found "
-                "\"\""},
+                ":7: member \"ssid\": expected a name that is not empty, found \"\""},
+        Mistake{"AnSsidOfHalfAByte", "{ \"ssid\": \"Shed\"", "{ \"ssid_hex\": \"ff1\"",
+                ":7: member \"ssid_hex\": expected two hexadecimal digits for each byte, found "
+                "\"ff1\""},
+        Mistake{"AnSsidOfOtherDigits", "{ \"ssid\": \"Shed\"", "{ \"ssid_hex\": \"f-1g\"",
+                ":7: member \"ssid_hex\": expected two hexadecimal digits for each byte, found "
+                "\"f-1g\""},
+        Mistake{"TwoNames", "{ \"ssid\": \"Shed\"", "{ \"ssid\": \"Shed\", \"ssid_hex\": \"ff\"",
+                ":7: \"ssid\" and \"ssid_hex\" are both there"},
+        Mistake{"AHiddenOfAnotherType", "\"saved\": false", "\"saved\": false, \"hidden\": 1",
+                ":8: member \"hidden\": expected true or false, found 1"},
+        Mistake{"ARadioWithoutAWifiDevice", "\"radio\": true", "\"wifi\": false, \"radio\": true",
+                ":2: member \"radio\": expected false without a Wi-Fi device, found true"},
+        Mistake{"NetworksWithoutAWifiDevice", "\"radio\": true",
+                "\"wifi\": false, \"radio\": false",
+                ":5: member \"access_points\": expected [] without a Wi-Fi device, found "
+                "[{\"frequency_mhz\":6135,\"saved\":true,\"signal_dbm\":-52,\"ssid\":..."},
         Mistake{"AFrequencyOfAnotherType", "2437", "2.4",
                 ":7: member \"frequency_mhz\": expected an integer, found 2.4"},
         Mistake{"ASignalOfAnotherType", "-78", "\"strong\"",
@@ -302,8 +318,8 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"AMemberThatThereIsNot", "\"access_points\"", "\"acces_points\"",
                 ":5: member \"acces_points\" means nothing here; did you mean \"access_points\"?"},
         Mistake{"AnAccessPointsMemberThatThereIsNot", "\"signal_dbm\": -78", "\"signal\": -78",
-                ":7: member \"signal\" means nothing here; there are: ssid, frequency_mhz, "
-                "signal_dbm, saved"},
+                ":7: member \"signal\" means nothing here; there are: ssid, ssid_hex, "
+                "frequency_mhz, signal_dbm, saved, hidden"},
         Mistake{"AProfilesMemberThatThereIsNot", "\"name\": \"eth0\"", "\"nmae\": \"eth0\"",
                 ":12: member \"nmae\" means nothing here; did you mean \"name\"?"},
         Mistake{"ACommaTooFew", "\"radio\": true,", "\"radio\": true",

@@ -1,7 +1,8 @@
 /*
  * The Wi-Fi service: the radio and the access point that it is connected to.
  *
- * A result of 0 is success; on an error the outputs are untouched. Any thread.
+ * A result of 0 is success; on an error the outputs are untouched. Any thread. On a TV without a
+ * Wi-Fi device all but the functions of an access point fail.
  */
 #ifndef PLATFORM_WIFI_H
 #define PLATFORM_WIFI_H
