@@ -7,6 +7,7 @@
 #include "host_commands.h"
 #include "menu_commands.h"
 #include "shell.h"
+#include "texts.h"
 #include "watch.h"
 
 namespace cli {
@@ -27,6 +28,9 @@ constexpr Argument kNoWait{
 constexpr Argument kType{"[--type int|bool|string]", "The value's type; default: the type it had",
                          Takes::kOneOfItsOffers, "int bool string"};
 constexpr Argument kCount{"[--count N]", "End after N values", Takes::kPositiveInt};
+
+constexpr Argument kLanguage{"[--language L]", "Its name, as \"ko\"; default: the menu's language",
+                             Takes::kText};
 
 constexpr Argument kKey{"KEY", "The item's menu key, or its last parts, in any letter case",
                         Takes::kText, "@MENU_KEYS@", menuKeys};
@@ -74,7 +78,8 @@ constexpr Command kCommands[] = {
     {"show", "Show the whole menu", show, {kBrief, kAll, kKeys, kJson},
      "Each item has its name, value, help text, choices with what follows them, and the box that "
      "would ask first. Hidden and disabled items are marked. On a terminal the current choice is "
-     "marked as well, and icons are left out."},
+     "marked as well, and icons are left out. \"--product all\" shows the menu of every product, one after the "
+     "other."},
     {"get", "Show one item", get, {kKey, kBrief, kAll, kKeys, kJson}},
     {"watch", "Show the menu, and again whenever it changes, until Ctrl-C", watch, {kJson},
      "On a terminal it is drawn anew in its place, with the time and a mark at what changed. With "
@@ -96,6 +101,11 @@ constexpr Command kCommands[] = {
      "For those who write a provider or a framework: a callback of the table or an exported check, "
      "with any key. Outputs that it left alone are shown as untouched; what it hands out is given "
      "back."},
+    {"texts", "Show all texts of a language beside the English, with where each appears", texts,
+     {kLanguage, kJson},
+     "For translators. A text comes with its string ID, its length, and the items, callbacks, states and products that show it, "
+     "as the provider tells when it is asked; one that is not translated, or as long as its place, is marked. "
+     "All products are asked, unless --product names one."},
 
     {"store", "Read, write and watch the configuration store"},
     {"store get", "Show a value of the store", storeGet, {kStoreKey, kJson}},

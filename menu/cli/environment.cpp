@@ -18,8 +18,9 @@ constexpr const char* kLogs[] = {"stderr"};
 
 constexpr Variable kVariables[] = {
     {"LANGUAGE", "the menu's language, as \"ko\"; default: the TV's own, else English"},
-    {"VENTARO_PRODUCT", "the product, by name or file; default tv", "--product NAME",
-     "the name or file of a product", "FILES @PRODUCTS@"},
+    {"VENTARO_PRODUCT",
+     "the product, by name or file; default tv; all: every one, for show\nand texts",
+     "--product NAME", "the name or file of a product", "FILES @PRODUCTS@ all"},
     {"VENTARO_PROVIDER", "another provider than the libventaro.so that comes along",
      "--provider FILE", "the path of a provider's library", "FILES"},
     {"VENTARO_MENU", "another menu file than the menu.json that comes along", "--menu FILE",

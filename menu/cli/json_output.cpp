@@ -1,6 +1,9 @@
 #include "output.h"
 
+#include <json/reader.h>
 #include <json/writer.h>
+
+#include <sstream>
 
 #include "../host/display_text.h"
 
@@ -125,6 +128,15 @@ Json::Value toJson(const Descriptions& descriptions) {
     element["description"] = description;
   }
   return json;
+}
+
+Json::Value jsonOf(const std::string& text) {
+  Json::Value json;
+  std::string errors;
+  std::istringstream stream(text);
+  return Json::parseFromStream(Json::CharReaderBuilder(), stream, &json, &errors)
+             ? json
+             : Json::Value(Json::nullValue);
 }
 
 std::string jsonText(const Json::Value& json, const char* indentation) {

@@ -7,6 +7,9 @@
 #include "../host/notifications.h"
 #include "exit_codes.h"
 #include "output.h"
+#include "platform/host/product.h"
+#include "platform/host/resources.h"
+#include "product_process.h"
 #include "question.h"
 #include "session.h"
 #include "stream.h"
@@ -56,9 +59,38 @@ Item readInState(menu::MenuModel& menu, const Item& network) {
   return item;
 }
 
+// The menu of each product, with the product's name before it.
+int showAll(Session& session, const Arguments& arguments) {
+  if (session.isLoaded()) throw menu::RefusedError("this shell has a product already");
+  const bool isJson = arguments.has("--json");
+  Json::Value all(Json::arrayValue);
+  int result = kDone;
+  for (const std::string& product : platform::host::resourceNames("products")) {
+    Json::Value json(Json::objectValue);
+    json["product"] = product;
+    json["description"] = platform::host::loadProduct(product).description;
+    const auto [productResult, shown] = inProcessOf(product, [&](std::string& output) {
+      const std::vector<Item> items = session.menu().readAll();
+      output = isJson ? jsonText(toJson(items), "") : toText(items, viewFor(arguments));
+      return reportProblems(items);
+    });
+    if (productResult != kDone) result = productResult;
+    if (isJson) {
+      json["items"] = jsonOf(shown);
+      all.append(json);
+    } else {
+      printLine(product + ": " + json["description"].asString());
+      printLine("\n" + shown);
+    }
+  }
+  if (isJson) print(jsonText(all, "  "));
+  return result;
+}
+
 }  // namespace
 
 int show(Session& session, const Arguments& arguments) {
+  if (wantsAllProducts()) return showAll(session, arguments);
   const std::vector<Item> items = session.menu().readAll();
   Printer(arguments).print(items, viewFor(arguments));
   return reportProblems(items);

@@ -59,6 +59,9 @@ Json::Value toJson(const Descriptions& descriptions);
 // The document, with a line feed at its end; without indentation it is one line.
 std::string jsonText(const Json::Value& json, const char* indentation);
 
+// What jsonText() wrote; null for what is no JSON.
+Json::Value jsonOf(const std::string& text);
+
 // Whether a command has one result, or one after the other for as long as it runs. In a series each
 // result is one line of JSON, so that a program can read it before the next one comes.
 enum class Results { kOne, kSeries };

@@ -41,7 +41,7 @@ menu::MenuModel& Session::menu() {
   if (menu_ != nullptr) return *menu_;
   // What is wrong with the store would else be told as what the provider makes of it.
   platform::host::ConfigStore::instance().open();
-  menu::MenuTree tree = menu::readMenuTree(menuFile(), region());
+  menu::MenuTree tree = menuTree(region());
   platform::host::loadProduct();
   platform::host::openNetwork();
   tellOfUnknownLanguage();
@@ -49,6 +49,10 @@ menu::MenuModel& Session::menu() {
   provider_ = std::make_unique<menu::Provider>(providerFile_, tree.textDomain);
   menu_ = std::make_unique<menu::MenuModel>(*provider_, std::move(tree.items));
   return *menu_;
+}
+
+menu::MenuTree Session::menuTree(const std::string& region) {
+  return menu::readMenuTree(menuFile(), region);
 }
 
 bool Session::serveNetwork() {

@@ -23,11 +23,17 @@ class Session {
   // provider and reads the menu tree, at the first call.
   menu::MenuModel& menu();
 
+  // Whether that has been done.
+  bool isLoaded() const { return menu_ != nullptr; }
+
   // The provider of that menu.
-  const menu::Provider& provider() {
+  menu::Provider& provider() {
     menu();
     return *provider_;
   }
+
+  // The menu's tree in a region.
+  static menu::MenuTree menuTree(const std::string& region);
 
   // Runs the network service in this process, unless another one does already, until stopNetwork()
   // or the end of the session. Returns whether this call started it.

@@ -29,14 +29,24 @@ std::string tvLanguage() {
 
 }  // namespace
 
-void chooseLanguage() {
-  // gettext obeys LANGUAGE in every locale but "C". Every machine has this one.
-  std::setlocale(LC_ALL, "C.UTF-8");
+std::string wantedLanguage() {
   const char* wanted = std::getenv("LANGUAGE");
   std::string language = wanted != nullptr && *wanted != '\0' ? wanted : tvLanguage();
   // To gettext these mean string IDs instead of texts.
   if (language == "C" || language == "POSIX") language = "en";
-  setenv("LANGUAGE", (language + ":en").c_str(), 1);
+  return language;
+}
+
+void useLanguage(const std::string& list) {
+  setenv("LANGUAGE", list.c_str(), 1);
+  // gettext notices that when the locale changes, and obeys it in every locale but "C". Every
+  // machine has this one.
+  std::setlocale(LC_ALL, "C");
+  std::setlocale(LC_ALL, "C.UTF-8");
+}
+
+void chooseLanguage() {
+  useLanguage(wantedLanguage() + ":en");
   bindtextdomain(kTextDomain, (platform::host::resourceRoot() / "res/locale").c_str());
 }
 

@@ -11,6 +11,13 @@ namespace menu {
 // for and before any thread is started.
 void chooseLanguage();
 
+// The language that chooseLanguage() starts from: a list like $LANGUAGE's.
+std::string wantedLanguage();
+
+// Sets the language of all texts to exactly that list, without English behind it; "C" for string
+// IDs. May be called again: gettext forgets what it found before. Nobody may be inside a provider.
+void useLanguage(const std::string& list);
+
 // The program's own word in the language of the menu, from the catalogue ventaro-menu; the English
 // word where that has none.
 std::string translated(const char* english);

@@ -8,8 +8,8 @@ import re
 import pytest
 
 SHARE = pathlib.Path(os.environ["VENTARO_SHARE"])
-COMMANDS = ("show, get, watch, list, box, choose, set, connect, wait, expect, name, call, store, network, product, "
-            "fault, feature, reset, shell")
+COMMANDS = ("show, get, watch, list, box, choose, set, connect, wait, expect, name, call, texts, store, network, "
+            "product, fault, feature, reset, shell")
 
 
 def test_an_unknown_command_names_those_there_are(tv):

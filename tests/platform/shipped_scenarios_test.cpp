@@ -1,4 +1,5 @@
-// The scenarios that come along, and the members of a scenario that say what a Wi-Fi network is like.
+// The scenarios that come along, and the members of a scenario that say what a Wi-Fi network is
+// like.
 #include <string>
 
 #include "platform/host/network_service.h"
@@ -36,7 +37,8 @@ TEST_F(AShippedScenario, IsWhatItsNameSays) {
       {"no-wifi", "no Wi-Fi, none", ""},
       {"odd-names", "on, 5180",
        "\"Tom's\" <TV> & 📺 غرفة=Connected Caf\xe9\x1b[31m=Disconnected "
-       "👩‍👩‍👧 שלום=Disconnected 日本語のとても長い名\xe5\x89=Disconnected"},
+       "👩‍👩‍👧 שלום=Disconnected "
+       "日本語のとても長い名\xe5\x89=Disconnected"},
       {"radio-off", "off, none", "Attic 6E=Disconnected Garden Shed=Disconnected"},
       {"weak", "on, 2412", "Far Field=Connected Beyond=Disconnected"},
   };
