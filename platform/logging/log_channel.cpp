@@ -5,8 +5,8 @@
 #include <spdlog/sinks/stdout_sinks.h>
 
 #include "../host/environment.h"
-#include "platform/host/folders.h"
 #include "../host/never_destroyed.h"
+#include "platform/host/folders.h"
 
 namespace platform {
 

@@ -11,10 +11,10 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/host/folders.h"
 #include "../host/json_text.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
+#include "platform/host/folders.h"
 #include "platform/host/resources.h"
 #include "platform/log.h"
 #include "saved_networks.h"

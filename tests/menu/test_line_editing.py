@@ -116,7 +116,7 @@ def test_a_history_that_cannot_be_kept_is_told_once(tv):
     ("store get db/menu/network/To", "store get db/menu/network/TopSavedAP "),
     ("store watch db/a db/menu/network/To", "store watch db/a db/menu/network/TopSavedAP "),
     ("store set db/a 1 --type b", "store set db/a 1 --type bool "),
-    ("network load ho", "network load home "),
+    ("network load em", "network load empty "),
     ("fault set wifi_set_en", "fault set wifi_set_enable_qx "),
     ("call get_module_i", "call get_module_info "),
     ("call get_int savedap1", "call get_int menu/network/SavedAP1 "),
