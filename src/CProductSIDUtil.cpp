@@ -14,23 +14,23 @@ constexpr char kDefaultDeviceSid[] = "REP.DEVICE.TV";
 constexpr int kFirstGeneration = 1;
 constexpr int kSecondGeneration = 2;
 
-// A replacement that brings the token in again may never end. After so many replacements, or so
-// many bytes more than at the start, it is taken for one that does not; real texts stay far below
-// both.
+// Replacing may never end when the replacement itself brings the token back. It is taken to be
+// endless after this many replacements, or after growing by this many bytes. Real texts stay far
+// below both.
 constexpr int kManyReplacements = 10'000;
 constexpr std::size_t kMuchGrowth = std::size_t{64} << 10;
 
-// Replaces the first token until none is left. Where that does not end, only the first `limit`
-// bytes of the result count: from then on the text is kept no longer than they depend on, and the
-// work is done when they hold no token, or a replacement leaves them as they are.
+// Replaces the first token until none is left. If that is endless, only the first `limit` bytes
+// matter: the text is cut to what can still change them, and the loop stops once they hold no token
+// or a replacement no longer changes them.
 void replaceUntilGone(std::string& text, std::string_view token, std::string_view replacement,
                       std::size_t limit) {
   if (token.empty()) return;
-  const bool mayNotEnd = replacement.size() >= token.size();  // a shorter one uses the text up
+  const bool mayNotEnd = replacement.size() >= token.size();  // a shorter one shrinks the text
   const std::size_t large = text.size() + kMuchGrowth;
   std::string before;
   int replacements = 0;
-  // Before the place of the last one there is no token but one that ends in what was filled in.
+  // A token before the last position can only be one that ends in the replacement text.
   const auto next = [&](std::size_t last) {
     return text.find(token, last - std::min(last, token.size() - 1));
   };
@@ -43,9 +43,9 @@ void replaceUntilGone(std::string& text, std::string_view token, std::string_vie
   }
 }
 
-// Replaces token after token, going on one byte after the start of what was filled in. Where the
-// value brings the token in behind its first byte that would never end; it ends behind the bytes
-// that count, and the text is kept no longer than they depend on.
+// Replaces token after token, searching on from the second byte of the filled-in value. That would
+// never end if the value holds the token after its first byte; so it stops after the first `limit`
+// bytes, and the text is cut to what can still change them.
 void fillToken(std::string& text, std::string_view token, std::string_view value,
                std::size_t limit) {
   const bool endless = value.find(token, 1) != std::string_view::npos;
@@ -69,8 +69,7 @@ void fillTokens(std::string& text, const std::string& productName) {
     std::string_view value;
     bool alsoWhenEmpty;
   };
-  // The product name is filled in even when it is empty, the two other words only when there are
-  // any.
+  // The product name is filled in even when it is empty, the other two words only when not empty.
   const Token tokens[] = {
       {kProductToken, productName, true}, {"<<B>>", "", false}, {"<<C>>", "", false}};
   for (const Token& entry : tokens) {
@@ -112,7 +111,7 @@ int CProductUtil::GetProductType(std::string& productName) {
     return PRODUCT_TYPE_NON_MICRO_LED;
   }
   bool flag = false;
-  // Whether the reading failed does not matter here: the flag counts as it stands.
+  // The result of the read is not checked: after a failure, the flag keeps its initial value.
   system_info_get_custom_bool("com.norvane/featureconf/projector_feature_support", &flag);
   if (flag) {
     productName = translate("PJT_SID_TV");
@@ -146,7 +145,7 @@ const char* CProductUtil::WithProductName(const char* text, std::string& filled)
 }
 
 std::string CProductUtil::GetDeviceNameString() {
-  // Not released, so that a platform may hand out a text of its own.
+  // Not freed, because a platform may hand out a string that it owns itself.
   char* sid = nullptr;
   if (system_info_get_custom_string("com.norvane/featureconf/product.device_sid", &sid) != 0 ||
       sid == nullptr) {

@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <string>
 
-// Stateless: the feature flags are read afresh on every call. The callers hold ProviderMutex.
+// Stateless: the feature flags are read again on every call. Callers hold ProviderMutex.
 class CProductUtil {
  public:
-  // The gaps stay: callers tell 0 and 1 from all the others.
+  // The values are not consecutive: callers distinguish only 0, 1 and everything else.
   enum ProductType : int {
     PRODUCT_TYPE_SCREEN = 0,  // tunerless
     PRODUCT_TYPE_TV = 1,
@@ -18,7 +18,7 @@ class CProductUtil {
     PRODUCT_TYPE_SMART_MONITOR = 8,
   };
 
-  // What help texts are cut to, in bytes, NUL included.
+  // Help texts are cut to this size in bytes, NUL included.
   static constexpr std::size_t kTextSize = 2048;
 
   static bool IsProductTunerless();
@@ -30,16 +30,16 @@ class CProductUtil {
   // that this product line does not have, and stay as they are.
   static void AddProductNameInSID(std::string& text);
 
-  // The same for a text that is only read: `text` itself where it has no such token, and else a new
-  // one in `filled`.
+  // The same without changing `text`: returns `text` itself if it has no such token, otherwise a
+  // copy in `filled`.
   static const char* WithProductName(const char* text, std::string& filled);
 
   // The string ID of the device's name, untranslated.
   static std::string GetDeviceNameString();
 
-  // Replaces every occurrence of `token` in `text`, also those that a replacement brings in, and
-  // copies the first `size` - 1 bytes of the result into `buffer`, which holds `size` zeroes. Ends
-  // also when a replacement brings the token in for ever: once the bytes copied cannot change.
+  // Replaces every occurrence of `token` in `text`, including those that a replacement brings in,
+  // and copies the first `size` - 1 bytes of the result into `buffer`, which holds `size` zeroes.
+  // If the replacing is endless, it stops once the copied bytes can no longer change.
   static void ReplaceText(char* buffer, const char* text, const char* token,
                           const char* replacement, std::size_t size);
 };

@@ -1,5 +1,5 @@
-// Blocks of the C heap, which is what crosses the provider's boundary: the platform hands them in,
-// the framework takes them over and gives them back to free().
+// Blocks of the C heap. Memory that crosses the provider's boundary comes from it: the platform
+// hands such blocks in, and the framework frees them with free().
 #ifndef VENTARO_C_HEAP_H
 #define VENTARO_C_HEAP_H
 
@@ -17,7 +17,7 @@ struct FreeDeleter {
 // Owns a block until it is handed out with release().
 using CText = std::unique_ptr<char, FreeDeleter>;
 
-// A block of zeroes, null without memory.
+// A block of zeroes; null when memory runs out.
 inline CText zeroedBlock(std::size_t size) {
   return CText(static_cast<char*>(std::calloc(1, size)));
 }
@@ -29,7 +29,7 @@ inline CText zeroedBlock(std::size_t size) {
   buffer[length] = '\0';
 }
 
-// Gives the caller a copy of `source` in `*target`; null without memory.
+// Gives the caller a copy of `source` in `*target`; null when memory runs out.
 inline void copyToHeap(const char* source, char** target) {
   const std::size_t size = std::strlen(source) + 1;
   *target = static_cast<char*>(std::malloc(size));

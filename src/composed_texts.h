@@ -1,6 +1,6 @@
-// The help texts that are more than one translation: they name the product or the device, or are
-// put together from several. Each writes into a block of VENTARO_TEXT_SIZE zeroes and cuts the text
-// to fit. Callers hold ProviderMutex.
+// The help texts that are not a single translation: they name the product or the device, or combine
+// several texts. Each writes into a block of VENTARO_TEXT_SIZE zeroes and cuts the text to fit.
+// Callers hold ProviderMutex.
 #ifndef VENTARO_COMPOSED_TEXTS_H
 #define VENTARO_COMPOSED_TEXTS_H
 

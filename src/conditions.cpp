@@ -25,7 +25,7 @@ const Json::Value& memberOf(const Json::Value& object, const char* name) {
   return object.isObject() ? object[name] : Json::Value::nullSingleton();
 }
 
-// A member as text or number; null when the document has another shape than that.
+// A member as text or number; null when the document has a different structure.
 const Json::Value& scalarMember(const Json::Value& object, const char* name) {
   const Json::Value& member = memberOf(object, name);
   return member.isArray() || member.isObject() ? Json::Value::nullSingleton() : member;
@@ -36,7 +36,7 @@ bool isSplitStyle(const std::string& style) {
   return std::ranges::any_of(kStyles, [&](const char* split) { return style == split; });
 }
 
-// A business product keeps the name for its administrator.
+// On a business product, only the administrator may change the name.
 bool isAdministratorMode() {
   int enabled = 0;
   if (vconf_get_bool("memory/ephotel/hotelmenu/hotelfactorymode", &enabled) != 0) {

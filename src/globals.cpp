@@ -1,6 +1,6 @@
 #include "globals.h"
 
-// In one file, because the order is part of the behaviour: each constructor may talk to the
+// They share one file because the order is part of the behaviour: each constructor may call the
 // platform.
 std::vector<std::string> DeviceNameListInterface::m_DevicenameList;
 std::string DeviceNameListInterface::m_DefaultDeviceName;

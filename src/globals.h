@@ -1,4 +1,4 @@
-// The provider's one set of objects. They are constructed when the library is loaded, talk to the
+// The provider's one set of objects. They are constructed when the library is loaded, call the
 // platform from then on, and live until it is unloaded.
 #ifndef VENTARO_GLOBALS_H
 #define VENTARO_GLOBALS_H
@@ -11,7 +11,7 @@
 #include "settings/CWiredEAP.h"
 #include "settings/DeviceNameListInterface.h"
 
-// Names of projector features that no decision reads.
+// Names of projector features. No decision depends on them.
 extern const std::string SOLVENA_FMS;
 extern const std::string PROJECTOR_FMS;
 

@@ -39,13 +39,13 @@ ITEM_FOLLOWING_ACTION_TYPE always() {
   return action;
 }
 
-// Switching Wi-Fi off always asks first. Switching it on costs power, so it asks only where that is
-// regulated.
+// Switching Wi-Fi off always asks first. Switching it on costs power, so it asks only on products
+// under the energy regulation.
 ITEM_FOLLOWING_ACTION_TYPE askUnderRegulation() {
   return IsWiFiON() ? ITEM_FOLLOWING_ACTION_MESSAGE_BOX : ITEM_FOLLOWING_ACTION_NONE;
 }
 
-// A setting whose integer value and option list are an object's.
+// A setting whose integer value and option list come from an object.
 template <auto& object>
 constexpr Setting keptBy(void (*putText)(char** text), ITEM_FOLLOWING_ACTION_TYPE firstAction,
                          ITEM_FOLLOWING_ACTION_TYPE (*secondAction)(), bool logsListTexts = false) {
@@ -78,7 +78,7 @@ namespace {
 constexpr Setting kSavedNetworkStates = {.getInt = kDeviceNameSetting.getInt,
                                          .setInt = kDeviceNameSetting.setInt};
 
-// Asked before the reset item is named, and without influence: its name is the same on every
+// Called before the reset item is named. The result has no effect: the name is the same on every
 // product.
 bool IsProductTypeLFD() {
   LOG_MAIN("START");
@@ -93,7 +93,7 @@ void logExpertSettings(const char* askedKey) {
   LOG_MAIN("-expertsettings ->%s\n", askedKey);
 }
 
-// The order counts: a leading part of several keys gets the texts of the first of them.
+// The order matters: a key that is a prefix of several keys gets the texts of the first of them.
 constexpr Item kItems[] = {
     {.key = VENTARO_KEY_SAVED_NETWORK_1, .savedNetwork = 1},
     {.key = VENTARO_KEY_SAVED_NETWORK_2, .savedNetwork = 2},
@@ -128,7 +128,7 @@ constexpr Item kItems[] = {
     {.key = VENTARO_KEY_SELECT_DEVICE_NAME,
      .name = "COM_TV_DEVICE_NAME",
      .help = writeDeviceNameHelp},
-    // Without texts of its own: as a leading part it gets those of the key above.
+    // It has no texts of its own: being a prefix of the key above, it gets that key's texts.
     {.key = VENTARO_KEY_DEVICE_NAME, .isEnabled = mayChangeDeviceName},
     {.key = VENTARO_KEY_EXPERT_SETTINGS,
      .name = "TV_SID_EXPERT_SETTINGS",
@@ -152,14 +152,14 @@ constexpr Item kItems[] = {
      .needsWholeKey = true},
     {.key = VENTARO_KEY_SAVED_NETWORK_1_STATES, .setting = kSavedNetworkStates},
     {.key = VENTARO_KEY_SAVED_NETWORK_2_STATES, .setting = kSavedNetworkStates},
-    // What every other key gets.
+    // For every other key.
     {.key = ""},
 };
 
 constexpr std::size_t kAnyOtherKey = std::size(kItems) - 1;
 
 // Finds rows by a key's length and two of its characters, weighted so that no two keys share a
-// slot. The middle one is where the keys of the networks' states differ.
+// slot. The keys of the networks' states differ in the middle one.
 class RowTable {
  public:
   consteval RowTable() {
@@ -204,8 +204,8 @@ constexpr RowTable kRowTable;
 
 using HasText = bool (Item::*)() const;
 
-// The row whose text a key gets: the first whose key it is a leading part of, its own included; the
-// last row where there is none.
+// The row whose text a key gets: the first row whose key equals it or begins with it, otherwise the
+// last row.
 template <HasText hasText>
 constexpr std::size_t rowWithTextOf(std::string_view key) {
   const auto gives = [&](const Item& item) {
@@ -216,7 +216,7 @@ constexpr std::size_t rowWithTextOf(std::string_view key) {
   return std::min(static_cast<std::size_t>(item - kItems), kAnyOtherKey);
 }
 
-// The same for the keys of all rows.
+// The results for the keys of all rows.
 template <HasText hasText>
 constexpr auto kRowsWithText = [] {
   std::array<std::uint8_t, std::size(kItems)> rows{};

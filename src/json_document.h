@@ -8,9 +8,8 @@
 #include <string>
 
 // Parses `text` with the builder's settings into `root`. Returns false, with the reason in
-// `errors`, for text that is not JSON and also for text that the library refuses by an exception
-// (nested deeper than its limit): the documents come from outside, and none may raise out of the
-// parsing.
+// `errors`, for text that is not JSON, and for text that makes the library throw (nested deeper
+// than its limit): the documents come from outside, so parsing must never throw.
 bool parseJson(const Json::CharReaderBuilder& builder, const std::string& text, Json::Value& root,
                std::string& errors);
 

@@ -3,12 +3,12 @@
 // place as a static record.
 //
 //   LOG_MAIN("key = %s", key);      the main log buffer
-//   LOG_SYSTEM("status %d", status) the system log buffer, for the statements that have always gone
+//   LOG_SYSTEM("status %d", status) the system log buffer, for the statements that have always used
 //                                   there: some failures, some traces of data
 //
 // The format must be a string literal; the compiler checks it against the arguments. The arguments
-// are evaluated once per channel, so they must have no side effects. The texts are read by tools
-// and by tests, letter by letter: blanks, misspellings and borrowed messages stay as they are.
+// are evaluated once per channel, so they must have no side effects. Tools and tests compare the
+// texts letter by letter, so blanks, misspellings and borrowed messages must stay.
 #ifndef VENTARO_LOG_H
 #define VENTARO_LOG_H
 

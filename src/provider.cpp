@@ -29,7 +29,7 @@ constexpr ModuleInfo kModuleInfos[] = {
 
 int get_module_info(const char* key, char** value) {
   const ProviderLock lock(ProviderMutex);
-  // An unknown key is no error: the caller has preset its pointer and finds it untouched.
+  // An unknown key is not an error: the caller has set its pointer before and finds it untouched.
   for (const ModuleInfo& info : kModuleInfos) {
     if (info.key != key) continue;
     CText block = zeroedBlock(VENTARO_MODULE_INFO_SIZE);
@@ -63,7 +63,7 @@ data_provider_cbs* newTable() {
   installMessageBoxCallbacks(*table);
   table->get_module_info = get_module_info;
   table->release_string = release_string;
-  // Empty on purpose, so that nobody fills them.
+  // Reserved slots have no meaning, so they stay null.
   table->reserved_2 = nullptr;
   table->reserved_4 = nullptr;
   table->reserved_9 = nullptr;

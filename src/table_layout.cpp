@@ -35,7 +35,7 @@ static_assert(offsetof(data_provider_cbs, get_second_icon_path) == slot(50));
 static_assert(offsetof(data_provider_cbs, reserved_59) == slot(59));
 
 static_assert(sizeof(ITEM_FOLLOWING_ACTION_TYPE) == 4);
-// The TV's own sizes, where pointers have 32 bits.
+// The sizes on the TV, where pointers have 32 bits.
 static_assert(sizeof(void*) != 4 || sizeof(data_provider_cbs) == 240);
 static_assert(sizeof(void*) != 4 || sizeof(ListItem) == 12);
 

@@ -1,5 +1,5 @@
-// What the callbacks share: the lock, and who fills which slots of the table. The callbacks of a
-// topic stay internal to its file.
+// What the callbacks share: the lock, and the functions that fill the table's slots. The callbacks
+// themselves are internal to their files.
 #ifndef VENTARO_CALLBACKS_H
 #define VENTARO_CALLBACKS_H
 

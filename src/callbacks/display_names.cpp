@@ -10,7 +10,7 @@
 
 namespace {
 
-// The network's own name, as it is, up to a NUL.
+// The network's own name, unchanged, up to a NUL.
 void writeNetworkName(int network, char* block) {
   SavedAPConnection* saved = SavedAPConnection::GetInstance();
   const std::string name = network == 1 ? saved->GetFirstItemName() : saved->GetSecondItemName();

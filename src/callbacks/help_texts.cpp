@@ -22,7 +22,7 @@ void writeHelp(const char* key, char* block) {
   }
 }
 
-// A TV always has a menu language: without one no text is given at all, although none depends on
+// A TV always has a menu language: without one, no help text is returned, although none depends on
 // it.
 void requireMenuLanguage() {
   const CText language(vconf_get_str(VENTARO_STORE_LANGUAGE));

@@ -48,7 +48,7 @@ void writeTitleIcon(const char* key, char* block) {
            network == 1 ? saved->GetFirstItemIcon() : saved->GetSecondItemIcon());
 }
 
-// Every key but the first network's is answered as the second's: the ABI promises it.
+// Every key other than the first network's is treated as the second's: the ABI promises it.
 std::string networkStatus(const char* key) {
   SavedAPConnection* saved = SavedAPConnection::GetInstance();
   return itemOf(key).savedNetwork == 1 ? saved->GetFirstItemStatus() : saved->GetSecondItemStatus();

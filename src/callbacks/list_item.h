@@ -4,7 +4,7 @@
 
 #include "ventaro/data_provider.h"
 
-// A block of the C heap, owned by its list, and owning its text.
+// A block of the C heap. Its list owns it, and it owns its text.
 struct ListItem {
   char* displayValue;
   int intValue;

@@ -1,5 +1,5 @@
-// The callbacks of option lists. The setting objects give an entry's texts; here they become
-// records.
+// The callbacks of option lists. The setting objects provide the entries' texts; this file makes
+// records of them.
 #include "callbacks/list_item.h"
 
 #include <cstdlib>
@@ -17,7 +17,7 @@ constexpr const char* kStateTexts[] = {"disconnected", "loading", "connected"};
 constexpr int kStateCount = 3;
 constexpr int kRecordCount = 2;
 
-// The framework's array: it knows a record by its address alone.
+// The array for the framework, which sees a record only as an address.
 void** newArray(int count) {
   return static_cast<void**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
 }
@@ -38,7 +38,7 @@ const char* printable(const char* text, PrintableText& copy) {
   return copy;
 }
 
-// The states of a saved network, the same for both.
+// The states of a saved network; both networks have the same.
 void** stateRecords(int* count) {
   *count = kStateCount;
   void** records = newArray(kStateCount);
@@ -56,12 +56,12 @@ void logTexts(char** texts) {
   PrintableText secondCopy;
   const char* first = printable(texts[0], firstCopy);
   const char* second = printable(texts[1], secondCopy);
-  // Each text twice, as readers of the log expect.
+  // Each text is logged twice: readers of the log expect it.
   LOG_MAIN("pDisplayValue[0]=%s::%s", first, first);
   LOG_MAIN("pDisplayValue[1]=%s::%s", second, second);
 }
 
-// Two records whatever the count: a device-name list of one entry leaves the second without a text.
+// Always two records: if the device-name list has one entry, the second has no text.
 void** settingRecords(const Setting& setting, const char* key, int* count) {
   auto** texts = const_cast<char**>(setting.listTexts(key, count));
   void** records = newArray(kRecordCount);
@@ -89,7 +89,7 @@ int get_list_item_display_value(void* item, char** value) {
   const auto& record = *static_cast<const ListItem*>(item);
   *value = record.displayValue;
   PrintableText copy;
-  // A missing text goes to the log as it is.
+  // A missing text is logged as null.
   LOG_MAIN("pDisplayValue = %s::%d", printable(record.displayValue, copy), record.intValue);
   return 0;
 }

@@ -1,4 +1,4 @@
-// The callback that gives the confirmation box: there is one, about switching Wi-Fi.
+// The callback that gives the confirmation box. There is only one: for switching Wi-Fi.
 #include <cstring>
 
 #include "c_heap.h"
@@ -21,8 +21,8 @@ bool isWifiOff(const char* key) {
   return state == 0;
 }
 
-// Into a buffer of zeroes. Some features go with Wi-Fi; under the energy regulation, switching it
-// on costs power instead.
+// `message` holds zeroes. Switching Wi-Fi off disables some features; under the energy
+// regulation the box instead warns that switching it on costs power.
 void writeMessage(const char* key, Message& message) {
   const char* goAhead = translate("TV_SID_SETTINGS_MIX_CASEP_SOME_FEATURES_NOT_AVAIL_GO_AHEAD");
   CStringUtil::CombinateStrings(message, sizeof(message), goAhead, translate("COM_WI_FI"), nullptr,
@@ -33,7 +33,7 @@ void writeMessage(const char* key, Message& message) {
   }
 }
 
-// Adds at most `most` bytes of the text, and a NUL, to what the buffer holds.
+// Appends at most `most` bytes of the text, and a NUL.
 void append(char* buffer, const char* text, std::size_t most) {
   const std::size_t size = strnlen(text, most);
   char* end = buffer + std::strlen(buffer);
@@ -41,7 +41,7 @@ void append(char* buffer, const char* text, std::size_t most) {
   end[size] = '\0';
 }
 
-// Appends, as the framework expects: what its buffers hold already stays.
+// Appends, because the framework expects its buffers to keep what they hold.
 int get_messagebox_info(const char* key, char* text, char* first, char* second, int* type) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");

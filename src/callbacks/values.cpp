@@ -10,8 +10,8 @@ namespace {
 
 constexpr char kDeviceNameKey[] = "db/menu/network/devicename/tv_name";
 
-// Setting a saved network connects to it. Always -1, whatever became of the command, which nobody
-// knows yet: the network's state tells.
+// Setting a saved network connects to it. Always -1: the outcome is not known yet and shows later
+// in the network's state.
 int connect(int network) {
   SavedAPConnection::GetInstance()->Connect(network - 1);
   return -1;
@@ -38,13 +38,13 @@ int set_int(const char* key, int value) {
   return result;
 }
 
-// Always the device name, whatever the key: it is the only item that is typed.
+// Sets the device name, whatever the key: it is the only item that the user types.
 int set_string(const char* /*key*/, const char* value) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   const int result = vconf_set_str(kDeviceNameKey, value);
   if (result != 0) {
-    // Log readers know this failure by Wi-Fi Direct's message.
+    // Readers of the log know this failure by Wi-Fi Direct's message.
     LOG_SYSTEM("wifi_direct_set_device_name::status [0x%04x]", static_cast<unsigned>(result));
   } else {
     LOG_MAIN("Device Name set to %s", value);

@@ -17,7 +17,7 @@ int CMobileDeviceTV::getInt(const char* /*key*/, int* value) {
   const int mode = connection_get_wakeOnMobile_mode();
   LOG_MAIN("connection_get_wakeOnMobile_mode set to %d", mode);
   if (mode == -1) {
-    // Log readers know this failure by the device name's message.
+    // Readers of the log know this failure by the device name's message.
     LOG_MAIN("wifi_direct_get_device_name::status [0x%04x]", static_cast<unsigned>(mode));
     return -1;
   }
@@ -50,7 +50,7 @@ int CMobileDeviceTV::connection_get_wakeOnMobile_mode() {
 }
 
 int CMobileDeviceTV::connection_set_wakeOnMobile_mode(int value) {
-  // Worded as a console prompt: log readers know it so.
+  // Readers of the log know this message in this form, worded like a console prompt.
   LOG_MAIN("Enter the wakeOnMobile Mode Value Enable ->1 ,Disable ->0:\n");
   if (value < 0) {
     LOG_MAIN("Failed to read input data Try Again..\n");

@@ -24,11 +24,11 @@ class CMobileDeviceTV {
   // The mode: 1 enabled, 0 disabled, -1 when the platform does not say.
   int connection_get_wakeOnMobile_mode();
 
-  // Switches the mode on (any value above 0) or off (0). Returns the mode as it then reads: 1 or 0;
-  // -1 for a negative value, a refused switch, or a failed reading.
+  // Switches the mode on (any value above 0) or off (0). Returns the mode as read back: 1 or 0; -1
+  // for a negative value, a refused switch or a failed read.
   int connection_set_wakeOnMobile_mode(int value);
 
-  // Translates the two entries anew.
+  // Translates the two entries again.
   void fillList();
 
   // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
@@ -39,7 +39,7 @@ class CMobileDeviceTV {
   // read, `*text` is untouched.
   void setOnOffStatus(char** text);
 
-  // Gives the caller a copy of `source` in `*target`, of the C heap; null without memory.
+  // Gives the caller a copy of `source` in `*target`, of the C heap; null when memory runs out.
   static void string2cstr(const char* source, char** target);
 
  private:

@@ -12,7 +12,7 @@ namespace {
 constexpr char kPreferenceKey[] = "db/menu/network/wifidirect";
 enum Preference : int { kUnreadable = -1, kNeverChosen = 0, kOn = 1, kOff = 2 };
 
-// The upper end of the 5 GHz band: a channel above it is of the 6 GHz band.
+// The upper end of the 5 GHz band: a channel above it is in the 6 GHz band.
 constexpr int kHighest5GhzChannelMhz = 5915;
 
 }  // namespace
@@ -53,13 +53,13 @@ void CWiFiDirect::setOnOffStatus(char** text) {
 
 bool CWiFiDirect::getWifiDirectStatus() {
   const bool connected6G = IsConnectedAP6G();
-  // The preference is read in every case.
+  // The preference is always read, even off 6 GHz.
   const int preference = getVconfValue();
   return connected6G && (preference == kNeverChosen || preference == kOn);
 }
 
 bool CWiFiDirect::IsConnectedAP6G() {
-  // Every step is made whatever the one before it gave; the handle is null unless one came back.
+  // Every step runs even if the one before it failed; the handle is null unless one was returned.
   wifi_ap_h accessPoint = nullptr;
   if (wifi_initialize() == 0) LOG_MAIN("Wifi init succeeded\n");
   if (wifi_get_connected_ap(&accessPoint) != 0) LOG_MAIN("Fail to get connected AP ");

@@ -1,5 +1,5 @@
-// The Wi-Fi Direct switch: a stored preference, which shows as On only while the TV is connected to
-// an access point of the 6 GHz band.
+// The Wi-Fi Direct switch: a stored preference, shown as On only while the TV is connected to a 6
+// GHz access point.
 #ifndef VENTARO_CWIFIDIRECT_H
 #define VENTARO_CWIFIDIRECT_H
 
@@ -8,7 +8,7 @@
 // All operations but construction and destruction run under the caller's ProviderMutex.
 class CWiFiDirect {
  public:
-  // Aligns the stored preference with the radio, see setInitialValue().
+  // Initialises the stored preference, see setInitialValue().
   CWiFiDirect();
   virtual ~CWiFiDirect() = default;
   CWiFiDirect(const CWiFiDirect&) = delete;
@@ -22,20 +22,21 @@ class CWiFiDirect {
   virtual int setInt(const char* key, int value);
 
   // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
-  // caller owns the array and the blocks, all of the C heap. Null, `*count` untouched, for any
-  // other key than the switch's own.
+  // caller owns the array and the blocks, all of the C heap. For any key other than the switch's
+  // own, returns null and leaves `*count` untouched.
   const char** getListItems(const char* key, int* count);
 
-  // Translates the two entries anew.
+  // Translates the two entries again.
   void fillList();
 
   // Gives the caller what the menu shows as a translated word, a copy of the C heap.
   void setOnOffStatus(char** text);
 
-  // What the menu shows: on a 6 GHz access point, and the preference is On or was never chosen.
+  // What the menu shows: On if the access point is in the 6 GHz band and the preference is On or
+  // was never chosen.
   bool getWifiDirectStatus();
 
-  // Whether the connected access point, if any, is of the 6 GHz band.
+  // Whether the TV is connected to an access point in the 6 GHz band.
   bool IsConnectedAP6G();
 
   // The stored preference: 0 never chosen, 1 On, 2 Off; -1 when it cannot be read.

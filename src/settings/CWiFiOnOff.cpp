@@ -34,7 +34,7 @@ int CWiFiOnOff::getInt(const char* /*key*/, int* value) {
 
 int CWiFiOnOff::setInt(const char* /*key*/, int value) {
   const int result = wifi_set_enable_qx(value != 0 ? 1 : 0);
-  // The wish is recorded, and the menu refreshed, also when the radio refused.
+  // The value is recorded and the menu refreshed even when the radio refused.
   vconf_set_int("memory/menu/network/wifionui_enabled", value);
   LOG_MAIN("wifi_set_power_state ret = [%d], value = [%d]", result, value);
   UpdateWifiDirect();
@@ -55,7 +55,7 @@ void CWiFiOnOff::fillList() {
 void CWiFiOnOff::setOnOffStatus(char** text) {
   int state = 0;
   const int result = wifi_get_enable_qx(&state);
-  // Log readers know this line by power-on-with-mobile's message.
+  // Readers of the log know this line by power-on-with-mobile's message.
   LOG_MAIN("connection_get_wakeOnMobile_mode set to %d", result);
   if (result != 0) {
     LOG_MAIN("Invalid");
@@ -72,13 +72,13 @@ void CWiFiOnOff::UpdateWifiDirect() {
 int CWiFiOnOff::OnTimerTimeOut(void* data) {
   if (data == nullptr) return G_SOURCE_REMOVE;
   auto& self = *static_cast<CWiFiOnOff*>(data);
-  // A switch may take this timer away meanwhile, and start the next. It resets the count before it
-  // takes the id; here the id is read before the count, so it is not the next timer's when the
-  // count says that this is the last firing.
+  // Meanwhile, a switch may remove this timer and start the next one. It resets the count before it
+  // takes the id. Here the id is read before the count, so when the count says that this is the
+  // last firing, the id is not the next timer's.
   unsigned int source = self.m_timerSource;
   int firings = self.m_tickCount;
   if (firings != kSilentFirings) {
-    self.m_tickCount.compare_exchange_strong(firings, firings + 1);  // or it stays reset
+    self.m_tickCount.compare_exchange_strong(firings, firings + 1);  // unless it was reset
     return G_SOURCE_CONTINUE;
   }
   if (!self.m_tickCount.compare_exchange_strong(firings, 0)) return G_SOURCE_CONTINUE;
@@ -94,9 +94,9 @@ int CWiFiOnOff::OnTimerTimeOut(void* data) {
 
 void CWiFiOnOff::stopTimer() {
   if (m_timerSource == 0) return;
-  m_tickCount = 0;  // first, see OnTimerTimeOut()
+  m_tickCount = 0;  // before the id, see OnTimerTimeOut()
   const unsigned int source = m_timerSource.exchange(0);
   if (source == 0) return;  // the timer has ended itself
   g_source_remove(source);
-  m_tickCount = 0;  // again: it may have fired until now
+  m_tickCount = 0;  // again: the timer may have fired since
 }

@@ -16,31 +16,32 @@ class CWiFiOnOff {
   CWiFiOnOff(const CWiFiOnOff&) = delete;
   CWiFiOnOff& operator=(const CWiFiOnOff&) = delete;
 
-  // Puts the radio's state into `*value`. Returns 1, or -1 when the radio cannot be asked. The key
-  // is not examined.
+  // Puts the radio's state into `*value`. Returns 1, or -1 when it cannot be read. The key is not
+  // examined.
   virtual int getInt(const char* key, int* value);
 
-  // Switches the radio on (any value but 0) or off, records the value as it is, and starts the
+  // Switches the radio on (any value but 0) or off, records the value unchanged, and starts the
   // refresh timer. Returns 1, or -1 when the radio did not switch. The key is not examined.
   virtual int setInt(const char* key, int value);
 
   // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
-  // caller owns the array and the blocks, all of the C heap. Null, `*count` untouched, for any
-  // other key than the switch's own.
+  // caller owns the array and the blocks, all of the C heap. For any key other than the switch's
+  // own, returns null and leaves `*count` untouched.
   const char** getListItems(const char* key, int* count);
 
-  // Translates the two entries anew.
+  // Translates the two entries again.
   void fillList();
 
-  // Gives the caller the state as a translated word, a copy of the C heap. When the radio cannot be
-  // asked, `*text` is untouched.
+  // Gives the caller the state as a translated word, a copy of the C heap. When the radio's state
+  // cannot be read, `*text` is untouched.
   void setOnOffStatus(char** text);
 
-  // Starts the refresh timer, anew when it runs already.
+  // Starts the refresh timer, or restarts it.
   void UpdateWifiDirect();
 
   // Fires every two seconds, `data` being the object; asks for the refresh on the fourth firing.
-  // Returns 1 to go on, 0 to stop. Runs on the thread of the GLib main context, without the lock.
+  // Returns 1 to continue, 0 to stop. Runs on the thread of the GLib main context, without the
+  // lock.
   static int OnTimerTimeOut(void* data);
 
  private:

@@ -40,9 +40,9 @@ int CWiredEAP::getInt(const char* /*key*/, int* value) {
 }
 
 int CWiredEAP::setInt(const char* key, int value) {
-  // A value is a position in the list, so until the list has been asked for once there is none.
+  // A value is a position in the list, so it means nothing before the list was first requested.
   if (value < 0 || value >= m_itemTexts.count()) {
-    // Log readers know this failure by the device name's message.
+    // Readers of the log know this failure by the device name's message.
     LOG_MAIN("set_device_name::status [0x%04x]", static_cast<unsigned>(-1));
     return -1;
   }
@@ -83,7 +83,7 @@ void CWiredEAP::m_GetConnectionProfile() {
 
 void CWiredEAP::m_EnableEAP() {
   if (m_ethernetProfile == nullptr) return;
-  // Printed, not logged, here and below: that is where these two failures are looked for.
+  // Printed, not logged, here and below: people look for these two failures on standard output.
   if (connection_profile_enable_ethernet_eap(m_ethernetProfile, true) != 0) {
     std::puts("Failed to Enable EAP over Ethernet");
   }

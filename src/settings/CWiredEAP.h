@@ -8,7 +8,7 @@
 // All operations but construction and destruction run under the caller's ProviderMutex.
 class CWiredEAP {
  public:
-  // Opens a connection and looks the Ethernet profile up, once for the library's life.
+  // Opens a connection and looks up the Ethernet profile, once in the library's lifetime.
   CWiredEAP();
   virtual ~CWiredEAP();
   CWiredEAP(const CWiredEAP&) = delete;
@@ -18,18 +18,19 @@ class CWiredEAP {
   virtual int getInt(const char* key, int* value);
 
   // Switches 802.1X (0 or 1) and stores the choice. Returns the store's result, 0 for success.
-  // Before the list has been asked for once, and for other values, changes nothing and returns -1.
-  // The key is for the log only.
+  // Before the list was first requested, and for other values, changes nothing and returns -1. The
+  // key is only logged.
   virtual int setInt(const char* key, int value);
 
   // Takes the first Ethernet profile of the connection.
   void m_GetConnectionProfile();
 
-  // Switch 802.1X on the Ethernet profile, if there is one. A failure is told on standard output.
+  // Switch 802.1X on the Ethernet profile, if there is one. A failure is printed to standard
+  // output.
   void m_EnableEAP();
   void m_DisableEAP();
 
-  // Translates the two entries anew.
+  // Translates the two entries again.
   void fillList();
 
   // Returns the two entries, Off and On, each in a block of a list text, and 2 in `*count`; the
@@ -41,7 +42,7 @@ class CWiredEAP {
 
  private:
   connection_h m_connection = nullptr;
-  // The profile and the iterator end with the connection and are never returned.
+  // The profile and the iterator are freed with the connection, never separately.
   connection_profile_h m_ethernetProfile = nullptr;
   connection_profile_iterator_h m_profileIterator = nullptr;
   OnOffTexts m_itemTexts;

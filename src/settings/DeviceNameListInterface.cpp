@@ -21,7 +21,7 @@ int lastIndex() {
 // name ends the text.
 constexpr char kOverride[] = "&#x202d;";
 
-// The name as text widgets read it; null when the platform gives none.
+// The name as text-widget markup; null when the platform returns null.
 CText markupOf(const std::string& name) {
   CText markup(evas_textblock_text_utf8_to_markup(nullptr, name.c_str()));
   if (markup == nullptr) LOG_MAIN("evas_textblock_text_utf8_to_markup returned NULL");
@@ -43,7 +43,7 @@ int DeviceNameListInterface::getListItemIntValue(void* item, int* value) {
   int index = 0;
   const int last = lastIndex();
   if (item == nullptr) {
-    // Log readers know this failure by another setting's message.
+    // Readers of the log know this failure by another setting's message.
     LOG_MAIN("wifi_direct_get_device_name::status [0x%04x]", static_cast<unsigned>(result));
   } else {
     result = 0;

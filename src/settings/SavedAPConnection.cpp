@@ -19,7 +19,7 @@ namespace {
 
 constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kCommandKey[] = "memory/NW-Daemon/Command";
-constexpr char kConnectCommand[] = "1";  // a string, as the network service reads it
+constexpr char kConnectCommand[] = "1";  // the network service reads a string
 
 constexpr std::size_t kFirst = 0;
 constexpr std::size_t kSecond = 1;

@@ -1,5 +1,5 @@
-// The saved Wi-Fi networks that the network service publishes in the configuration store, and the
-// quick connection to the first two of them.
+// The saved Wi-Fi networks that the network service publishes in the configuration store, and
+// connecting to the first two of them.
 #ifndef VENTARO_SAVED_AP_CONNECTION_H
 #define VENTARO_SAVED_AP_CONNECTION_H
 
@@ -16,20 +16,19 @@ struct SavedAPData {
 };
 
 // All operations but the notification run under the caller's ProviderMutex. Names, states, icons
-// and Connect() read the published document first, and so raise jsoncpp's exceptions
-// (Json::LogicError) when that has a wrong shape. Nothing here catches them: the framework does.
+// and Connect() read the published document first, so they raise jsoncpp's Json::LogicError when
+// its structure is wrong. Nothing here catches them: the framework does.
 class SavedAPConnection {
  public:
-  // The one object, made at the first call and kept until the library is unloaded; it is the
-  // library's.
+  // The only object, made at the first call. The library owns it until it is unloaded.
   static SavedAPConnection* GetInstance();
 
   SavedAPConnection(const SavedAPConnection&) = delete;
   SavedAPConnection& operator=(const SavedAPConnection&) = delete;
 
-  // Makes the list what the published document says. The list is empty when there is no document,
-  // and ends at the first missing element. A document that was read to its end is not parsed again
-  // while it stays the same: the menu asks for it with nearly every call.
+  // Reads the published document into the list. The list is empty when there is no document, and
+  // ends at the first missing element. An unchanged document that was read to its end is not parsed
+  // again: nearly every call of the menu needs it.
   void ReadVconf();
 
   // How many networks the last ReadVconf() found.
@@ -57,26 +56,26 @@ class SavedAPConnection {
   // Writes the connect command for a name. A failed write is ignored.
   void WriteConnectToVconf(std::string ssid);
 
-  // Told by the store, on a thread of its choice and without the lock, that the document changed.
-  // Asks the menu to refresh; touches no member.
-  // NOLINTNEXTLINE(bugprone-reserved-identifier): the handler is known by this name.
+  // Called by the store when the document changed, on any thread and without the lock. Asks the
+  // menu to refresh; touches no member. NOLINTNEXTLINE(bugprone-reserved-identifier): the handler
+  // has always had this name.
   static void _VconfSavedAPCommandChnage(keynode_t* node, void* data);
 
  private:
   SavedAPConnection();
 
-  // The network at a position after a fresh reading, or null.
+  // Reads the document again and returns the network at that position, or null.
   const SavedAPData* ReadItem(std::size_t position);
   std::string ItemName(std::size_t position);
   std::string ItemStatus(std::size_t position);
   std::string ItemIcon(std::size_t position);
 
-  // Reads m_document into the list. Whether it came to its end.
+  // Reads m_document into the list. Returns whether it reached the end.
   bool Parse();
 
   std::list<SavedAPData> m_savedAPs;
   std::string m_document;     // what the list was read from
-  bool m_isComplete = false;  // whether the list is all that it says
+  bool m_isComplete = false;  // whether all of it was read
 };
 
 #endif  // VENTARO_SAVED_AP_CONNECTION_H

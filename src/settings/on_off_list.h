@@ -5,18 +5,18 @@
 #include <array>
 #include <string_view>
 
-// Returns a block of VENTARO_LIST_TEXT_SIZE bytes of the C heap, the caller's, with two texts, one
-// behind the other. Longer texts are cut to fill the block, without a NUL: the framework reads no
-// more than the block.
+// Returns a block of VENTARO_LIST_TEXT_SIZE bytes of the C heap, the caller's, with the two texts
+// joined. Longer text is cut to fill the block, without a NUL: the framework never reads beyond the
+// block.
 char* newListText(std::string_view first, std::string_view second = {});
 
-// The two entries of an On/Off list in the user's language: Off, then On. The texts are gettext's.
+// The two entries of an On/Off list in the user's language: Off, then On. gettext owns the texts.
 class OnOffTexts {
  public:
-  // Translates them anew.
+  // Translates them again.
   void fill();
 
-  // None before they were filled.
+  // 0 before the first fill().
   int count() const { return texts_[0] == nullptr ? 0 : static_cast<int>(texts_.size()); }
 
   // Returns an array with a block for each text and puts their number into `*count`. The
@@ -27,8 +27,8 @@ class OnOffTexts {
   std::array<const char*, 2> texts_{};
 };
 
-// Gives the caller a copy of the translated word On or Off in `*text`, of the C heap; null without
-// memory.
+// Gives the caller a copy of the translated word On or Off in `*text`, of the C heap; null when
+// memory runs out.
 void putOnOffText(bool on, char** text);
 
 #endif  // VENTARO_ON_OFF_LIST_H
