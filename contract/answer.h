@@ -1,4 +1,4 @@
-// What a call of a provider's function came to.
+// The outcome of a call to a provider's function.
 #ifndef CONTRACT_ANSWER_H
 #define CONTRACT_ANSWER_H
 
@@ -12,7 +12,7 @@
 
 namespace contract {
 
-// Something that was handed out; it goes back to the provider when this goes.
+// Something that the provider handed out; the destructor returns it.
 class Held {
  public:
   Held() = default;
@@ -28,7 +28,7 @@ class Held {
     if (giveBack_) giveBack_();
   }
 
-  // The caller gives it back.
+  // The caller returns it.
   void release() { giveBack_ = nullptr; }
 
  private:
@@ -46,22 +46,22 @@ struct Answer {
   const Function* function = nullptr;
   std::string key;
 
-  // The exact type of the exception that left, of a std::system_error with its number; empty when
-  // none did. Then nothing else counts but `untouched`.
+  // The exact type of the exception that was raised, for a std::system_error with its number; empty
+  // when there was none. After an exception, only `untouched` is meaningful.
   std::string raised;
 
-  int result = 0;  // of a check 1 for true, of get_list_items() the count
+  int result = 0;  // for a check 1 for true, for get_list_items() the count
 
-  // All outputs are as they were before the call, or there are none.
+  // All outputs are unchanged, or there are none.
   bool untouched = true;
   int value = 0;                    // the int output: value, count, type of a box, following action
-  std::optional<std::string> text;  // the text output; nothing for null, and where it is untouched
-  std::string first;                // a box's buttons; of a box only what was appended
+  std::optional<std::string> text;  // the text output; nothing if null or untouched
+  std::string first;                // a box's buttons; only what was appended
   std::string second;
   void** items = nullptr;
   data_provider_cbs* table = nullptr;
-  int position = -1;                     // of the entry that was asked about
-  std::optional<std::size_t> blockSize;  // of what was handed out, where the observer knows it
+  int position = -1;                     // of the entry that was queried
+  std::optional<std::size_t> blockSize;  // of what was handed out, if the observer knows it
 
   Held held = {};  // what was handed out
 

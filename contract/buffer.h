@@ -1,4 +1,4 @@
-// A buffer of the caller's that a provider writes into.
+// A caller's buffer that a provider writes into.
 #ifndef CONTRACT_BUFFER_H
 #define CONTRACT_BUFFER_H
 
@@ -7,7 +7,7 @@
 
 namespace contract {
 
-// Holds a text. Behind its size is a guard, on which a provider that writes too much leaves a mark.
+// Holds a text. A guard after its end detects a provider that writes too much.
 class Buffer {
  public:
   Buffer(const std::string& text, std::size_t size) : size_(size), before_(size + kGuard, 'Z') {
@@ -17,7 +17,7 @@ class Buffer {
 
   char* data() { return bytes_.data(); }
   bool isUntouched() const { return bytes_ == before_; }
-  // Whether a text ends within the size, and nothing is written behind that.
+  // Whether a text ends within the size, and nothing was written beyond it.
   bool isKept() const {
     return bytes_.find('\0') < size_ && bytes_.compare(size_, kGuard, before_, size_, kGuard) == 0;
   }

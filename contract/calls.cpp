@@ -16,7 +16,7 @@ namespace contract {
 
 namespace {
 
-// Where outputs point to before a call.
+// The outputs' values before a call.
 char textBefore[] = "sentinel";
 data_provider_cbs tableBefore;
 constexpr auto kActionBefore = static_cast<ITEM_FOLLOWING_ACTION_TYPE>(3);  // none of the three
@@ -75,7 +75,7 @@ Answer Calls::make(const Function& function, const std::string& key, const Call&
   return answer;
 }
 
-// What holds for every answer.
+// What must hold for every answer.
 Answer Calls::required(Answer answer) {
   if (answer.hasRaised()) {
     require(mayRaise(answer), answer, "no other exception leaves it");
@@ -112,7 +112,7 @@ bool Calls::mayRaise(const Answer& answer) const {
 
 // ---- Blocks ----
 
-// How many bytes of a block are known to be there.
+// How many bytes of a block are known to exist.
 std::size_t Calls::sizeOf(Answer& answer, const void* block) {
   answer.blockSize = observer_.sizeOf(block);
   return answer.blockSize.value_or(malloc_usable_size(const_cast<void*>(block)));
@@ -124,7 +124,7 @@ void Calls::requireBlock(Answer& answer, const void* block, std::size_t size) {
           "a block has the size that is promised");
 }
 
-// A text that was handed out, in a block of that size; 0 for any.
+// A text that was handed out, in a block of that size; 0 for any size.
 void Calls::takeText(Answer& answer, char* block, std::size_t size) {
   answer.held = Held([this, block] { releaseString(block); });
   if (size == 0)
@@ -135,7 +135,7 @@ void Calls::takeText(Answer& answer, char* block, std::size_t size) {
   require(answer.text->size() < size, answer, "a text ends within its block");
 }
 
-// The text of a list's entry, which stays the list's.
+// The text of a list's entry, which the list still owns.
 void Calls::takeListText(Answer& answer, const char* block) {
   require(block != nullptr, answer, "an entry within the count has a text");
   if (block == nullptr) return;
@@ -302,7 +302,7 @@ Answer Calls::makeOfItem(const Function& function, const Item& item, const Call&
   return answer;
 }
 
-// A null item leaves the output untouched, and any other item does not.
+// A null item leaves the output untouched; any other item sets it.
 Answer Calls::requiredOfItem(Answer answer, const Item& item) {
   require(answer.hasRaised() || answer.untouched == (item.handle == nullptr), answer,
           "an item is answered, a null item leaves the output untouched");

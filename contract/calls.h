@@ -1,6 +1,6 @@
-// A menu framework that calls a provider and requires of every call what ventaro/data_provider.h
-// promises: which exceptions may leave it, that its outputs are untouched where they are to be, the
-// sizes and ends of its texts, its results, and that all it hands out is taken back.
+// A menu framework that calls a provider and checks every call against what ventaro/data_provider.h
+// promises: which exceptions may leave it, which outputs stay untouched, the sizes and ends of its
+// texts, its results, and that the provider takes back all that it hands out.
 #ifndef CONTRACT_CALLS_H
 #define CONTRACT_CALLS_H
 
@@ -22,13 +22,13 @@ namespace contract {
 struct Breach {
   std::string function;
   std::string key;
-  std::string sentence;  // what should have been
-  std::string answer;    // what was
+  std::string sentence;  // what was promised
+  std::string answer;    // what happened instead
 };
-// All of it in one line.
+// The whole breach on one line.
 std::string toString(const Breach& breach);
 
-// What a user of the contract does with it. Called on the thread that makes the call.
+// How a user of the contract takes part. Called on the thread that makes the call.
 class Observer {
  public:
   Observer() = default;
@@ -36,27 +36,27 @@ class Observer {
   Observer& operator=(const Observer&) = delete;
   virtual ~Observer() = default;
 
-  // May end the process, must not raise: it may come while something goes back.
+  // May end the process but must not raise: it may be called while something is being returned.
   virtual void broken(const Breach& breach) = 0;
 
-  // Right before and after every call. Of the answer are known the function, the key, and what was
-  // raised.
+  // Called right before and after every call. The answer holds only the function, the key and the
+  // exception.
   virtual void before(const Function& /*function*/) {}
   virtual void after(const Answer& /*answer*/) {}
 
-  // How many bytes a block of the heap was asked for with. Nothing: it is not known, and only
-  // required that so many bytes are there.
+  // The size with which a heap block was allocated; nothing if unknown, and then a block only has
+  // to be large enough.
   virtual std::optional<std::size_t> sizeOf(const void* /*block*/) { return std::nullopt; }
 
-  // A list is about to go back through free_list_items().
+  // A list is about to be returned through free_list_items().
   virtual void givesBack(void** /*items*/, int /*count*/) {}
 };
 
-// In which ways the platform lets calls fail: an exception that these do not account for is a
-// broken promise. There is memory enough, so std::bad_alloc always is one.
+// In which ways the platform makes calls fail: an exception that these do not explain is a broken
+// promise. Memory never runs out, so std::bad_alloc always is one.
 struct Conditions {
   bool lockMayFail = false;
-  bool documentMayBeMisshapen = false;  // of the saved networks
+  bool documentMayBeMisshapen = false;  // the saved networks' document
   bool languageMayBeMissing = false;
 };
 
@@ -74,12 +74,13 @@ struct Entry {
 
 class Buffer;
 
-// Each function makes one call and requires what is promised; what it hands out goes back with the
-// answer, which must not outlive this. For one thread; the provider may have others.
+// Each function makes one call and checks the promises. What the call hands out is returned when
+// the answer is destroyed, and the answer must not outlive this object. For one thread; other
+// threads may call the same provider.
 class Calls {
  public:
-  // The table may be null when only the exported functions are called. `more` is required beside
-  // the header's promises, and stays the caller's.
+  // The table may be null when only the exported functions are called. `more` is checked in
+  // addition to the header's promises; the caller keeps owning it.
   Calls(const Exports& exports, const data_provider_cbs* table, Observer& observer,
         const Conditions& conditions = {}, const Promises* more = nullptr);
   Calls(const Provider& provider, Observer& observer, const Conditions& conditions = {},
@@ -94,7 +95,7 @@ class Calls {
   Answer createProvider();
   Answer deleteProvider(data_provider_cbs** table);
 
-  // The value is one that is not examined.
+  // The provider does not examine the value.
   Answer isVisibleInt(const std::string& key);
   Answer isVisibleString(const std::string& key);
   Answer isVisibleDouble(const std::string& key);
@@ -104,13 +105,13 @@ class Calls {
   Answer isEnabledDouble(const std::string& key);
   Answer isEnabledBool(const std::string& key);
 
-  // The six of them that are of another kind of value than int.
+  // The six checks for values of other types than int.
   void otherChecks(const std::string& key);
 
   Answer setInt(const std::string& key, int value);
   Answer setString(const std::string& key, const std::string& value);
   Answer getInt(const std::string& key, int before = kBefore);
-  // The output holds before the call a text, or null.
+  // The output holds a text or null before the call.
   Answer getString(const std::string& key, bool holdsText = true);
   Answer currentValue(const std::string& key);
   Answer releaseString(char* text);
@@ -121,7 +122,7 @@ class Calls {
   Answer secondIcon(const std::string& key);
   Answer moduleInfo(const std::string& key);
 
-  // The buffers hold texts already.
+  // The buffers already hold texts.
   Answer messageBox(const std::string& key, const Box& before = {});
 
   Answer listItems(const std::string& key);
@@ -131,16 +132,16 @@ class Calls {
   Answer itemAction(const Item& item);
   Answer freeListItems(void** items, int count);
 
-  // All that is said of a list's entries.
+  // Everything that is promised about a list's entries.
   std::vector<Entry> entries(const Answer& list);
 
   // Null items, a null list, a null table, a null text.
   void nulls();
 
-  // A promise that this caller knows of, required of an answer that it got.
+  // Checks an answer against a promise that only this caller knows.
   void require(bool holds, const Answer& answer, const char* sentence);
 
-  // How often the function was called, how many calls were made, and how many promises were broken.
+  // How often the function was called, the number of all calls, and of broken promises.
   std::uint64_t made(const Function& function) const { return made_[indexOf(function)]; }
   std::uint64_t made() const {
     return std::accumulate(made_.begin(), made_.end(), std::uint64_t{});

@@ -1,5 +1,5 @@
-// The functions across the boundary, and what ventaro/data_provider.h says of each as data: the tag
-// of the lock, and which exceptions may leave it.
+// The functions of the ABI, with what ventaro/data_provider.h says of each as data: its lock tag,
+// and which exceptions may leave it.
 #ifndef CONTRACT_FUNCTIONS_H
 #define CONTRACT_FUNCTIONS_H
 
@@ -38,19 +38,19 @@ inline constexpr std::array kKeys = {
     VENTARO_KEY_SUB_COMPONENT,
 };
 
-// For which keys something holds.
+// The keys to which something applies.
 enum class Keys {
   kNone,
   kAny,
   kSavedNetworks,
-  // Those that are named after a saved network: its key, or a leading part of it.
+  // Those named after a saved network: its key, or a prefix of it.
   kNamedAfterSavedNetworks,
 };
 bool covers(Keys keys, std::string_view key);
 
 // The exceptions that may leave a function, by their exact types.
-inline constexpr char kLockError[] = "std::system_error";     // with the error's number behind it
-inline constexpr char kDocumentError[] = "Json::LogicError";  // the saved networks' is misshapen
+inline constexpr char kLockError[] = "std::system_error";     // followed by the error's number
+inline constexpr char kDocumentError[] = "Json::LogicError";  // the saved networks' document
 inline constexpr char kLanguageError[] = "std::logic_error";  // there is no menu language
 
 struct Function {
@@ -90,7 +90,7 @@ inline constexpr std::array<Function, 27> kFunctions = {{
     {"get_second_icon_path", true, Keys::kAny},
 }};
 
-// Does not compile for a name that there is not.
+// Does not compile for an unknown name.
 consteval const Function& function(std::string_view name) {
   for (const Function& each : kFunctions) {
     if (name == each.name) return each;
@@ -102,7 +102,7 @@ inline std::size_t indexOf(const Function& function) {
   return static_cast<std::size_t>(&function - kFunctions.data());
 }
 
-// Whether an exception of that type may leave the function when it is asked about that key.
+// Whether an exception of that type may leave the function when called with that key.
 bool mayRaise(const Function& function, std::string_view key, std::string_view type);
 
 }  // namespace contract

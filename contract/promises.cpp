@@ -12,7 +12,7 @@ bool isImage(std::string_view path) {
   return path.starts_with('/') && (path.ends_with(".png") || path.ends_with(".svg"));
 }
 
-// Of an item that is set by name: the position in the device-name list.
+// For the item that is set by name: the position in the device-name list.
 bool isDeviceNameRead(const Answer& a) {
   if (isSetting(a.key)) return true;
   return a.result == 0 ? a.value >= 0 : a.result == -1 && (a.untouched || a.value == 0);

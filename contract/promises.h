@@ -1,4 +1,4 @@
-// What the answers of a provider's functions must be, as a table.
+// What the functions of a provider must answer, as a table.
 #ifndef CONTRACT_PROMISES_H
 #define CONTRACT_PROMISES_H
 
@@ -9,7 +9,7 @@
 
 namespace contract {
 
-// Holds for every answer of the function, when no exception left it, to one of the keys.
+// Holds for every answer of the function to one of the keys, unless an exception left it.
 struct Promise {
   const Function* function;
   std::vector<std::string_view> keys;  // none: every key
@@ -18,14 +18,14 @@ struct Promise {
 };
 using Promises = std::vector<Promise>;
 
-// Those that ventaro/data_provider.h makes for its keys. Calls requires them of every provider,
-// with all that does not depend on the key.
+// The promises that ventaro/data_provider.h makes for its keys. Calls checks them for every
+// provider, together with those that do not depend on the key.
 const Promises& headersPromises();
 
-// A key of the four settings with two choices.
+// Whether it is the key of one of the four settings with two choices.
 bool isSetting(std::string_view key);
 
-// The option list of a saved network.
+// Whether it is the key of a saved network's option list.
 bool isStates(std::string_view key);
 
 }  // namespace contract

@@ -1,4 +1,4 @@
-// A data provider as a menu framework has it: its library loaded, its table created.
+// A data provider as a menu framework uses it: its library loaded, its table created.
 #ifndef CONTRACT_PROVIDER_H
 #define CONTRACT_PROVIDER_H
 
@@ -23,7 +23,7 @@ struct Exports {
   decltype(&::check_enable_bool) check_enable_bool;
 };
 
-// Those of the provider that this program is linked with.
+// The functions of the provider that this program is linked with.
 inline Exports linkedExports() {
   return {&::create_provider,         &::delete_provider,         &::check_visibility_int,
           &::check_visibility_string, &::check_visibility_double, &::check_visibility_bool,
@@ -34,7 +34,7 @@ inline Exports linkedExports() {
 // A provider's library.
 class Library {
  public:
-  // Loads it; the file is searched as dlopen() does. Raises std::runtime_error when it cannot be
+  // Loads it; the file is looked up as dlopen() does. Raises std::runtime_error when it cannot be
   // loaded or does not export all ten functions.
   explicit Library(const std::string& file);
   // Unloads it, and raises what unload() raises unless another exception is on its way.
@@ -44,7 +44,7 @@ class Library {
 
   const Exports& exports() const { return exports_; }
 
-  // Nothing of it may be used afterwards. Raises std::runtime_error when it stays loaded.
+  // Nothing in it may be used afterwards. Raises std::runtime_error when it stays loaded.
   void unload();
 
  private:
@@ -55,13 +55,13 @@ class Library {
   Exports exports_{};
 };
 
-// A provider with its table, which is created when this is made and deleted when it goes.
+// A provider with its table, which lives as long as this object.
 class Provider {
  public:
   // Loads the library, and unloads it at the end. Raises what Library raises, and
-  // std::runtime_error when there is no table.
+  // std::runtime_error when no table is created.
   explicit Provider(const std::string& file);
-  // The same for functions that are there anyway.
+  // The same for functions that are already linked in.
   explicit Provider(const Exports& exports);
   // Raises std::runtime_error when the table is not taken back or the library stays loaded, unless
   // another exception is on its way.

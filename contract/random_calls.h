@@ -1,5 +1,5 @@
-// Random calls of a provider, as a menu framework makes them: every callback and every check with
-// every key, and all that is handed out given back.
+// Random calls to a provider, as a menu framework makes them: every callback and every check with
+// every key; everything handed out is returned.
 #ifndef CONTRACT_RANDOM_CALLS_H
 #define CONTRACT_RANDOM_CALLS_H
 
@@ -13,17 +13,17 @@
 
 namespace contract {
 
-// The keys that are asked about.
+// The keys that are passed.
 struct KeyChoice {
   std::vector<std::string> all;
-  std::vector<std::string> often;  // of these every second time
+  std::vector<std::string> often;  // one of these every second time
 };
 
-// Every key of ventaro/data_provider.h, and some that there are not; often those with a value.
+// Every key of ventaro/data_provider.h and some unknown ones; often those with a value.
 KeyChoice headersKeys();
 
-// What no call and no change of the platform's alters: names and help texts that are translations.
-// All but the names of saved networks.
+// What no call and no change of the platform alters: translated names and help texts, without the
+// names of saved networks.
 struct FixedTexts {
   std::map<std::string, std::string> names;
   std::map<std::string, std::string> helps;
@@ -33,12 +33,12 @@ FixedTexts fixedTexts(Calls& calls, const KeyChoice& keys);
 // For one thread.
 class RandomCalls {
  public:
-  // All but the seed stay the caller's.
+  // The caller keeps owning all but the seed.
   RandomCalls(Calls& calls, const KeyChoice& keys, const FixedTexts& texts, std::uint64_t seed)
       : calls_(calls), keys_(keys), texts_(texts), random_(seed) {}
 
-  // Calls one function that is chosen at random, with those that belong to it: an option list with
-  // its entries, a text with its release.
+  // Calls one randomly chosen function, and those that belong to it: an option list with its
+  // entries, a text with its release.
   void callOne();
 
   const Calls& calls() const { return calls_; }

@@ -21,8 +21,8 @@ bool isWifiOff(const char* key) {
   return state == 0;
 }
 
-// `message` holds zeroes. Switching Wi-Fi off disables some features; under the energy
-// regulation the box instead warns that switching it on costs power.
+// `message` holds zeroes. Switching Wi-Fi off disables some features; under the energy regulation
+// the box instead warns that switching it on costs power.
 void writeMessage(const char* key, Message& message) {
   const char* goAhead = translate("TV_SID_SETTINGS_MIX_CASEP_SOME_FEATURES_NOT_AVAIL_GO_AHEAD");
   CStringUtil::CombinateStrings(message, sizeof(message), goAhead, translate("COM_WI_FI"), nullptr,
