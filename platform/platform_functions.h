@@ -11,8 +11,8 @@ enum class Failure {
   kCode,       // the result is a code other than 0
   kNull,       // the result is null
   kFalse,      // the result is false
-  kUntouched,  // there is no result; the output is as it was
-  kNever,      // not at all
+  kUntouched,  // there is no result; the output is untouched
+  kNever,      // it never fails
 };
 
 struct PlatformFunction {

@@ -1,4 +1,4 @@
-// The environment's variables.
+// Environment variables.
 #ifndef PLATFORM_HOST_ENVIRONMENT_H
 #define PLATFORM_HOST_ENVIRONMENT_H
 

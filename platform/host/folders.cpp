@@ -20,14 +20,14 @@ std::filesystem::path homeFolder() {
   return user != nullptr ? user->pw_dir : "/";
 }
 
-// The folder that `own` names, else the one called ventaro in that which `base` names; else none.
+// The folder in variable `own`, else "ventaro" below the one in variable `base`, else empty.
 std::filesystem::path named(const char* own, const char* base) {
   if (auto folder = variableOr(own); !folder.empty()) return folder;
   const std::filesystem::path parent = variableOr(base);
   return parent.empty() ? parent : parent / "ventaro";
 }
 
-// Others can write to /tmp as well, so what stands there under our name must be ours.
+// Others can write to /tmp too, so a folder with our name there must be checked to be ours.
 std::filesystem::path privateTemporaryFolder() {
   const std::filesystem::path folder = "/tmp/ventaro-" + std::to_string(getuid());
   struct stat info {};

@@ -1,5 +1,5 @@
-// What the C functions have in common: an injected fault takes their place, and no exception leaves
-// them.
+// What the C functions have in common: an injected fault can replace their work, and no exception
+// leaves them.
 #ifndef PLATFORM_HOST_GUARD_H
 #define PLATFORM_HOST_GUARD_H
 
@@ -12,17 +12,18 @@ namespace platform {
 
 struct Service {
   const char* logTag;
-  int (*codeOf)(const std::exception& error);  // what a function that raised it returns
+  int (*codeOf)(const std::exception& error);  // the result of a function that raised it
 };
 
-// The code that a StoreError carries, StoreCode::kUnavailable for any other error.
+// A StoreError's own code; StoreCode::kUnavailable for any other error.
 int storeCodeOf(const std::exception& error);
 
 // Logs why the function failed, and returns its result.
 int failed(const Service& service, const char* function, const std::exception& error);
 
 // Carries out `action` and returns its code, or 0 if it has none. An injected fault is returned
-// instead; an exception is logged and becomes its code. A code that is returned is not logged.
+// instead; an exception is logged and its code returned. A code that the action returns is not
+// logged.
 template <typename Action>
 int guarded(const Service& service, const char* function, const Action& action) {
   if (const int fault = injectedFault(function)) return fault;

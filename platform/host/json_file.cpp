@@ -17,14 +17,14 @@ namespace platform::host {
 
 namespace {
 
-constexpr std::size_t kLongestQuote = 60;  // bytes of a wrong value that an error shows
+constexpr std::size_t kLongestQuote = 60;  // bytes of a wrong value in a message
 
 std::string readAll(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
   std::string content;
   try {
     content.assign(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
-  } catch (const std::ios_base::failure&) {  // a folder opens, but cannot be read
+  } catch (const std::ios_base::failure&) {  // a folder can be opened, but not read
     stream.setstate(std::ios::badbit);
   }
   if (!stream) {
@@ -50,7 +50,7 @@ std::string shown(const Json::Value& value) {
   if (value.isNull()) return "nothing";
   Json::StreamWriterBuilder writer;
   writer["indentation"] = "";
-  writer["precision"] = 15;  // as a person writes it: 2.4, not 2.3999999999999999
+  writer["precision"] = 15;  // as people write it: 2.4, not 2.3999999999999999
   const std::string text = Json::writeString(writer, value);
   return text.size() <= kLongestQuote ? text : text.substr(0, kLongestQuote) + "...";
 }

@@ -1,4 +1,4 @@
-// JSON as text: on one line, and as a value of the store, where a person may have changed it.
+// JSON as text: on one line, or as a value of the store, which the user may have changed.
 #ifndef PLATFORM_HOST_JSON_TEXT_H
 #define PLATFORM_HOST_JSON_TEXT_H
 
@@ -8,8 +8,8 @@
 
 namespace platform {
 
-// The object or array that the key's text holds; an empty one when it holds none, or there is no
-// text. Raises StoreError.
+// The object or array in the key's text; an empty one when the text holds none or is missing.
+// Raises StoreError.
 Json::Value readStoredJson(const std::string& key, Json::ValueType type);
 
 // The value on one line.

@@ -14,7 +14,7 @@ bool isSameLetter(char one, char other) {
   return g_ascii_tolower(one) == g_ascii_tolower(other);
 }
 
-// How many letters were left out, added, mistaken for another or swapped with their neighbour.
+// The number of letters left out, added, mistyped or swapped with their neighbour.
 std::size_t mistakes(const std::string& typed, const std::string& meant) {
   using Row = std::vector<std::size_t>;
   Row beforeLast;

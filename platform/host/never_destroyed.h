@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// For a static reference to an object that is made once and never destroyed: the destructors that
-// run while the process ends may still call the platform.
+// For a static reference to an object that is made once and never destroyed, because destructors
+// that run at the process's end may still call the platform.
 template <typename T>
 T& neverDestroyed(T* made) {
   return *made;

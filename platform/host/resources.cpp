@@ -18,7 +18,7 @@ bool isPath(const std::string& nameOrPath) {
   return nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json");
 }
 
-// The one that comes with this library.
+// The resource root installed with this library.
 std::filesystem::path shippedRoot() {
   const std::filesystem::path start = libraryFolder();
   for (auto folder = start; folder != folder.root_path(); folder = folder.parent_path()) {

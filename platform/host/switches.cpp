@@ -46,15 +46,15 @@ Switches read(const ConfigStore& store) {
   return switches;
 }
 
-// Nearly every function of the platform asks, so they are read anew only when something was set
-// since, and while all are off, which they nearly always are, nothing is locked.
+// Nearly every platform function checks the switches, so they are read again only after something
+// was set. In the common case, all of them off, no lock is taken.
 struct Cache {
   std::atomic<std::uint64_t> allOffAt = 0;  // a version
   std::mutex mutex;
   Switches last;
 };
 
-// What `find` finds in the switches as they are now; `off` when all are off, or there is no store.
+// What `find` returns for the current switches; `off` when all are off or there is no store.
 template <typename T, typename Find>
 T lookUp(T off, Find find) {
   static auto& cache = neverDestroyed(new Cache);

@@ -1,5 +1,5 @@
-// What a person switches in the store to see how the product takes it. Any thread; a change by any
-// process counts from the next call on.
+// Switches in the store with which the user tests the product's reactions. Any thread; a change by
+// any process takes effect at the next call.
 #ifndef PLATFORM_HOST_SWITCHES_H
 #define PLATFORM_HOST_SWITCHES_H
 

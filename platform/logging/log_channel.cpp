@@ -35,7 +35,7 @@ spdlog::logger& makeLogger(const std::string& name, const std::string& file,
   auto& logger = neverDestroyed(new spdlog::logger(name, makeSink(file)));
   logger.set_pattern(pattern);
   logger.flush_on(spdlog::level::info);
-  // The log must not fail its callers, a full disk included.
+  // A log error, such as a full disk, must not make the callers fail.
   logger.set_error_handler([](const std::string& /*message*/) {});
   return logger;
 }

@@ -24,7 +24,7 @@ const char* bufferName(int logId) {
   }
 }
 
-// With the process's number in it: to ask for that with each line would be a system call.
+// Contains the process ID as text, because asking for it at each line would be a system call.
 std::string pattern() {
   return "%Y-%m-%dT%T.%e " + std::to_string(getpid()) + " %v";
 }
@@ -38,7 +38,7 @@ std::string_view withoutLastNewlines(std::string_view text) {
   return text.substr(0, text.find_last_not_of('\n') + 1);
 }
 
-// One line of the file per call, whatever the texts hold.
+// One line in the file per call, even if the texts contain line feeds.
 std::string lineOf(const char* buffer, std::string_view tag, std::string_view message) {
   std::string line;
   line.reserve(16 + tag.size() + message.size());

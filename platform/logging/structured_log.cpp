@@ -30,7 +30,7 @@ std::string timeNow() {
                      fmt::gmtime(std::chrono::system_clock::to_time_t(now)), milliseconds);
 }
 
-// JSON is UTF-8, and a message may hold a text that was cut inside a character.
+// JSON must be UTF-8, but a message may contain a text that was cut inside a character.
 std::string validText(const char* text) {
   if (text == nullptr) return "";
   const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text, -1), &g_free);

@@ -15,6 +15,6 @@ const char* platform_mkpath(int root, const char* relative) {
   }
   thread_local std::string path;
   path = platform::host::resourceRoot() / relative;
-  // NOLINTNEXTLINE(clang-analyzer-cplusplus.InnerPointer): it lives as long as the thread.
+  // NOLINTNEXTLINE(clang-analyzer-cplusplus.InnerPointer): the string lives as long as the thread.
   return path.c_str();
 }

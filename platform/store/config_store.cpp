@@ -50,7 +50,7 @@ StoreValue copyOf(const StoreView& value) {
 }
 
 struct ConfigStore::Impl {
-  // Opened at its first use, and tried again when that failed.
+  // Opened at its first use; after a failure, tried again at the next.
   struct Area {
     std::string_view prefix;
     Durability durability;
@@ -58,9 +58,9 @@ struct ConfigStore::Impl {
     std::unique_ptr<Database> database = nullptr;
     std::unique_ptr<Notifier> notifier = nullptr;
     std::atomic<bool> isOpen = false;
-    std::optional<StoreError> unwritten = std::nullopt;  // why it has none of the factory settings
+    std::optional<StoreError> unwritten = std::nullopt;  // why the factory settings are missing
   };
-  std::mutex mutex;  // of the opening
+  std::mutex mutex;  // guards the opening
   Area persistent;
   Area transient;
   Values (*readFactorySettings)();
@@ -94,7 +94,7 @@ struct ConfigStore::Impl {
     try {
       database.put(missing, Overwrite::kNo);
     } catch (const StoreError& error) {
-      // A store that can only be read, or is full, shows what it holds.
+      // A read-only or full store can still be read.
       if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
       if (missing.size() == all) area.unwritten = inFolder(area, error);
     }
@@ -102,7 +102,7 @@ struct ConfigStore::Impl {
 
   // A process must not open one database twice.
   static void requireOtherFolder(const std::filesystem::path& folder, const Area& other) {
-    std::error_code error;  // a folder that is not there yet is another
+    std::error_code error;  // a folder that does not exist yet is another
     if (!other.isOpen ||
         !std::filesystem::equivalent(folder, other.database->noticeFile().parent_path(), error)) {
       return;

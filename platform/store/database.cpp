@@ -27,13 +27,13 @@ using host::StoreView;
 namespace {
 
 constexpr std::size_t kMapSize = std::size_t{72} << 20;  // bytes; the file grows as it is used
-// What sets may fill, so that there is always room to remove something: that takes new pages, too.
+// The limit for sets. The rest is kept free for removals, which need new pages too.
 constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // bytes
 constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
-constexpr std::uint64_t kJournalLength = 4096;  // changes that are kept at least
-constexpr std::uint64_t kPruningStep = 256;     // changes after which older ones are dropped
+constexpr std::uint64_t kJournalLength = 4096;  // at least so many changes are kept
+constexpr std::uint64_t kPruningStep = 256;     // older ones are dropped after so many changes
 
 MDB_val asVal(std::string_view bytes) {
   return {bytes.size(), const_cast<char*>(bytes.data())};
@@ -43,7 +43,7 @@ std::string_view asView(const MDB_val& val) {
   return {static_cast<const char*>(val.mv_data), val.mv_size};
 }
 
-// A value is stored as a letter for its type and its text.
+// A value is stored as a letter for its type, followed by its text.
 std::string encode(const StoreValue& value) {
   if (const int* number = std::get_if<int>(&value)) return "i" + std::to_string(*number);
   if (const bool* flag = std::get_if<bool>(&value)) return *flag ? "b1" : "b0";
@@ -68,7 +68,7 @@ StoreView decode(std::string_view bytes) {
   }
 }
 
-// Journal keys sort by their bytes, so the number goes in with its highest byte first.
+// Journal keys sort by their bytes, so the number is stored with its highest byte first.
 using JournalKey = std::array<char, sizeof(std::uint64_t)>;
 
 JournalKey encodeNumber(std::uint64_t number) {
@@ -91,7 +91,7 @@ std::uint64_t lastNumber(MDB_txn* transaction, MDB_dbi journal) {
   return Cursor(transaction, journal).move(key, data, MDB_LAST) ? decodeNumber(key) : 0;
 }
 
-// Many at once: each set that drops one has another page to write.
+// Drops many at once, because each set that drops one has to write another page.
 void pruneJournal(MDB_txn* transaction, MDB_dbi journal, std::uint64_t last) {
   Cursor cursor(transaction, journal);
   MDB_val key{};
@@ -124,7 +124,7 @@ FileSize fileSize(MDB_env* environment) {
   check(mdb_env_stat(environment, &pages), "cannot open");
   check(mdb_env_get_fd(environment, &size.file), "cannot open");
   size.wanted = (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
-  // Taken after the number of pages, since other processes may let the file grow meanwhile.
+  // Read after the number of pages, because other processes may grow the file in between.
   struct stat status {};
   if (fstat(size.file, &status) != 0) check(errno, "cannot open");
   size.is = static_cast<std::uint64_t>(status.st_size);
@@ -171,7 +171,7 @@ void eraseAll(MDB_txn* transaction, Tables tables) {
     MDB_val key{};
     MDB_val data{};
     while (cursor.move(key, data, MDB_NEXT)) {
-      const std::string name(asView(key));  // what the key points at moves as the journal grows
+      const std::string name(asView(key));  // the key's bytes move as the journal grows
       appendChange(transaction, tables.journal, name);
     }
   }
@@ -189,7 +189,7 @@ void requireRoom(MDB_txn* transaction, Tables tables) {
   if (size > kMaxContent) check(MDB_MAP_FULL, "cannot write");
 }
 
-// Carries out the action in a transaction, which is given up when the action changes nothing.
+// Carries out the action in a transaction, which is rolled back when the action changes nothing.
 bool commit(MDB_env* environment, const std::function<bool(MDB_txn*)>& action) {
   Transaction transaction(environment, Access::kWrite);
   if (!action(transaction.get())) return false;
@@ -203,11 +203,10 @@ void makeFolder(const std::filesystem::path& folder) {
   if (error) throw StoreError(codeOf(error.value()), "cannot make the folder: " + error.message());
 }
 
-// LMDB maps its lock file into memory as a file with holes: a disk that is full when it fills them
-// would kill the process.
+// LMDB maps its lock file into memory as a sparse file: filling its holes on a full disk would kill
+// the process.
 void reserveLockFile(const std::filesystem::path& path) {
-  constexpr off_t kSize =
-      off_t{64} * (kMaxReaders + 4);  // bytes; a line of the cache for each reader
+  constexpr off_t kSize = off_t{64} * (kMaxReaders + 4);  // bytes; a cache line for each reader
   const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kFileMode);
   if (file < 0) throw StoreError(codeOf(errno), "cannot open " + path.string());
   struct stat info {};
@@ -219,8 +218,8 @@ void reserveLockFile(const std::filesystem::path& path) {
   }
 }
 
-// Who may not write the files cannot keep the pages that it reads from being written anew: a writer
-// beside it would end the process.
+// A reader that may not write to the files cannot register, so a writer may overwrite the pages
+// that it reads, which would crash it.
 void refuseWhatOthersMayWrite(const std::filesystem::path& data) {
   constexpr mode_t kWritable = S_IWUSR | S_IWGRP | S_IWOTH;
   struct stat status {};
@@ -233,7 +232,8 @@ void refuseWhatOthersMayWrite(const std::filesystem::path& data) {
                        "it either; VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR name other folders");
 }
 
-// What LMDB maps beyond the end of a file that was cut short would kill the process.
+// LMDB maps the whole file; touching a page beyond the end of a truncated one would kill the
+// process.
 void requireWholeFile(MDB_env* environment) {
   const FileSize size = fileSize(environment);
   if (size.is >= size.wanted) return;
@@ -252,7 +252,7 @@ Database::Database(const std::filesystem::path& folder, Durability durability)
     openEnvironment(folder, flags);
   } catch (const StoreError& error) {
     if (error.code() != StoreCode::kReadOnly) throw;
-    // Without a lock file of our own: who may not write the folder cannot take part in its locking.
+    // Opened without a lock file: a process that may not write to the folder cannot lock in it.
     readOnly_ = true;
     refuseWhatOthersMayWrite(folder / "data.mdb");
     std::error_code failure;
@@ -309,7 +309,7 @@ ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   Cursor cursor(reading.get(), values_);
   MDB_val key = asVal(prefix);
   MDB_val data{};
-  // LMDB has no empty keys, not even to search for.
+  // LMDB has no empty keys and refuses to search for one.
   const MDB_cursor_op start = prefix.empty() ? MDB_FIRST : MDB_SET_RANGE;
   for (bool more = cursor.move(key, data, start); more && asView(key).starts_with(prefix);
        more = cursor.move(key, data, MDB_NEXT)) {
@@ -359,21 +359,21 @@ bool Database::change(const std::function<bool(MDB_txn*)>& action) {
   return true;
 }
 
-// A page that was taken and given back in one transaction is counted and not written. Where it is
-// the last one the file ends before it; it is filled up, so that only a file that was cut is short.
+// A page allocated and freed in one transaction is counted but not written. If it is the last one,
+// the file ends before it. The file is extended, so that only a truncated file is too short.
 void Database::fillUpFile() try {
   MDB_envinfo info{};
   check(mdb_env_info(environment_.get(), &info), "cannot look at the file");
-  if (info.me_last_pgno <= filledUpTo_) return;  // the file has never been shorter since
+  if (info.me_last_pgno <= filledUpTo_) return;  // the file has not shrunk since
   const FileSize size = fileSize(environment_.get());
-  // Without room the file stays as short as it is.
+  // On a full disk, the file stays as short as it is.
   if (size.is < size.wanted && posix_fallocate(size.file, static_cast<off_t>(size.is),
                                                static_cast<off_t>(size.wanted - size.is)) != 0) {
     return;
   }
   filledUpTo_ = info.me_last_pgno;
 } catch (const StoreError&) {
-  // What was set is stored already, so the set has not failed.
+  // The values are already stored, so the set has not failed.
 }
 
 std::uint64_t Database::version() const {

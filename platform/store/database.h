@@ -1,5 +1,5 @@
-// One LMDB environment: values by key, and the journal of what changed, which is how processes tell
-// each other. Both are written in one transaction, so there is no change without its entry.
+// One LMDB environment: values by key, and a journal of changes, from which other processes learn
+// of them. Both are written in one transaction, so every change has its entry.
 #ifndef PLATFORM_STORE_DATABASE_H
 #define PLATFORM_STORE_DATABASE_H
 
@@ -31,8 +31,8 @@ enum class Overwrite { kYes, kNo };
 
 class Database {
  public:
-  // Opens the folder, which is made when it is missing; one that cannot be written is opened for
-  // reading. Raises StoreError.
+  // Opens the folder and creates it when missing; a read-only folder is opened for reading. Raises
+  // StoreError.
   Database(const std::filesystem::path& folder, Durability durability);
 
   // All functions may be called from any thread and raise StoreError.
@@ -43,13 +43,13 @@ class Database {
   // Returns whether it wrote any.
   bool put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
 
-  // Removes the key, with a journal entry like that of a put. Returns whether it was there.
+  // Removes the key, with a journal entry like that of a put. Returns whether it existed.
   bool erase(const std::string& key);
 
-  // Makes these values all that there are, in one transaction.
+  // Replaces all values with these, in one transaction.
   void replaceAll(const std::map<std::string, host::StoreValue>& values);
 
-  // The number of the last commit, which a snapshot may not show yet; 0 when there was none.
+  // The number of the last commit, which a snapshot may not include yet; 0 when there was none.
   std::uint64_t version() const;
 
   // The number of the last change; 0 when there was none.
@@ -60,8 +60,8 @@ class Database {
     std::string key;
   };
 
-  // The changes after that number, in order. The journal is finite: of one who is too far behind,
-  // `complete` is false, and the changes are those that are left.
+  // The changes after that number, in order. The journal is finite: for a reader that is too far
+  // behind, `complete` is false, and only the remaining changes are returned.
   struct Changes {
     std::vector<Change> changes;
     bool complete = true;
@@ -79,8 +79,8 @@ class Database {
   void openEnvironment(const std::filesystem::path& folder, unsigned flags);
   void openTables();
   void fillUpFile();
-  // Carries out the action, which returns whether it changed anything, in one transaction, and
-  // wakes the subscribers. Returns what the action does.
+  // Carries out the action in one transaction and wakes the subscribers. Returns the action's
+  // result: whether it changed anything.
   bool change(const std::function<bool(MDB_txn*)>& action);
 
   std::unique_ptr<MDB_env, CloseEnvironment> environment_;
@@ -88,8 +88,8 @@ class Database {
   MDB_dbi values_ = 0;
   MDB_dbi journal_ = 0;
   bool readOnly_ = false;
-  bool empty_ = false;                       // opened for reading before anybody wrote
-  std::atomic<std::size_t> filledUpTo_ = 0;  // the last page that the file is known to hold
+  bool empty_ = false;                       // opened read-only and never written
+  std::atomic<std::size_t> filledUpTo_ = 0;  // the last page known to be in the file
   NoticeFile noticeFile_;
 };
 

@@ -19,14 +19,14 @@ class NoticeFile {
 
   const std::filesystem::path& path() const { return path_; }
 
-  // Makes it when it is missing. Any thread. Fails silently: what was changed is stored already,
-  // and the watchers hear of it with the next change.
+  // Creates the file when missing. Any thread. Fails silently: the change is already stored, and
+  // the watchers notice it at the next one.
   void write();
 
  private:
   void open();
   void close();
-  // Whether the open file is the one that others find by its name, and watch.
+  // Whether the open file is still the one at its path, which the others watch.
   bool isWatched() const;
 
   const std::filesystem::path path_;

@@ -24,10 +24,10 @@ namespace {
 }
 
 constexpr std::uint32_t kWritten = IN_MODIFY;
-constexpr std::uint32_t kGone = IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;  // or perhaps gone
+constexpr std::uint32_t kGone = IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;  // possibly gone
 
-// Takes all events, of which the journal says better what they mean, but for this: whether the file
-// may be another one now.
+// Reads all events. The journal tells what changed; the events only tell whether the file may have
+// been replaced, which is returned.
 bool drain(int file) {
   alignas(inotify_event) std::array<char, 4096> events{};
   bool mayBeGone = false;
@@ -42,13 +42,13 @@ bool drain(int file) {
   }
 }
 
-// The changes after number `delivered`, which becomes that of the last of them.
+// Returns the changes after number `delivered`, and sets it to the last one's number.
 std::vector<Database::Change> takeChanges(const Database& database, std::uint64_t& delivered) {
   Database::Changes news = database.changesAfter(delivered);
   if (news.changes.empty()) return {};
   const std::uint64_t last = news.changes.back().number;
   if (!news.complete) {
-    // Too far behind to know what changed: every key may have.
+    // Too far behind to know what changed, so every key is reported.
     news.changes.clear();
     for (const auto& [key, value] : database.snapshot("").values)
       news.changes.push_back({last, key});
@@ -82,7 +82,7 @@ void Notifier::remove(int number) {
   subscribers_.erase(number);
 }
 
-// Requires the mutex. Watches before the journal is first read, so that no change falls between.
+// Requires the mutex. Starts before the journal is first read, so that no change is missed.
 void Notifier::watch() {
   if (source_ != 0) return;
   if (inotify_ < 0) inotify_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
@@ -97,8 +97,8 @@ void Notifier::watch() {
       this);
 }
 
-// Requires the mutex. The file that has the name now, which may not be there before the first
-// change, or when somebody cleared the folder.
+// Requires the mutex. Watches the file now at the path, and creates it if missing: before the first
+// change, or after somebody cleared the folder.
 void Notifier::watchFile() const {
   const char* const path = database_.noticeFile().c_str();
   const int file = open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
@@ -114,14 +114,14 @@ void Notifier::dispatch() {
     if (mayBeGone) watchFile();
     changes = takeChanges(database_, delivered_);
   } catch (const StoreError& error) {
-    // The main loop has nobody to tell. They will be read after the next change.
+    // The main loop has no caller to report to. The changes are read after the next one.
     __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
                  "cannot read what changed: %s", error.what());
   }
   for (const Database::Change& change : changes) deliver(change);
 }
 
-// Without the mutex while a subscriber runs: it may subscribe or end a subscription itself.
+// Runs subscribers without the mutex, because they may subscribe or end a subscription.
 void Notifier::deliver(const Database::Change& change) {
   std::vector<int> numbers;
   {
@@ -137,10 +137,10 @@ void Notifier::deliver(const Database::Change& change) {
     {
       const std::lock_guard lock(mutex_);
       const auto found = subscribers_.find(number);
-      if (found == subscribers_.end()) continue;  // ended by a subscriber before it
+      if (found == subscribers_.end()) continue;  // removed by an earlier subscriber
       subscriber = found->second;
     }
-    // An exception must not reach the main loop, which is C; and the others want to be told, too.
+    // An exception must not reach the main loop, which is C, and the others must still be notified.
     try {
       subscriber->changed(change.key);
     } catch (const std::exception& error) {

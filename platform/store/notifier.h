@@ -1,4 +1,4 @@
-// Tells this process's subscribers of changes to a database, by whichever process made them.
+// Notifies this process's subscribers of changes to a database, whichever process made them.
 #ifndef PLATFORM_STORE_NOTIFIER_H
 #define PLATFORM_STORE_NOTIFIER_H
 
@@ -25,8 +25,8 @@ class Notifier {
   Notifier(const Notifier&) = delete;
   Notifier& operator=(const Notifier&) = delete;
 
-  // From the next change on, calls `changed` for every change of a key that begins with `prefix`.
-  // Returns a number for remove(). Raises StoreError when the notice file cannot be watched.
+  // Calls `changed` for every later change of a key that begins with `prefix`. Returns a number for
+  // remove(). Raises StoreError when the notice file cannot be watched.
   int add(const std::string& prefix, Callback changed);
   void remove(int number);
 
@@ -46,7 +46,7 @@ class Notifier {
   std::mutex mutex_;
   std::map<int, std::shared_ptr<Subscriber>> subscribers_;
   int nextNumber_ = 1;
-  std::uint64_t delivered_ = 0;  // the last change that the subscribers were told of
+  std::uint64_t delivered_ = 0;  // the last change that subscribers were notified of
   int inotify_ = -1;
   unsigned source_ = 0;
 };

@@ -11,7 +11,7 @@ using host::StoreError;
 
 namespace {
 
-constexpr std::size_t kMostOthers = 15;  // each keeps one of the environment's places for readers
+constexpr std::size_t kMostOthers = 15;  // each occupies a reader slot of the environment
 
 bool isReadOnlyError(int error) {
   return error == EACCES || error == EROFS || error == EPERM;
@@ -70,7 +70,7 @@ Transaction::~Transaction() {
 
 void Transaction::commit() {
   const int error = mdb_txn_commit(std::exchange(transaction_, nullptr));
-  // LMDB gives this for a write of which the disk took a part only, too, which is the likely one.
+  // LMDB also returns this for a partial write, which is the likelier cause.
   if (error == EIO) {
     throw StoreError(StoreCode::kNoSpace,
                      "cannot commit: the disk is full, or failed while it was written");

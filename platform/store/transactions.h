@@ -1,4 +1,4 @@
-// LMDB's transactions and cursors as objects that end themselves, and its errors as StoreError.
+// RAII wrappers for LMDB's transactions and cursors, and its errors as StoreError.
 #ifndef PLATFORM_STORE_TRANSACTIONS_H
 #define PLATFORM_STORE_TRANSACTIONS_H
 
@@ -12,8 +12,7 @@
 
 namespace platform {
 
-// What to do about a damaged file, which is left as it is for whoever wants to rescue what it
-// holds.
+// What to do about a damaged file. It is not changed, so that its contents can be rescued.
 inline constexpr char kAdviceOnDamage[] = "; move it away, and the store starts with its defaults";
 
 // The code for an error of LMDB or errno.
@@ -22,8 +21,8 @@ host::StoreCode codeOf(int error);
 // Raises StoreError unless the error is MDB_SUCCESS.
 void check(int error, const char* action);
 
-// Gives the places of processes that were killed while they read back, and with them the space that
-// what they read takes. Whether there were any.
+// Frees the reader slots of processes that were killed while reading, and thereby the pages that
+// they kept. Returns whether there were any.
 bool dropDeadReaders(MDB_env* environment);
 
 enum class Access { kRead, kWrite };
@@ -43,8 +42,8 @@ class Transaction {
   MDB_txn* transaction_ = nullptr;
 };
 
-// Transactions for reading that wait to be used again, which costs a tenth of beginning one: each
-// has its place among the readers already. Any thread. Ends before its environment does.
+// A pool of read transactions. Renewing one costs a tenth of beginning one, because it already has
+// its reader slot. Any thread. Must be destroyed before its environment.
 class IdleReaders {
  public:
   IdleReaders() = default;
@@ -52,21 +51,21 @@ class IdleReaders {
   IdleReaders(const IdleReaders&) = delete;
   IdleReaders& operator=(const IdleReaders&) = delete;
 
-  // One that sees what is stored now.
+  // A transaction that sees the current contents.
   MDB_txn* take(MDB_env* environment);
   void giveBack(MDB_txn* transaction);
 
  private:
   MDB_txn* pop();
 
-  // None of these keeps old pages. One is all that a process with one reading thread needs, and is
-  // had without the mutex.
+  // None of these keeps old pages. A process with one reading thread needs only one, and gets it
+  // without the mutex.
   std::atomic<MDB_txn*> spare_ = nullptr;
   std::mutex mutex_;
   std::vector<MDB_txn*> others_;
 };
 
-// A transaction for reading, as long as it lives.
+// A read transaction in a scope.
 class Reading {
  public:
   Reading(MDB_env* environment, IdleReaders& readers)
@@ -92,7 +91,7 @@ class Cursor {
   // False at the end.
   bool move(MDB_val& key, MDB_val& data, MDB_cursor_op operation);
 
-  // The entry that it is at.
+  // The current entry.
   void erase();
 
  private:

@@ -22,7 +22,7 @@ using platform::host::StoreValue;
 constexpr platform::Service kSystemInfo = {"SYSTEM_INFO", platform::storeCodeOf};
 constexpr std::string_view kKeyPrefix = "com.norvane/featureconf/";
 
-// Read once per process: a product's flags are fixed when it is made.
+// Read once per process: a product's flags are fixed in the factory.
 const Product& product() {
   static const auto& loaded = platform::neverDestroyed(new Product(platform::host::loadProduct()));
   return loaded;
@@ -39,7 +39,7 @@ std::optional<StoreValue> findFlag(std::string_view key) {
   return found != product().flags.end() ? std::optional(found->second) : std::nullopt;
 }
 
-// Calls `take` with the flag's value, which must be of that type.
+// Calls `take` with the flag's value, which must have that type.
 template <typename T, typename Take>
 int read(const char* function, const char* key, const void* output, const Take& take) {
   return platform::guarded(kSystemInfo, function, [&] {

@@ -1,4 +1,4 @@
-// The wake-on-mobile mode: a setting of the TV, so it lasts.
+// The wake-on-mobile mode: a setting of the TV, so it is persistent.
 #include "../host/guard.h"
 #include "platform/app_util.h"
 #include "platform/host/config_store.h"

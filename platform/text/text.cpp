@@ -38,7 +38,7 @@ constexpr std::string_view kOpen = "<<";
 constexpr std::string_view kPlaceholder = "<<A>>";
 constexpr std::string_view kLetters = "ABCD";
 
-// Which argument the text's beginning stands for, or npos.
+// The index of the placeholder with which the text begins, or npos.
 std::size_t placeholderAt(std::string_view text) {
   if (text.size() < kPlaceholder.size() || !text.starts_with(kOpen) ||
       text.substr(3, 2) != kPlaceholder.substr(3)) {

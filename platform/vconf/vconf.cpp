@@ -40,8 +40,8 @@ void requireArgument(const void* argument, const char* name) {
   throw StoreError(StoreCode::kNullArgument, std::string(name) + " is null");
 }
 
-// Calls `take` with the key's value, which must be of that type. That there is none is no event for
-// the log: many keys are asked for before they are first set.
+// Calls `take` with the key's value, which must have that type. A missing key is not logged: many
+// keys are read before they are first set.
 template <typename T, typename Take>
 StoreCode readAs(const char* key, const Take& take) {
   requireArgument(key, "the key");
@@ -67,14 +67,14 @@ LoadCounts loadCounts() {
   LoadCounts counts;
   const auto read = [](dl_phdr_info* info, std::size_t /*size*/, void* data) {
     *static_cast<LoadCounts*>(data) = {info->dlpi_adds, info->dlpi_subs};
-    return 1;  // the same for all libraries
+    return 1;  // all libraries carry the same counts
   };
   dl_iterate_phdr(read, &counts);
   return counts;
 }
 
-// The library that a callback belongs to, to see whether it is still loaded. Its code must not be
-// called when it is not, and there is no way for it to say that it goes.
+// The library that a callback belongs to. Its code must not be called once it is unloaded, and it
+// cannot tell us, so this checks whether it is still loaded.
 class Library {
  public:
   explicit Library(vconf_callback_fn callback)
@@ -84,10 +84,10 @@ class Library {
 
   bool isLoaded() const { return find(callback_) == loaded_; }
 
-  // Whether it may have been unloaded and loaded again, to the same place. The program itself
+  // Whether it may have been unloaded and loaded again at the same address. The program itself
   // cannot.
   bool mayHaveBeenReloaded() const {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel hands the address over as a number.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel passes the address as a number.
     if (loaded_ == find(reinterpret_cast<const void*>(getauxval(AT_PHDR)))) return false;
     const LoadCounts now = loadCounts();
     return now.loads != countsThen_.loads && now.unloads != countsThen_.unloads;
@@ -122,7 +122,7 @@ struct CSubscription {
   CSubscription(const char* subscribedKey, vconf_callback_fn function, void* data)
       : key(subscribedKey), callback(function), userData(data), library(function) {}
 
-  // Once it was seen to be gone it stays so, also when another is loaded to its place.
+  // Once seen as unloaded it stays so, even if another library is loaded at its address.
   bool isLibraryGone() {
     if (!library.isLoaded()) wasUnloaded = true;
     return wasUnloaded;
@@ -135,11 +135,12 @@ struct CSubscription {
   }
 };
 
-// The subscriptions of C callers last as long as the process, or as the caller's library. What a
-// library left is dropped when somebody subscribes: where the library may have been loaded again
-// since, its new subscription replaces the old one, which looks as if it were still good. So a
-// library that subscribes one callback to one key twice keeps the last, when any was loaded and any
-// unloaded between; better than calling a callback with the data of one that is gone.
+// The subscriptions of C callers last as long as the process or the caller's library. Those of
+// unloaded libraries are dropped at the next subscription. If the library may have been loaded
+// again, its new subscription replaces the old one, which still looks valid. So a library that
+// subscribes one callback to one key twice keeps only the last, if in between any library was
+// loaded and any unloaded. That is better than calling a callback with the data of an unloaded
+// library.
 void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData) {
   using Subscriptions = std::vector<std::shared_ptr<CSubscription>>;
   static std::mutex mutex;
@@ -153,7 +154,7 @@ void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData)
   const std::lock_guard lock(mutex);
   std::erase_if(subscriptions, isOver);
   const auto entry = std::make_shared<CSubscription>(key, callback, userData);
-  // Kept by the notifier, too: another thread may be telling it when it is dropped.
+  // The notifier keeps a reference too: another thread may be using the entry when it is dropped.
   entry->subscription = ConfigStore::instance().subscribe(
       key, [entry](const std::string& changedKey) { entry->tell(changedKey); });
   subscriptions.push_back(entry);
@@ -207,7 +208,7 @@ int vconf_notify_key_changed(const char* key, vconf_callback_fn callback, void* 
   return guarded(kStore, __func__, [&] {
     requireArgument(key, "the key");
     requireArgument(reinterpret_cast<const void*>(callback), "the callback");
-    ConfigStore::instance().get(key);  // raises for a key that cannot be
+    ConfigStore::instance().get(key);  // raises for an invalid key
     keepSubscribed(key, callback, user_data);
   });
 }

@@ -20,8 +20,8 @@ PLATFORM_API int util_set_wakeOnMobile_mode(bool enable);
 class PLATFORM_API CStringUtil {
  public:
   /* Writes `text` into `buffer`, with each "<<A>>" replaced by `first`, "<<B>>" by `second`,
-   * "<<C>>" by `third` and "<<D>>" by `fourth`. What is filled in is not searched again. A null
-   * argument fills with nothing. Writes at most `capacity` - 1 bytes and a NUL; nothing when the
+   * "<<C>>" by `third` and "<<D>>" by `fourth`. The inserted text is not searched again. A null
+   * argument inserts nothing. Writes at most `capacity` - 1 bytes and a NUL; nothing when the
    * capacity is 0 or the buffer null; the empty text when `text` is null. Any thread. */
   static void CombinateStrings(char* buffer, std::size_t capacity, const char* text,
                                const char* first, const char* second, const char* third,

@@ -1,10 +1,10 @@
 /*
  * The configuration store: typed values by key, shared by all processes of the TV.
  *
- * "db/..." keys last; a set of one has reached the disk when it returns. "memory/..." keys last as
- * long as the TV is on. Every function may be called from any thread; none takes the caller's
- * locks. A result of 0 is success. What else the functions return on the host platform, by name, is
- * in platform/host/config_store.h; a device has codes of its own, so callers compare with 0 only.
+ * "db/..." keys are persistent; setting one has reached the disk when the call returns.
+ * "memory/..." keys last as long as the TV is on. Every function may be called from any thread;
+ * none takes the caller's locks. A result of 0 is success. The host platform's error codes are
+ * listed in platform/host/config_store.h; a device has its own, so callers compare only with 0.
  */
 #ifndef PLATFORM_CONFIG_STORE_H
 #define PLATFORM_CONFIG_STORE_H
@@ -15,7 +15,7 @@
 extern "C" {
 #endif
 
-/* What changed, as told to a subscriber; valid during the notification only. */
+/* What changed, as passed to a subscriber; valid only during the notification. */
 typedef struct keynode_t keynode_t;
 
 typedef void (*vconf_callback_fn)(keynode_t* node, void* user_data);
@@ -37,12 +37,13 @@ PLATFORM_API int vconf_set_str(const char* key, const char* value);
 /* Reads a truth value: writes 0 or 1 into the int. On an error `*value` is untouched. */
 PLATFORM_API int vconf_get_bool(const char* key, int* value);
 
-/* From now on calls `callback(node, user_data)` after every set of the key by any process, also of
- * an equal value. `user_data` stays the caller's. There is no way to take a subscription back; one
- * whose callback's library was unloaded is dropped, at the latest when somebody subscribes the same
- * key and callback after a library was unloaded and one was loaded: who subscribes one callback to
- * one key twice may then be left with the second subscription only. On the host platform the calls
- * come from the default GLib main context, so on the thread that iterates it. */
+/* From now on calls `callback(node, user_data)` after every set of the key by any process, even to
+ * an equal value. The caller keeps owning `user_data`. A subscription cannot be cancelled. It is
+ * dropped when its callback's library was unloaded: at the latest when the same callback is
+ * subscribed to the same key again after any library was unloaded and any was loaded. A caller that
+ * subscribes one callback to one key twice may then keep only the second subscription. On the host
+ * platform, the calls come from the default GLib main context, so on the thread that iterates it.
+ * */
 PLATFORM_API int vconf_notify_key_changed(const char* key, vconf_callback_fn callback,
                                           void* user_data);
 

@@ -16,7 +16,7 @@ extern "C" {
 #endif
 
 typedef void* connection_h;
-/* Profiles and iterators belong to their connection and end with it; none is ever returned. */
+/* Profiles and iterators belong to their connection and are freed with it, never by the caller. */
 typedef void* connection_profile_h;
 typedef void* connection_profile_iterator_h;
 

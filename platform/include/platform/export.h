@@ -1,4 +1,4 @@
-/* Marks what a platform library offers to other binaries. */
+/* Marks the symbols that a platform library exports. */
 #ifndef PLATFORM_EXPORT_H
 #define PLATFORM_EXPORT_H
 

@@ -8,14 +8,14 @@
 extern "C" {
 #endif
 
-/* log_id: the buffer that a line goes to. */
+/* log_id: the buffer that a line is written to. */
 enum { PLATFORM_LOG_MAIN = 0, PLATFORM_LOG_SYSTEM = 2 };
 
 /* priority */
 enum { PLATFORM_LOG_INFO = 4 };
 
 /* Logs one line. Returns a negative number when it could not be logged. Any thread. */
-/* NOLINTNEXTLINE(bugprone-reserved-identifier): the platform's name for it. */
+/* NOLINTNEXTLINE(bugprone-reserved-identifier): the platform defines the name. */
 PLATFORM_API int __dlog_print(int log_id, int priority, const char* tag, const char* format, ...)
     __attribute__((format(printf, 4, 5)));
 

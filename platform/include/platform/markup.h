@@ -1,4 +1,4 @@
-/* Text markup, as text widgets read it. */
+/* Markup for text widgets. */
 #ifndef PLATFORM_MARKUP_H
 #define PLATFORM_MARKUP_H
 

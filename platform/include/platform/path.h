@@ -11,7 +11,7 @@ extern "C" {
 /* The root of a package's read-only resources. */
 enum { PLATFORM_ROOT_RESOURCES = 44 };
 
-/* Joins `relative` to one of the well-known roots. The string is the platform's, and valid until
+/* Joins `relative` to one of the well-known roots. The platform owns the string; it is valid until
  * the next call on the same thread. Null for a root that does not exist or a null path. */
 PLATFORM_API const char* platform_mkpath(int root, const char* relative);
 

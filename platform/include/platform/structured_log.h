@@ -1,4 +1,4 @@
-/* The structured logger: records with the place in the code that they come from. C++ only. */
+/* The structured logger: records with their place in the code. C++ only. */
 #ifndef PLATFORM_STRUCTURED_LOG_H
 #define PLATFORM_STRUCTURED_LOG_H
 
@@ -6,7 +6,7 @@
 
 namespace ht {
 
-/* Where a log statement stands. The strings live as long as the code that they name. */
+/* Where a log statement stands. The strings live as long as that code is loaded. */
 struct TSCodeLocation {
   const char* path;
   int line;
@@ -25,7 +25,7 @@ class PLATFORM_API TCLogger {
 
 class PLATFORM_API TSLoggerHelper {
  public:
-  /* Records the message while TCLogger's storage is enabled; copies what it keeps. Any thread. */
+  /* Records the message while TCLogger's storage is enabled; keeps copies only. Any thread. */
   static void Log(const TSCodeLocation& location, const char* format, ...)
       __attribute__((format(printf, 2, 3)));
 };

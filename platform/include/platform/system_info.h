@@ -18,7 +18,7 @@ extern "C" {
 PLATFORM_API int system_info_get_custom_bool(const char* key, bool* value);
 PLATFORM_API int system_info_get_custom_int(const char* key, int* value);
 
-/* `*value` becomes a block that the caller may free with free(). */
+/* Gives the caller a block in `*value`, which may be freed with free(). */
 PLATFORM_API int system_info_get_custom_string(const char* key, char** value);
 
 #ifdef __cplusplus

@@ -13,7 +13,7 @@
 extern "C" {
 #endif
 
-/* An access point; null is none. */
+/* An access point; null for none. */
 typedef void* wifi_ap_h;
 
 /* Opens the service for this process. May be called any number of times. */

@@ -8,14 +8,14 @@
 
 namespace platform::host {
 
-// A product, scenario or menu file, or a setting of the environment, is not as it should be. The
-// message names the file and line or the setting, what was found, and what was expected.
+// A product, scenario or menu file, or an environment setting, is invalid. The message names the
+// file and line or the setting, what was found, and what was expected.
 class PLATFORM_API ConfigurationError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-// There is nothing of the name that was asked for; the message says what there is.
+// Nothing has the requested name; the message lists the names that exist.
 class PLATFORM_API UnknownNameError : public ConfigurationError {
  public:
   using ConfigurationError::ConfigurationError;

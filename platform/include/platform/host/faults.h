@@ -1,4 +1,4 @@
-// Platform functions that are made to fail, to see how the product takes it.
+// Makes platform functions fail, to test how the product reacts.
 #ifndef PLATFORM_HOST_FAULTS_H
 #define PLATFORM_HOST_FAULTS_H
 
@@ -9,8 +9,8 @@
 
 namespace platform::host {
 
-// While the store's key with a function's name after this holds an integer other than 0, the
-// function does nothing and fails with it.
+// The key's prefix; the function's name follows. While such a key holds an integer other than 0,
+// the function does nothing and fails with that code.
 inline constexpr char kFaults[] = "memory/host/fault/";
 
 // The functions that can be made to fail.

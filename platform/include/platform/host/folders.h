@@ -11,9 +11,8 @@ namespace platform::host {
 // $VENTARO_STATE_DIR, else $XDG_STATE_HOME/ventaro, else ~/.local/state/ventaro. Need not exist.
 PLATFORM_API std::filesystem::path stateFolder();
 
-// $VENTARO_RUNTIME_DIR, else $XDG_RUNTIME_DIR/ventaro; else a folder under /tmp that belongs to
-// this user alone, which is made when it is missing. Raises StoreError when that folder is somebody
-// else's.
+// $VENTARO_RUNTIME_DIR, else $XDG_RUNTIME_DIR/ventaro; else a folder under /tmp for this user
+// alone, created when missing. Raises StoreError when that folder belongs to somebody else.
 PLATFORM_API std::filesystem::path runtimeFolder();
 
 }  // namespace platform::host

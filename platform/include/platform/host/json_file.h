@@ -1,5 +1,5 @@
-// A JSON file that a person writes (a product, the factory settings, a scenario, the menu tree),
-// read so that every mistake in it is named with its file, line and member.
+// A JSON file written by people (a product, the factory settings, a scenario, the menu tree). Every
+// mistake in it is reported with its file, line and member.
 #ifndef PLATFORM_HOST_JSON_FILE_H
 #define PLATFORM_HOST_JSON_FILE_H
 
@@ -15,8 +15,8 @@
 
 namespace platform::host {
 
-// All functions raise ConfigurationError, with a message as
-// "scenarios/home.json:7: member \"signal_dbm\": expected an integer, found \"strong\"".
+// All functions raise ConfigurationError, with a message like "scenarios/home.json:7: member
+// \"signal_dbm\": expected an integer, found \"strong\"".
 class PLATFORM_API JsonFile {
  public:
   // Reads the file, whose root must be an object.
@@ -25,7 +25,7 @@ class PLATFORM_API JsonFile {
   const std::filesystem::path& path() const { return path_; }
   const Json::Value& root() const { return root_; }
 
-  // A member of `object`, which is the root or lies below it. One that is missing is an error too.
+  // A member of `object`, which is the root or lies below it. A missing member is an error too.
   std::string text(const Json::Value& object, const char* member) const;
   int integer(const Json::Value& object, const char* member) const;
   bool flag(const Json::Value& object, const char* member) const;
@@ -35,13 +35,14 @@ class PLATFORM_API JsonFile {
   // All members of `object`, each of which is true, false, an integer or a string.
   std::map<std::string, StoreValue> values(const Json::Value& object) const;
 
-  // Raises the error of a member of `object` that is none of these, with the nearest that is.
+  // Raises an error for any member of `object` that is not in the list, suggesting the nearest
+  // name.
   void allowOnly(const Json::Value& object, const std::vector<std::string>& members) const;
 
-  // Raises the error that there is with `value`.
+  // Raises an error about `value`.
   [[noreturn]] void fail(const Json::Value& value, const std::string& reason) const;
 
-  // Raises the error that `value`, at that member, should be something else.
+  // Raises an error saying that `value`, at that member, should be something else.
   [[noreturn]] void expected(const char* what, const std::string& member,
                              const Json::Value& value) const;
 

@@ -1,4 +1,4 @@
-// Names that a person misspelt.
+// Suggestions for misspelt names.
 #ifndef PLATFORM_HOST_NEAREST_H
 #define PLATFORM_HOST_NEAREST_H
 
@@ -9,16 +9,15 @@
 
 namespace platform::host {
 
-// The one of the names that the fewest mistyped letters turn into the typed one, whatever the
-// letter case; the first of several. Empty when none is near: more than a third of the letters
-// differ.
+// The name that is the fewest mistyped letters away from the typed one, ignoring case; the first of
+// several. Empty when none is near: more than a third of the letters differ.
 PLATFORM_API std::string nearest(const std::string& typed, const std::vector<std::string>& names);
 
 // "a, b, c".
 PLATFORM_API std::string joined(const std::vector<std::string>& names);
 
-// What to tell who typed a name that is none of these: "; did you mean \"radio\"?", or
-// "; there are: ..." with all of them when none is near.
+// The end of the message about an unknown name: "; did you mean \"radio\"?", or "; there are: ..."
+// with all of the names when none is near.
 PLATFORM_API std::string suggestion(const std::string& typed,
                                     const std::vector<std::string>& names);
 

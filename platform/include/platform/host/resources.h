@@ -14,16 +14,16 @@ namespace platform::host {
 // or beside one above it.
 PLATFORM_API std::filesystem::path resourceRoot();
 
-// The file of that name, as "products/factory/settings.json", below the resource root; the one that
-// is shipped where $VENTARO_RESOURCE_ROOT has none.
+// The file of that name, such as "products/factory/settings.json", below the resource root; the
+// shipped one if $VENTARO_RESOURCE_ROOT has none.
 PLATFORM_API std::filesystem::path resourceFile(const std::string& name);
 
-// The folder that holds this library, and so the provider, unless that is elsewhere.
+// The folder that holds this library, and by default the provider.
 PLATFORM_API std::filesystem::path libraryFolder();
 
-// The file that a person means by a name ("hotel-tv", a .json file in that folder of the resource
-// root) or by a path (anything with a slash or ending in ".json"). Raises UnknownNameError, with
-// the names there are, when there is none of that name.
+// The file for a name ("hotel-tv", a .json file in that folder of the resource root) or a path
+// (anything with a slash or ending in ".json"). Raises UnknownNameError, listing the existing
+// names, when there is none of that name.
 PLATFORM_API std::filesystem::path findResource(const std::string& folder,
                                                 const std::string& nameOrPath);
 
