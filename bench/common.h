@@ -1,4 +1,4 @@
-// What the benchmarks' programs have in common.
+// Shared by the benchmarks' programs.
 #ifndef BENCH_COMMON_H
 #define BENCH_COMMON_H
 
@@ -19,7 +19,7 @@
 
 namespace bench {
 
-// Nanoseconds, on a clock that all processes share.
+// In nanoseconds, on a clock that all processes share.
 inline std::int64_t now() {
   timespec time{};
   clock_gettime(CLOCK_MONOTONIC, &time);
@@ -33,7 +33,8 @@ Json::Int64 nanoseconds(const Action& action) {
   return now() - start;
 }
 
-// What a menu host does between the callbacks: deliver, fire, and let the network service work.
+// What a menu host does between callbacks: deliver notifications, fire timers, run the network
+// service.
 inline void turnTheMainLoop() {
   while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
   }
@@ -45,14 +46,14 @@ inline std::int64_t heapInUse() {
   return static_cast<std::int64_t>(heap.uordblks + heap.hblkhd);
 }
 
-// Raises std::runtime_error; the parts together are the message.
+// Raises std::runtime_error with the parts joined as its message.
 [[noreturn]] inline void fail(std::initializer_list<std::string_view> parts) {
   std::string message;
   for (const std::string_view part : parts) message += part;
   throw std::runtime_error(message);
 }
 
-// Some checks are inside of what is timed, so the message is put together only where one fails.
+// Some checks are timed, so the message is built only when one fails.
 template <typename... Parts>
 void require(bool condition, const Parts&... parts) {
   if (!condition) fail({parts...});
@@ -69,7 +70,7 @@ inline int guarded(const std::function<void()>& body) {
   }
 }
 
-// The same for one that prints its figures as JSON.
+// The same for a program that prints its figures as JSON.
 inline int printed(const std::function<Json::Value()>& measure) {
   return guarded([&] { std::cout << measure() << '\n'; });
 }

@@ -1,4 +1,4 @@
-"""What the benchmarks have in common: figures, Markdown and plots."""
+"""Shared by the benchmarks: figures, Markdown and plots."""
 
 import json
 import os
@@ -13,7 +13,7 @@ SHIPPED = BUILD / "shipped"
 PROGRAMS = BUILD / "programs" / "bin"
 PROVIDER = SHIPPED / "lib" / "libventaro.so"
 
-# What a program may find in its surroundings and must not.
+# Variables of the user's environment that a measured program must not see.
 FOREIGN = ("VENTARO_PRODUCT", "VENTARO_SCENARIO", "VENTARO_NETWORK", "VENTARO_LOG", "VENTARO_RESOURCE_ROOT",
            "LANGUAGE")
 
@@ -25,12 +25,12 @@ def environment(**more):
 
 
 def folders(scratch, name="store"):
-    """A store that no other measurement has used, for a program's surroundings."""
+    """Environment variables for a store that no other measurement has used."""
     return {"VENTARO_STATE_DIR": scratch / f"{name}-state", "VENTARO_RUNTIME_DIR": scratch / f"{name}-runtime"}
 
 
 def run(*command, **variables):
-    """Runs a program and returns its output; ends with what it printed when it fails."""
+    """Runs a program and returns its output; exits with that output when the program fails."""
     done = subprocess.run([str(word) for word in command], env=environment(**variables), text=True, cwd=SOURCE,
                           stdout=subprocess.PIPE, stderr=subprocess.PIPE)
     if done.returncode != 0:
@@ -43,13 +43,13 @@ def run_json(*command, **variables):
 
 
 def write_back(file):
-    """To the disk: what a linker has just written counts as dirty in every process that maps it."""
+    """Syncs a file to disk: pages just written by the linker count as dirty in every process that maps it."""
     with open(file, "rb") as written:
         os.fsync(written.fileno())
 
 
 def counted(dump):
-    """The instructions in a file of callgrind's."""
+    """The instructions in a callgrind file."""
     return int(re.search(r"^totals: (\d+)", dump.read_text(encoding="utf-8"), re.M).group(1))
 
 
@@ -66,7 +66,7 @@ def spread(values):
 
 
 def ratios(ours, theirs):
-    """Repetition by repetition, as they ran beside each other."""
+    """Ratios by repetition, because those of the same repetition ran side by side."""
     return [mine / other for mine, other in zip(ours, theirs)]
 
 
@@ -84,7 +84,7 @@ def duration(nanoseconds):
 
 
 def verdict(value, aim, digits=2):
-    """Of the value as it is shown, to that many digits."""
+    """The verdict on the value as shown, rounded to that many digits."""
     return "reached" if round(value, digits) <= aim else "**missed**"
 
 
@@ -96,7 +96,7 @@ def table(heads, rows):
 
 
 def plot(file, script, series):
-    """Makes an SVG with gnuplot. `script` holds its commands; it finds the rows of series N as $dataN."""
+    """Makes an SVG with gnuplot. `script` holds its commands; the rows of series N are $dataN."""
     blocks = []
     for index, rows in enumerate(series):
         lines = [" ".join(f'"{cell}"' if isinstance(cell, str) else f"{cell}" for cell in row) for row in rows]
@@ -107,7 +107,7 @@ def plot(file, script, series):
 
 
 def plot_bars(file, title, bars, height=420, figures="%.0f", more=""):
-    """Makes an SVG of bars, given as (figure, name), the first at the bottom; `more` is commands of gnuplot."""
+    """Makes an SVG of bars, given as (figure, name), the first at the bottom; `more` holds further gnuplot commands."""
     rows = [[index, figure, name] for index, (figure, name) in enumerate(bars)]
     plot(file, f"""
 set terminal svg size 800,{height} background "white" font "sans,12"

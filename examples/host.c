@@ -20,7 +20,7 @@ static void show_list(const data_provider_cbs* table, const char* key) {
   int count = 0;
   void** items = (void**)table->get_list_items(key, &count);
   for (int i = 0; i < count; ++i) {
-    char* text = NULL; /* markup, for a text widget; printed here as it is */
+    char* text = NULL; /* markup for a text widget; printed unchanged */
     int value = 0;
     table->get_list_item_display_value(items[i], &text);
     table->get_list_item_int_value(items[i], &value);
@@ -31,7 +31,7 @@ static void show_list(const data_provider_cbs* table, const char* key) {
 }
 
 int main(void) {
-  setenv("LANGUAGE", "en", 0); /* unless the user wants another one */
+  setenv("LANGUAGE", "en", 0); /* unless the user has set one */
   setlocale(LC_ALL, "C.UTF-8");
   void* library = dlopen(PROVIDER, RTLD_NOW);
   if (library == NULL) {

@@ -1,6 +1,6 @@
-// A program of callbacks: the input says which are called with what, what the TV answers, which of
-// its functions fail, and what happens in between. The provider's objects are made anew for it, as
-// when the library is loaded, and given back at its end.
+// A sequence of callbacks: the input decides which are called with what, what the TV answers, which
+// of its functions fail, and what happens in between. The provider's objects are constructed for
+// each input, as when the library is loaded, and destroyed at its end.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -24,7 +24,7 @@ using fake_platform::store;
 
 namespace {
 
-// The header's, and one that there is not.
+// The header's keys, and an unknown one.
 constexpr auto kKeys = [] {
   std::array<const char*, contract::kKeys.size() + 1> keys{};
   std::ranges::copy(contract::kKeys, keys.begin());
@@ -59,7 +59,8 @@ constexpr std::array kFlags = {
 
 constexpr std::size_t kLongText = 3000;
 
-// A text of the input; short, or repeated until it is longer than every buffer. Texts end at a NUL.
+// A text from the input; short, or repeated until it is longer than every buffer. Texts end at a
+// NUL.
 std::string takeText(FuzzedDataProvider& input) {
   const std::string text = untilNul(input.ConsumeRandomLengthString(300));
   if (text.empty() || input.ConsumeIntegralInRange(0, 7) != 7) return text;
@@ -91,7 +92,7 @@ std::string takeDocument(FuzzedDataProvider& input) {
   return text + "]}";
 }
 
-// In the form in which the provider reads it.
+// In the form that the provider reads.
 void storeNumber(const std::string& key, int value) {
   if (key == kAdministratorKey) {
     store().setRawBool(key, value);
@@ -158,15 +159,15 @@ void changeFaults(FuzzedDataProvider& input) {
   setFaults(faults);
 }
 
-// So many entries has the list of wired 802.1X: none before it has been asked for once.
+// The number of entries in the list of wired 802.1X: 0 before it was first requested.
 int wiredEntries = 0;
 
-// Of the device name's list all but the last can be set as a number.
+// In the device name's list, every entry but the last can be set as a number.
 int nameEntries() {
   return std::max(static_cast<int>(DeviceNameListInterface::m_DevicenameList.size()) - 1, 0);
 }
 
-// The provider's objects, as when the library is loaded and unloaded.
+// Constructs and destroys the provider's objects, as loading and unloading the library does.
 class LoadedObjects {
  public:
   explicit LoadedObjects(FuzzedDataProvider& input) {
@@ -184,7 +185,7 @@ class LoadedObjects {
   ~LoadedObjects() {
     destroy();
     newTv();
-    construct();  // those that the end of the process destroys
+    construct();  // these are destroyed at the end of the process
   }
   LoadedObjects(const LoadedObjects&) = delete;
   LoadedObjects& operator=(const LoadedObjects&) = delete;
@@ -218,7 +219,7 @@ void getInt(FuzzedDataProvider& input, Framework& framework) {
   framework.calls().getInt(key, input.ConsumeIntegralInRange(-2, 3));
 }
 
-// The result of an item whose value is an entry of its list.
+// The result for an item whose value is an entry of its list.
 void requireEntrySet(int value, int entries, int whenSet, int result) {
   const int expected = value >= 0 && value < entries ? whenSet : -1;
   require(result == expected, "an entry of the list gives the store's result, others -1");
@@ -323,7 +324,7 @@ constexpr std::array<Step, 12> kSteps = {getInt,  setInt,   setString, getString
                                          askText, askList,  askBox,    askRules,
                                          askRest, passTime, changeTv,  failLock};
 
-// One step during which the lock cannot be taken.
+// One step while the lock cannot be taken.
 void failLock(FuzzedDataProvider& input, Framework& framework) {
   const Step step = input.PickValueInArray(kSteps);
   if (step == failLock) return;

@@ -1,5 +1,5 @@
-// The program `ventaro`: the input is what is typed into its shell, over the real provider and the
-// host platform. Where it would wait for a person or for time to pass, Ctrl-C comes.
+// The program `ventaro`: the input is typed into its shell, over the real provider and the host
+// platform. Wherever it would wait for the user or for time to pass, it gets a Ctrl-C.
 #include <fcntl.h>
 #include <glib.h>
 #include <json/reader.h>
@@ -34,14 +34,14 @@ using platform::host::ConfigStore;
 
 namespace {
 
-constexpr std::size_t kLongest = 4096;  // bytes that are typed
+constexpr std::size_t kLongest = 4096;  // bytes of typed input
 
-int input = -1;   // a file in memory, in the place of standard input
-int output = -1;  // and of standard output
+int input = -1;   // a file in memory instead of standard input
+int output = -1;  // and instead of standard output
 
 bool interrupted = false;  // Ctrl-C came
 
-// Connecting takes no time here.
+// Connecting takes no time.
 constexpr char kScenario[] =
     "{\"radio\": true, \"connected\": \"Attic 6E\", \"connect_milliseconds\": 0, \"access_points\":"
     "[{\"ssid\": \"Attic 6E\", \"frequency_mhz\": 6135, \"signal_dbm\": -52, \"saved\": true},"
@@ -84,7 +84,7 @@ Json::Value printedJson() {
   return root;
 }
 
-// Whether one of the words was typed that may wait, however it was quoted.
+// Whether a command that may wait was typed, however it was quoted.
 bool mayWait(std::string typed) {
   std::erase_if(typed,
                 [](char c) { return std::string_view("\"'\\").find(c) != std::string::npos; });
@@ -93,7 +93,7 @@ bool mayWait(std::string typed) {
       kWaiting, [&](std::string_view word) { return typed.find(word) != std::string::npos; });
 }
 
-// What holds whatever was typed before.
+// What must hold whatever was typed before.
 void requireOrder(bool alsoOfTheMenu) {
   const auto values = ConfigStore::instance().list("");
   for (const auto& [key, value] : values) {
@@ -142,7 +142,7 @@ const char* __lsan_default_suppressions();
 gboolean __real_g_main_context_iteration(GMainContext* context, gboolean mayBlock);
 gboolean __wrap_g_main_context_iteration(GMainContext* context, gboolean mayBlock);
 
-// Where the program would wait, nothing more is due: then Ctrl-C.
+// When the program would wait, nothing else is pending, so this sends Ctrl-C.
 gboolean __wrap_g_main_context_iteration(GMainContext* context, gboolean mayBlock) {
   const gboolean worked = __real_g_main_context_iteration(context, FALSE);
   if (worked != FALSE || mayBlock == FALSE) return worked;
@@ -151,12 +151,12 @@ gboolean __wrap_g_main_context_iteration(GMainContext* context, gboolean mayBloc
   return __real_g_main_context_iteration(context, TRUE);
 }
 
-// Short traces of allocations: most of the time goes into them.
+// Short allocation traces, because they take most of the time.
 const char* __asan_default_options() {
   return "malloc_context_size=5";
 }
 
-// The provider keeps the text of the device's string ID on purpose.
+// The provider never frees the text of the device's string ID: the platform may own it.
 const char* __lsan_default_suppressions() {
   return "leak:system_info_get_custom_string";
 }
@@ -169,7 +169,7 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
   setenv("VENTARO_RESOURCE_ROOT", FUZZ_RESOURCES, 1);
   for (const char* variable : {"LANGUAGE", "VENTARO_PRODUCT", "VENTARO_REGION"}) unsetenv(variable);
   takeStandardStreams();
-  // Once loaded the provider stays, as the counters of its code must.
+  // The provider stays loaded, because its coverage counters must.
   static const auto& loaded = *new cli::Session(FUZZ_PROVIDER);
   const_cast<cli::Session&>(loaded).menu();
   ConfigStore::instance().list("");
@@ -180,7 +180,7 @@ int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size > kLongest) return -1;
   type(data, size);
-  requireOrder(size % 4 == 0);  // it is slow
+  requireOrder(size % 4 == 0);  // because it is slow
   restoreStore();
   menu::runPending();
   return 0;

@@ -1,5 +1,5 @@
-// The files that a person writes: the input is one, and is read as a product, as a scenario and as
-// a menu tree. Each must be refused with a message that names the file, or be taken over whole.
+// The files that people write: the input is read as a product, as a scenario and as a menu tree.
+// Each must be refused with a message that names the file, or be accepted completely.
 #include <json/reader.h>
 #include <json/value.h>
 
@@ -30,7 +30,7 @@ std::string file() {
   return scratchFile("input.json");
 }
 
-// Whether the file is taken; one that is not is refused in the one way that there is.
+// Whether the file is accepted; if not, it must be refused with the one allowed error.
 bool isTaken(const std::function<void()>& read) {
   try {
     read();

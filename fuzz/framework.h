@@ -1,6 +1,6 @@
 // The menu framework in a fuzz target: contract/ calls the provider, and ends the process when a
-// promise is broken. Here is what only the TV that is stood in for can tell of a call: the lock,
-// the reason of an exception, the sizes of blocks.
+// promise is broken. This class adds what only the fake TV knows about a call: the lock, the cause
+// of an exception, the sizes of blocks.
 #ifndef FUZZ_FRAMEWORK_H
 #define FUZZ_FRAMEWORK_H
 
@@ -16,7 +16,7 @@ namespace fuzz {
 // The text as C sees it: up to its first NUL.
 std::string untilNul(std::string_view text);
 
-// The same, cut to what fits into a block of that size, NUL included.
+// The same, cut to fit into a block of that size, NUL included.
 std::string cut(std::string_view text, std::size_t blockSize);
 
 class Framework : private contract::Observer {
@@ -26,10 +26,10 @@ class Framework : private contract::Observer {
 
   contract::Calls& calls() { return calls_; }
 
-  // The device name as it stands in the caller's buffer is the store's.
+  // Requires that the device name in the caller's buffer equals the store's.
   void requireCurrentValue(const std::string& key);
 
-  // Gives the array of a list back alone, as with a count below 1, and frees the entries.
+  // Returns only the array of a list, as with a count below 1, and frees the entries.
   void giveBackArrayAlone(contract::Answer& list);
 
  private:
@@ -41,7 +41,7 @@ class Framework : private contract::Observer {
 
   contract::Provider provider_;
   contract::Calls calls_;
-  std::optional<LockRule> rule_;  // of the call that is being made
+  std::optional<LockRule> rule_;  // of the current call
 };
 
 }  // namespace fuzz

@@ -26,7 +26,7 @@ bool isText(const Json::Value& object, const char* member, const std::string& te
          object[member].asString() == text;
 }
 
-// What the document says, read another way.
+// What the document says, parsed in a different way.
 bool isSplit(const std::string& text) {
   Json::Value root;
   std::string errors;

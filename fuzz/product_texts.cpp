@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t kSize = CProductUtil::kTextSize;
 constexpr std::string_view kToken = "<<A>>";
-// Real texts come to their end far below both.
+// Real texts end far below both.
 constexpr int kMostReplacements = 1000;
 constexpr std::size_t kMostGrowth = std::size_t{32} << 10;
 
@@ -28,10 +28,10 @@ enum class GoOn { kAtStart, kBehindStart };
 
 struct Replaced {
   std::string text;
-  std::size_t settled;  // so many bytes of the text will not change any more
+  std::size_t settled;  // this many bytes of the text are final
 };
 
-// The replacement as it is told, token by token, as far as it comes within the limits.
+// The replacement as documented, token by token, within the limits.
 Replaced replaced(std::string text, const std::string& replacement, GoOn where) {
   const std::size_t most = text.size() + kMostGrowth;
   std::size_t at = text.find(kToken);
@@ -44,7 +44,7 @@ Replaced replaced(std::string text, const std::string& replacement, GoOn where) 
   return {text, std::string::npos};
 }
 
-// Whether the bytes that have settled are the same, up to a limit.
+// Whether the final bytes are equal, up to a limit.
 bool agree(const std::string& text, const Replaced& expected, std::size_t limit) {
   const std::size_t size = std::min(expected.settled, limit);
   return text.substr(0, size) == expected.text.substr(0, size);
@@ -63,7 +63,7 @@ std::string replaceText(const std::string& text, const std::string& replacement)
 std::string addProductName(std::string text, const std::string& productName) {
   const Replaced expected = replaced(text, productName, GoOn::kBehindStart);
   CProductUtil::AddProductNameInSID(text);
-  // One that comes to no end counts as far as a text is handed out.
+  // An endless one is compared only as far as the text is handed out.
   const bool ends = expected.settled == std::string::npos;
   require(agree(text, expected, ends ? std::string::npos : kSize - 1), "the name is filled in");
   return text;
@@ -90,8 +90,8 @@ std::string takeLine(std::string_view& rest) {
   return untilNul(line);
 }
 
-// A replacement that comes to no end keeps the sanitizer's memmove() busy for up to a second, so
-// only some of those are looked at.
+// An endless replacement keeps the sanitizer's memmove() busy for up to a second, so only some of
+// them are checked.
 bool isOneInSixteen(const std::string& input) {
   unsigned sum = 0;
   for (const char c : input) sum += static_cast<unsigned char>(c);

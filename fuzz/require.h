@@ -1,4 +1,4 @@
-// How a target says that a rule is broken.
+// How a target reports a broken rule.
 #ifndef FUZZ_REQUIRE_H
 #define FUZZ_REQUIRE_H
 

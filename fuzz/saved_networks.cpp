@@ -29,7 +29,7 @@ struct Network {
   std::string statusIcon;
 };
 
-// What a document is to say of the networks, read another way.
+// What a document says of the networks, parsed in a different way.
 struct Expected {
   bool isMisshapen = false;
   std::vector<Json::Value> networks = {};
@@ -94,8 +94,8 @@ bool isMisshapen(const contract::Answer& answer) {
   return answer.raised == contract::kDocumentError;
 }
 
-// What the menu is told of a network; nothing when the document is misshapen, and then every
-// question says so.
+// What the provider tells the menu about a network; nothing when the document is misshapen, and
+// then every call must raise.
 bool ask(contract::Calls& calls, const std::string& key, Network& network) {
   const contract::Answer enabled = calls.isEnabledInt(key);
   const contract::Answer name = calls.displayName(key);
@@ -127,7 +127,8 @@ void connect(contract::Calls& calls, const std::string& key, const Network& netw
   store().erase(kConnectCommandKey);
   require(!calls.setInt(key, 1).hasRaised(), "what can be named is connected");
   const std::string name = commandedName();
-  // A name that is no UTF-8, as one that was cut inside a character, cannot go into JSON as it is.
+  // A name that is not valid UTF-8, such as one cut inside a character, cannot be written to JSON
+  // unchanged.
   if (g_utf8_validate(network.name.c_str(), -1, nullptr) == FALSE) return;
   require(cut(name, VENTARO_TEXT_SIZE) == network.name, "the network that is shown is connected");
 }

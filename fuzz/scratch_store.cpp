@@ -18,7 +18,7 @@ namespace {
 
 constexpr char kValues[] = "values";
 
-// The environments that the store opened, and what each held.
+// The environments that the store opened, and their saved contents.
 struct Area {
   MDB_env* environment;
   std::map<std::string, std::string> values = {};
@@ -51,7 +51,7 @@ void check(int error) {
   require(error == MDB_SUCCESS, mdb_strerror(error));
 }
 
-// Carries out `action` on the table of the values in one transaction.
+// Carries out `action` on the value table in one transaction.
 template <typename Action>
 void change(const Area& area, const Action& action) {
   MDB_txn* transaction = nullptr;
@@ -121,7 +121,7 @@ void restoreStore() {
 
 }  // namespace fuzz
 
-// In front of LMDB's own function, to know the environments that the store opens.
+// Overrides LMDB's function, to learn which environments the store opens.
 extern "C" __attribute__((visibility("default"))) int mdb_env_open(MDB_env* env, const char* path,
                                                                    unsigned flags,
                                                                    mdb_mode_t mode) {

@@ -1,5 +1,5 @@
 // The host platform's store for a fuzz target: below /dev/shm, so that nothing waits for a disk,
-// and for every input the same at its start.
+// and reset before every input.
 #ifndef FUZZ_SCRATCH_STORE_H
 #define FUZZ_SCRATCH_STORE_H
 
@@ -7,8 +7,8 @@
 
 namespace fuzz {
 
-// Makes a folder of this process, which goes with it, and points the host platform's variables
-// there. To be called once, before anything of the host platform.
+// Makes a folder that is removed when the process ends, and points the host platform's variables
+// there. Call it once, before anything in the host platform.
 void makeScratchFolder();
 
 // A file in that folder.
@@ -17,7 +17,7 @@ std::string scratchFile(const std::string& name);
 // Remembers what the store holds now.
 void rememberStore();
 
-// Makes the store hold that again. Nobody is told of it.
+// Restores those contents without notifying anybody.
 void restoreStore();
 
 }  // namespace fuzz

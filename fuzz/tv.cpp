@@ -83,7 +83,7 @@ Translations& translations() {
 void setFaults(const Faults& faults) {
   state().faults = faults;
   for (const std::string& function : failingFunctions()) {
-    // A handle that is given back goes also when that fails.
+    // A handle is freed even when returning it fails.
     const bool works = faults.afterWork || function.ends_with("_destroy");
     const int result = resultOf(function);
     fake_platform::succeedAgain(function);
@@ -143,7 +143,7 @@ void fireTimers() {
 
 }  // namespace fuzz
 
-// The linker leads the provider's calls here (--wrap).
+// The linker redirects the provider's calls here (--wrap).
 extern "C" char* __wrap_dgettext(const char* domain, const char* sid);
 
 char* __wrap_dgettext(const char* domain, const char* sid) {

@@ -19,12 +19,12 @@ inline constexpr char kConnectCommandKey[] = "memory/NW-Daemon/Command";
 inline constexpr char kDeviceNameStoreKey[] = "db/menu/network/devicename/tv_name";
 inline constexpr char kDefaultNameStoreKey[] = "db/menu/network/devicename/default_tv_name";
 
-// Makes the TV one that holds no values and in which nothing fails; handles and timers stay. Called
-// before anything else.
+// Resets the TV: it holds no values and nothing fails; handles and timers stay. Called before
+// anything else.
 void newTv();
 
-// What the string IDs are in the TV's language; one that is not here is its own translation, unless
-// there is one for all others.
+// The translations of the string IDs; one without a translation stays as it is, unless there is a
+// translation for all others.
 struct Translations {
   std::map<std::string, std::string> texts;
   std::optional<std::string> others;
@@ -35,23 +35,23 @@ Translations& translations();
 struct Faults {
   std::uint32_t functions = 0;  // a bit for each that can, in the order of platform_functions.def
   int result = -1;              // not 0
-  bool afterWork = false;       // they do their work all the same, outputs included
+  bool afterWork = false;       // they fail only after doing their work, outputs included
 };
 void setFaults(const Faults& faults);
 const Faults& faults();
 
-// What the function gives when it does its work unless it is to fail: 0, or the faults' result.
+// The result of a function that does its work: 0, or the faults' result if it is to fail.
 int resultOf(const std::string& function);
 
-// Whether a string can be read from the store at this moment.
+// Whether a string can currently be read from the store.
 std::optional<std::string> readableText(const std::string& key);
 
-// With which error the lock cannot be taken; 0: it can.
+// The error with which taking the lock fails; 0 if it succeeds.
 void setLockError(int error);
 int lockError();
 
-// While it lives, the platform must be asked with the lock held, or must not be, see the tags in
-// ventaro/data_provider.h. At its end, the platform must not have been misused.
+// While it lives, platform calls require the lock to be held, or not held, as the tags in
+// ventaro/data_provider.h say. Its destructor requires that the platform was not misused.
 class LockRule {
  public:
   explicit LockRule(bool held);

@@ -6,7 +6,7 @@
 
 #include "recording.h"
 
-// What the C library calls them beneath.
+// The C library's internal names for these functions.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -16,7 +16,7 @@ void __libc_free(void* block);
 
 namespace {
 
-constexpr std::size_t kBlocksOfEachSize = 16;  // the C library keeps 7 of each size aside
+constexpr std::size_t kBlocksOfEachSize = 16;  // the C library caches 7 of each size
 constexpr std::size_t kSizeStep = 16;
 constexpr std::size_t kLargestSize = 4096;
 

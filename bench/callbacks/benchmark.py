@@ -13,20 +13,21 @@ SIDES = ("provider", "floor")
 AIM = 1.10  # times the floor's instructions, for every callback
 AIM_OF_PAGE = 1.05
 
-# What each case took when it was accepted last; `bench/run --accept` writes it. Cases that take the same share a row.
+# What each case took when it was last accepted; `bench/run --accept` writes it. Cases with equal figures
+# share a row.
 EXPECTED = Path(__file__).resolve().parent / "expected.csv"
 FIGURES = [f"{side}_{measured}" for measured in ("instructions", "allocations") for side in SIDES] + ["steps"]
 BETWEEN_KEYS = " | "
 RATIO_TOLERANCE = 0.02
-FLOOR_TOLERANCE = 0.03  # a worse floor makes a better ratio
+FLOOR_TOLERANCE = 0.03  # a worse floor improves the ratio
 HOW_TO_ACCEPT = "if these figures are as they should be, accept them by bench/run --accept"
 
-# A callback finds its key among all that there are; the floor, which is written for one key, knows it.
+# A callback has to look up its key; the floor is written for one key.
 FINDS = "finds its key"
 UNIT = f"{FINDS}, and calls the object that the value belongs to"
 READS = "what is known of the saved networks is in `std::string`s, which are compared and handed on by functions"
 
-# Why a function is above the aim for some of its keys: what callgrind_annotate shows of the dumps of both sides.
+# Why a function is above the aim for some keys, found with callgrind_annotate on both sides' dumps.
 REASONS = {
     "get_display_name": f"{FINDS}; one that it does not know is compared with each, for names are found by leading "
                         f"parts of keys, too; {READS}",
@@ -49,7 +50,7 @@ REASONS = {
                            "texts to what the caller's buffers hold",
     "get_module_info": f"{FINDS}, beside which there is only the lock",
 }
-# The one call of a page that parses JSON. What jsoncpp takes is alike on both sides, and hides the rest.
+# The only call of a page that parses JSON. jsoncpp costs the same on both sides, and hides the rest.
 PARSES = ("check_enable_int", "menu/network/devicename")
 
 
@@ -61,8 +62,8 @@ def name_of(case):
 
 def counts(scratch):
     """The cases, with the instructions and allocations of one call."""
-    # A `rep stos` of the C library counts as many instructions as it has steps, and which libraries
-    # and processors use it differs: it is switched off.
+    # A `rep stos` in the C library counts as one instruction per step, and whether it is used depends on the
+    # C library and the processor, so it is switched off.
     output = common.run("valgrind", "--tool=callgrind", "--collect-atstart=no",
                         f"--callgrind-out-file={scratch / 'dump.%p'}", PROGRAM, common.PROVIDER, FLOORS, "--counts",
                         GLIBC_TUNABLES="glibc.cpu.x86_rep_stosb_threshold=1000000000:"
@@ -127,7 +128,7 @@ def figures_of(case):
 
 
 def accept(scratch):
-    """Writes what is expected from now on."""
+    """Writes the figures that are expected from now on."""
     common.run(PROGRAM, common.PROVIDER, FLOORS, "--check")
     rows = {}
     for case in sorted(counts(scratch), key=name_of):
@@ -140,7 +141,7 @@ def accept(scratch):
 
 
 def differences(case, wanted):
-    """What is other than expected, a line each."""
+    """The differences from what is expected, a line each."""
     measured = figures_of(case)
     if abs(measured["floor_instructions"] / wanted["floor_instructions"] - 1) > FLOOR_TOLERANCE:
         yield (f"the floor takes {measured['floor_instructions']:g} instructions, expected were "
@@ -210,7 +211,7 @@ def plot_functions(figures, file):
 
 
 def search_sentence(figures):
-    """What finding the key costs, from the callback that does little else."""
+    """The cost of finding the key, from the callback that does little else."""
     search = common.median([more(case, "instructions") for case in by_function(figures)["check_enable_int"]])
     calls = sum(case["calls_per_page"] for case in figures["cases"] if FINDS in REASONS.get(case["function"], ""))
     share = 100 * calls * search / page(figures, "instructions")["floor"]

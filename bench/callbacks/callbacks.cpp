@@ -1,7 +1,7 @@
-// Measures every callback of the provider beside its floor, over a platform that costs nothing.
+// Measures every callback of the provider beside its floor, over a platform with almost no cost.
 //
 //   callbacks PROVIDER --record           the floors, as C++ for a library: what each case does
-//   callbacks PROVIDER FLOORS --check     that both do the same
+//   callbacks PROVIDER FLOORS --check     checks that both do the same
 //   callbacks PROVIDER FLOORS --counts    the steps and the allocations of each, as CSV; under
 //                                         callgrind with --collect-atstart=no also the
 //                                         instructions: each count is made by a process of its own,
@@ -27,7 +27,7 @@ namespace {
 constexpr int kWarmUps = 20;
 constexpr int kCountedCalls = 10;
 
-// What measuring itself costs is measured with this.
+// Measures the cost of measuring itself.
 const Case kNothing{.call = [](Function, Outputs&) {}};
 
 void record(const std::vector<Case>& cases) {
@@ -61,7 +61,8 @@ bool areEqual(const std::vector<Case>& cases) {
   return equal;
 }
 
-// Allocations of the counted calls; their instructions go into the process's dump.
+// The allocations of the counted calls; callgrind writes their instructions into the process's
+// dump.
 long count(const Case& each, Function side) {
   Outputs outputs;
   stand_in::answers = each.answers;
@@ -79,8 +80,8 @@ long count(const Case& each, Function side) {
   return allocations;
 }
 
-// In a process of its own: what a block costs depends on the heap, and so all find the same. The
-// parent must not use it in between.
+// Runs in a child process: a block's cost depends on the state of the heap, and so every case finds
+// the same one. The parent must not use the heap in between.
 void printCount(const Case& each, const char* name, Function side) {
   const pid_t child = fork();
   if (child == 0) {

@@ -22,13 +22,13 @@ constexpr char kMultiView[] = R"({"end":{"style":"FULL"},"status":"PostCondition
 
 constexpr char kGivesText[] = "int @(const char*, char** text)";
 
-// What a drawing of the page asks about a key; it is composed as that of bench/page/drawing.cpp.
+// What drawing a page asks about a key, as in bench/page/drawing.cpp.
 enum class OnPage {
   kNo,
   kRow,      // checks, texts and icons
-  kNetwork,  // these, of a saved network
-  kChoice,   // these, its value and its list
-  kStates,   // the list of a saved network's states only
+  kNetwork,  // these, for a saved network
+  kChoice,   // these, the value and the list
+  kStates,   // only the list of a saved network's states
 };
 
 struct Item {
@@ -93,7 +93,7 @@ class CaseList {
   }
 
  private:
-  // `call` calls what it is given, a function of the provider's type.
+  // `call` calls the given function, which has the provider function's type.
   template <typename Callback, typename Action>
   Case& add(const char* function, const std::string& key, const char* prototype, Callback* provider,
             Action call) {
@@ -104,7 +104,7 @@ class CaseList {
         Case{function, key, prototype, callAny, reinterpret_cast<Function>(provider)});
   }
 
-  // A case once more, for a state that no page has.
+  // The same case for a state that no page shows.
   stand_in::Answers& addAgain(std::string_view function, std::string_view key, const char* state) {
     Case other = *std::ranges::find_if(
         cases_, [&](const Case& each) { return each.function == function && each.key == key; });
@@ -188,7 +188,7 @@ class CaseList {
     addCheck("check_enable_bool", key, ofBool, exports_.check_enable_bool, false);
   }
 
-  // An entry of a list of the provider's own.
+  // An entry of a list from the provider itself.
   void addListEntries() {
     int count = 0;
     void* item = const_cast<void*>(table_.get_list_items("menu/network/WiFiOnOff", &count)[1]);
@@ -212,7 +212,7 @@ class CaseList {
     }
   }
 
-  // What is given back is made before, and is no cost of the call.
+  // The object to be returned is made beforehand, so it does not count towards the call.
   void addGivingBack() {
     addRelease("a text block", 4 * countOf(&Item::isRow), [](Outputs& outputs) {
       outputs.text = static_cast<char*>(std::calloc(1, VENTARO_TEXT_SIZE));
@@ -316,7 +316,7 @@ void Case::callOnce(Function side, Outputs& outputs) const {
 std::vector<Case> loadCases(const char* file) {
   stand_in::answers.text = kDeviceName;
   provider = new contract::Provider(file);
-  // Wired 802.1X can only be set once its list was asked for.
+  // Wired 802.1X can only be set after its list was requested.
   Outputs list;
   list.items = provider->table().get_list_items(VENTARO_KEY_WIRED_EAP, &list.number);
   list.giveBack();

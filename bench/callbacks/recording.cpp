@@ -17,31 +17,31 @@ namespace {
 using recording::kUnwritten;
 using recording::literal;
 
-constexpr char kName = '\1';          // stands for a block's name, which is known at the end
+constexpr char kName = '\1';          // placeholder for a block's name, known only at the end
 constexpr char kUntouched = '~';      // each byte of the caller's buffers before the call
-constexpr std::size_t kShortest = 2;  // of a text that is looked for in others
+constexpr std::size_t kShortest = 2;  // of a text that is searched for in others
 
 struct Statement {
   std::string text;
-  const void* block = nullptr;  // that it names
+  const void* block = nullptr;  // the named block
 };
 
 struct Block {
   std::size_t size;
   bool isZeroed;
-  std::size_t statement;  // that takes it
+  std::size_t statement;  // that allocates it
 };
 
 std::vector<Statement> statements;
-std::map<const void*, Block> blocks;       // taken, not freed, and not the platform's
-std::map<const void*, std::string> names;  // of the blocks that may be freed or handed out
+std::map<const void*, Block> blocks;       // allocated, not freed, and not the platform's
+std::map<const void*, std::string> names;  // names of blocks that may be freed or handed out
 std::set<std::string> texts;               // the platform's
-std::map<std::string, std::size_t> looks;  // the statement that looks at a text which is not copied
+std::map<std::string, std::size_t> looks;  // the statement that reads a text without copying it
 std::map<const void*, std::string> platformsWork;
 bool hasHandle = false;
 int handedOverCount = 0;
 
-// What a recording does itself is none of it.
+// The recorder's own calls are not recorded.
 class Pause {
  public:
   Pause() { recording::isOn = false; }
@@ -87,8 +87,8 @@ std::string callOf(const char* function, std::initializer_list<std::string> argu
   return std::string(function).append("(").append(all).append(")");
 }
 
-// An expression that writes the content: what the platform gave as a text whose length is not
-// known, all else as a constant.
+// An expression that writes the content: a text of unknown length for what the platform returned, a
+// constant for the rest.
 std::string written(std::string to, std::string_view content, std::size_t room) {
   std::string constant;
   const auto flush = [&] {
@@ -118,7 +118,7 @@ void fill(const std::string& name, const void* start, std::size_t size, char unt
   if (!content.empty() && !isDone) add(written(name, content, size) + ";");
 }
 
-// Names a block that is handed out.
+// Names a block that the callback hands out.
 const Block& handOut(const void* start, const std::string& name) {
   const auto found = blocks.find(start);
   if (found == blocks.end()) throw std::logic_error("what was handed out is no new block");
@@ -169,7 +169,7 @@ void giveOutputs(const Case& each, const Outputs& outputs) {
                                : "return " + std::to_string(outputs.result) + ";");
 }
 
-// Of the blocks that are taken, only those that are handed out have a name and are shown.
+// Of the allocated blocks, only those handed out get a name and are written.
 std::string body() {
   std::string all;
   for (auto& [text, block] : statements) {
@@ -183,8 +183,8 @@ std::string body() {
   return all;
 }
 
-// NOLINTBEGIN(clang-analyzer-valist.Uninitialized): whoever calls has begun them.
-// The argument that a conversion of a format takes; `end` is its last character.
+// NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the caller has started them. The argument that
+// a conversion of a format takes; `end` is its last character.
 std::string argument(const char* end, std::va_list& arguments) {
   switch (*end) {
     case 's':
@@ -211,7 +211,7 @@ namespace recording {
 std::string of(const Case& each, Function side) {
   Outputs outputs;
   stand_in::answers = each.answers;
-  each.callOnce(side, outputs);  // what is said once only
+  each.callOnce(side, outputs);  // without what it logs only once
   for (auto buffer : {std::span<char>(outputs.value), std::span<char>(outputs.message),
                       std::span<char>(outputs.first), std::span<char>(outputs.second)}) {
     std::ranges::fill(buffer, kUntouched);

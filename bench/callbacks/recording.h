@@ -1,6 +1,6 @@
-// Writes down what a call does, as C++ that does just that: the calls of the platform with their
-// arguments, the locks, the log lines, the blocks that it hands out or gives back, and the texts
-// that the JSON library reads and writes. The floor is made of it.
+// Records a call as C++ code that does the same: the platform calls with their arguments, the
+// locks, the log lines, the blocks that it hands out or takes back, and the texts that the JSON
+// library reads and writes. The floor is made of this code.
 #ifndef BENCH_CALLBACKS_RECORDING_H
 #define BENCH_CALLBACKS_RECORDING_H
 
@@ -12,25 +12,25 @@
 
 namespace recording {
 
-// What is asked for, while nobody records, by everything that is measured.
+// Checked by everything that is measured, also while nothing is recorded.
 extern bool isOn;
 
-// The body of a function, a statement in a line, of what the call does when it is not the first.
+// A function body, one statement per line, that does what the call does when it is not the first.
 std::string of(const Case& each, Function side);
 std::string literal(const std::string& text);
 
-// ---- What is recorded. For use while it is on ----
+// ---- What is recorded. Only while recording is on ----
 
-constexpr char kUnwritten = '?';  // each byte of a new block, but of a zeroed one
+constexpr char kUnwritten = '?';  // each byte of a new block, unless it is zeroed
 
 void taken(const void* block, std::size_t size, bool isZeroed);
 void freed(const void* block);
 
 void statement(const std::string& text);
 
-// A text that the platform gives; returns it.
+// A text that the platform returns; returns it.
 char* given(char* text);
-// The same for a block, which becomes the caller's. It must be the last statement's result.
+// The same for a block that the caller will own. It must be the last statement's result.
 char* handedOver(char* block);
 
 struct Code {
@@ -65,8 +65,8 @@ std::string shownAll(const Arguments&... arguments) {
   return all;
 }
 
-// A call; `rest` are the arguments after a format. Out of line, and by value: what is measured pays
-// for nothing but the question whether it is on.
+// A call; `rest` are the arguments after a format. Out of line and by value, so that measured code
+// only pays for checking whether recording is on.
 template <typename... Arguments>
 [[gnu::noinline, gnu::cold]] void call(const char* function, Arguments... arguments) {
   statement(function + ("(" + shownAll(arguments...)) + ");");
@@ -76,7 +76,7 @@ template <typename... Arguments>
                                           std::va_list& rest, Arguments... arguments) {
   statement(function + ("(" + shownAll(arguments...)) + ", " + shownFormat(format, rest) + ");");
 }
-// A call that begins with a buffer, into which it writes the text.
+// A call whose first argument is a buffer, into which it writes the text.
 template <typename... Arguments>
 [[gnu::noinline, gnu::cold]] void writingCall(const char* function, const char* text, char* buffer,
                                               Arguments... arguments) {
@@ -85,7 +85,7 @@ template <typename... Arguments>
 
 }  // namespace recording
 
-// The arguments are evaluated only while it is on.
+// The arguments are evaluated only while recording is on.
 #define RECORD(...)                   \
   do {                                \
     if (recording::isOn) [[unlikely]] \

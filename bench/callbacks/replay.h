@@ -1,5 +1,5 @@
-// What a floor is written in. Of what it writes, a constant has its length; a text that the
-// platform gave has to be measured, and may be cut.
+// The functions that floors are written in. The length of a constant is known; a text from the
+// platform has to be measured, and may be cut.
 #ifndef BENCH_CALLBACKS_REPLAY_H
 #define BENCH_CALLBACKS_REPLAY_H
 
@@ -22,20 +22,20 @@
 #include "platform/system_info.h"
 #include "platform/wifi.h"
 
-// Their headers make macros of some.
+// Their headers define some of them as macros.
 extern "C" {
 char* dgettext(const char* domain, const char* sid);
 char* bindtextdomain(const char* domain, const char* folder);
 unsigned g_timeout_add_seconds(unsigned seconds, int (*function)(void*), void* data);
 int g_source_remove(unsigned id);
 
-const data_provider_cbs* providersTable = nullptr;  // whoever loads the floors sets it
+const data_provider_cbs* providersTable = nullptr;  // set by the program that loads the floors
 }
 
 namespace {
 
 pthread_mutex_t lock_ = PTHREAD_MUTEX_INITIALIZER;
-[[maybe_unused]] char other_;  // a handle that the provider got before
+[[maybe_unused]] char other_;  // a handle that the provider got earlier
 
 template <std::size_t size>
 inline char* constant(void* to, const char (&text)[size]) {
@@ -44,14 +44,14 @@ inline char* constant(void* to, const char (&text)[size]) {
 }
 
 inline char* given(void* to, const char* text, std::size_t most) {
-  __asm__("" : "+r"(text));  // from here on the compiler does not know which
+  __asm__("" : "+r"(text));  // hides the text's origin from the compiler
   const std::size_t size = strnlen(text, most);
   std::memcpy(to, text, size);
   return static_cast<char*>(to) + size;
 }
 
-// A floor is right only where the platform answers as it did, so it looks at each text that it is
-// handed, and does not copy anyway.
+// A floor is correct only if the platform answers as it did when recorded, so it compares each text
+// that it does not copy.
 inline void look(const char* text, const char* recorded) {
   if (std::strcmp(text, recorded) != 0) std::abort();
 }
@@ -92,7 +92,7 @@ inline data_provider_cbs* copyOfTable(void* to) {
     Json::writeString(Json::StreamWriterBuilder(), kDocument); \
   } while (false)
 
-// Where the platform writes what a floor does not look at.
+// Takes the platform's outputs that a floor ignores.
 #define RESULTS                   \
   [[maybe_unused]] int number_;   \
   [[maybe_unused]] bool flag_;    \

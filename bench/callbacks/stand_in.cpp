@@ -30,9 +30,10 @@ using stand_in::answers;
 constexpr Code kNone{"nullptr"};
 
 char handle;
-char deviceSid[] = "REP.DEVICE.TV";  // the provider keeps it, so it must not be a new block
+char deviceSid[] = "REP.DEVICE.TV";  // static, because the provider keeps it
 
-// The library's own function, sought at the first call. No guarded static: its guard may lock.
+// The library's own function, looked up at the first call. No guarded static, because its guard may
+// lock.
 template <typename Signature>
 void seek(Signature*& next, const char* name) {
   if (next == nullptr) next = reinterpret_cast<Signature*>(dlsym(RTLD_NEXT, name));
@@ -52,7 +53,7 @@ MutexFunction* nextUnlock = nullptr;
 Json::CharReader* (*nextReader)(const Json::CharReaderBuilder*) = nullptr;
 std::string (*nextWriteString)(const Json::StreamWriter::Factory&, const Json::Value&) = nullptr;
 
-// Records what is read.
+// Records the text that is read.
 class RecordingReader : public Json::CharReader {
  public:
   explicit RecordingReader(Json::CharReader* reader) : reader_(reader) {}
@@ -67,7 +68,7 @@ class RecordingReader : public Json::CharReader {
 
 }  // namespace
 
-// A function of the platform: what it does but to be recorded, its result, its arguments.
+// A platform function: what it does besides being recorded, its result, its arguments.
 #define ANSWER(type, name, parameters, action, result, ...) \
   type name parameters {                                    \
     RECORD(#name __VA_OPT__(, ) __VA_ARGS__);               \

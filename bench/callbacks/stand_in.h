@@ -1,6 +1,6 @@
 /*
- * A platform that costs next to nothing: every symbol that the provider asks, and of libc and GLib
- * the translations and the timers, answers at once with what stands here. Not for several threads.
+ * A platform with almost no cost: every platform symbol that the provider uses, and the
+ * translations and timers of libc and GLib, returns these values at once. For one thread.
  */
 #ifndef BENCH_CALLBACKS_STAND_IN_H
 #define BENCH_CALLBACKS_STAND_IN_H
@@ -8,7 +8,7 @@
 namespace stand_in {
 
 struct Answers {
-  const char* text = nullptr;  // of every string in the store; null is an error
+  const char* text = nullptr;  // of every string in the store; null means an error
   bool isBusiness = false;     // the flag of a business product; all others are false
   int frequencyMhz = 6135;     // of the connected network
 };

@@ -23,7 +23,7 @@ LOADED = {"provider": common.PROVIDER, "empty": EMPTY}
 STARTED = {"show": (MENU, "show"), "version": (MENU, "--version"), "baseline": (VERSION,)}
 STEPS = ("dlopen", "create")
 
-# Of the provider: 539 relocations, 105 bound symbols with GCC 12 on x86-64, and some room.
+# Of the provider: 539 relocations, 105 bound symbols with GCC 12 on x86-64, and some reserve.
 MOST_RELOCATIONS = 560
 MOST_SYMBOLS = 110
 
@@ -35,7 +35,7 @@ def needed(file):
 
 
 def relocations(file):
-    """How many of each kind, and how many of them name a symbol that has to be looked up."""
+    """The number of relocations of each kind, and how many of them need a symbol lookup."""
     rows = [line.split() for line in common.run("readelf", "-rW", file).splitlines() if " R_" in line]
     kinds = collections.Counter(re.sub("^R_(X86_64|AARCH64|ARM|386)_", "", row[2]) for row in rows)
     named = sum(len(row) > 4 for row in rows)
@@ -43,13 +43,13 @@ def relocations(file):
 
 
 def load_all(variables):
-    """Every library over every platform, each in a fresh process."""
+    """Loads every library over every platform, each in a fresh process."""
     return {f"{platform} {library}": json.loads(common.run(LOAD, PLATFORMS[platform], LOADED[library], **variables).partition("\n")[0])
             for platform in PLATFORMS for library in LOADED}
 
 
 def start(command, variables):
-    """The nanoseconds of a whole process."""
+    """The nanoseconds that a whole process takes."""
     words = [str(word) for word in command]
     surroundings = common.environment(**variables)
     nowhere = [(os.POSIX_SPAWN_OPEN, 1, os.devnull, os.O_WRONLY, 0)]
@@ -66,7 +66,7 @@ def measure(short, scratch):
     variables = common.folders(scratch)
     for file in LOADED.values():
         common.write_back(file)
-    common.run(*STARTED["show"], **variables)  # makes the store
+    common.run(*STARTED["show"], **variables)  # creates the store
     rounds = 5 if short else 150
     loads = [load_all(variables) for _ in range(rounds)]
     starts = [{name: start(command, variables) for name, command in STARTED.items()} for _ in range(rounds)]
@@ -143,7 +143,7 @@ def bars(figures):
     """The steps of each library, in µs: the loader's, what the platform adds to it, and the table."""
     def of(case, step):
         return common.median(times(figures, case, (step,))) / 1000
-    bare = of("bare provider", "dlopen")  # without waiting for a platform
+    bare = of("bare provider", "dlopen")  # without loading a platform
     return [["empty library", of("host empty", "dlopen"), 0, of("host empty", "create")],
             ["provider, bare platform", bare, 0, of("bare provider", "create")],
             ["provider, host platform", bare, max(of("host provider", "dlopen") - bare, 0),
@@ -172,7 +172,7 @@ def faults(figures, case):
 
 
 def excess(figures):
-    """What the provider has more of than the empty library, each of which takes time."""
+    """What the provider has more of than the empty library; each of these takes time."""
     more = {what: count(figures, "provider") - count(figures, "empty")
             for what, count in (("relocations", relocated), ("symbols that are looked up", bound))}
     more["page faults"] = faults(figures, "bare provider") - faults(figures, "bare empty")

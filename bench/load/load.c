@@ -1,7 +1,7 @@
 /*
  * A process that has a platform, loads a provider and asks for its table. Prints a line of JSON:
  * the nanoseconds and the minor page faults of the two steps, and the heap in use before and after,
- * in bytes. Then come the two states of /proc/self/smaps, each behind a line "before" or "after".
+ * in bytes. Then follow the two states of /proc/self/smaps, each after a line "before" or "after".
  *
  *   load PLATFORM-LIBRARY PROVIDER
  */
@@ -35,7 +35,7 @@ struct memory {
   char maps[512 * 1024];
 };
 
-/* Static, and written to beforehand: a reading must not itself cost memory that the next one sees.
+/* Static and already written to: a reading must not itself use memory that the next one counts.
  */
 static struct memory before, after;
 
@@ -73,7 +73,8 @@ static void read_memory(struct memory* memory) {
   if (got < 0 || memory->length == sizeof(memory->maps)) fail("cannot read /proc/self/smaps");
 }
 
-/* The platform as a framework has used it by then: its store, its network and its log are open. */
+/* The platform in the state in which a framework has used it: its store, network and log are open.
+ * */
 static void prepare(const char* file) {
   void* platform = dlopen(file, RTLD_NOW | RTLD_GLOBAL);
   if (platform == NULL) fail(dlerror());

@@ -1,5 +1,5 @@
-# The process that loads a provider, which has the provider's own libraries whether it calls them or
-# not, and a platform that knows nothing, so that a library that is loaded has to wait for nothing.
+# The process that loads a provider: it links the provider's libraries, whether it calls them or not, and a
+# platform that returns nothing, so that loading a library waits for nothing else.
 set(all_of -Wl,--no-as-needed ${JSONCPP_LINK_LIBRARIES} ${GLIB_LINK_LIBRARIES} stdc++ gcc_s -Wl,--as-needed)
 
 add_library(knows_nothing SHARED ${VENTARO_SOURCE_DIR}/tests/device/stand_in.cpp)

@@ -1,4 +1,4 @@
-// A program that has the menu program's libraries and prints its version.
+// A program with the menu program's libraries that prints its version.
 #include <iostream>
 
 int main() {

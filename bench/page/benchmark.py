@@ -7,7 +7,7 @@ import common
 
 AIM_MILLISECONDS = 1
 AIM_OWN_SHARE = 0.10
-AGREEING = 0.20  # two programs' times of the same differ by no more than that
+AGREEING = 0.20  # two programs' times for the same work differ by no more than this
 
 PAGE = common.PROGRAMS / "page"
 PAGE_CALLS = common.PROGRAMS / "page_calls"
@@ -177,7 +177,7 @@ def aims(figures):
 
 
 def by_time(figures):
-    """Rows of name, what it does, calls and nanoseconds of a page, the costliest first."""
+    """Rows of name, purpose, calls and nanoseconds per page, the costliest first."""
     rows = []
     for name, row in figures["functions"].items():
         rows.append([f"`{name}`", WORK.get(name, ""), row["calls"], common.median(row["nanoseconds"])])
@@ -213,7 +213,7 @@ def draw_plot(figures, file):
 
 
 def agreement(figures):
-    """Whether the program that times each function, whose times are means, has the same for a page."""
+    """Whether the program that times each function, in means, agrees on the time of a page."""
     ratio = common.ratios(figures["counted_page"], figures["mean"])
     apart = abs(common.median(ratio) - 1) > AGREEING
     return (f"They are means;\n  all together are {common.with_spread(ratio)} times the mean of the pages above" +

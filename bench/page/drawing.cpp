@@ -16,10 +16,10 @@ namespace {
 struct MenuItem {
   std::string key;
   bool hasValue;
-  std::string listKey;  // empty: it has no list
+  std::string listKey;  // empty if it has no list
 };
 
-// The region that has the longer branch is "us".
+// The region with the longer branch is "us".
 void collect(const Json::Value& items, std::vector<MenuItem>& all) {
   for (const Json::Value& item : items) {
     if (item["region"] == "other") continue;

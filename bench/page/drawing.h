@@ -6,11 +6,11 @@
 
 #include "contract/provider.h"
 
-// Draws the branch of menu/menu.json: asks every callback about every item and gives everything
-// back. Returns the number of calls.
+// Draws the branch of menu/menu.json: calls every callback for every item and returns everything.
+// Returns the number of calls.
 int draw(const contract::Provider& provider);
 
-// The provider in a process that has the platform ready, as a framework's is.
+// The provider in a process with the platform ready, as in a framework.
 std::unique_ptr<contract::Provider> loadProvider(const char* file);
 
 #endif  // BENCH_PAGE_DRAWING_H

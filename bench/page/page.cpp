@@ -1,9 +1,9 @@
 // Draws the branch and prints JSON: the number of calls, and the nanoseconds of the first drawing
-// and of those that follow.
+// and of the following ones.
 //
 //   page PROVIDER DRAWINGS
 //
-// Under callgrind, only the drawings but the first are counted.
+// Under callgrind, all drawings but the first are counted.
 #include <valgrind/callgrind.h>
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // Draws the branch and prints where its time goes, as JSON: the calls and the nanoseconds of each
-// platform function per drawing, and of the whole. What the counting costs is taken off.
+// platform function per drawing, and of the whole. The cost of counting is subtracted.
 //
 //   page_calls PROVIDER DRAWINGS
 #include <cstdlib>
@@ -14,7 +14,8 @@ namespace {
 constexpr int kWarmUp = 5;
 constexpr long kMany = 200'000;
 
-// What a counted call costs that does nothing: the part that its time includes, and all of it.
+// The cost of a counted call that does nothing: the part included in its measured time, and the
+// total.
 struct Overhead {
   double inside;
   double whole;

@@ -1,5 +1,5 @@
-// One definition of each platform function, which finds the real one and passes on whatever it was
-// called with, by gcc's functions for calls of an unknown signature.
+// A definition of each platform function that finds the real one and forwards its arguments, with
+// gcc's built-ins for calls of unknown signature.
 #include "platform_calls.h"
 
 #include <dlfcn.h>
@@ -19,7 +19,7 @@
 #include "platform/system_info.h"
 #include "platform/wifi.h"
 
-// The parameters are passed on unseen.
+// The parameters are forwarded blindly.
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 
 static void reallyNothing() {}
@@ -36,7 +36,7 @@ namespace {
 
 constexpr std::size_t kStackOfArguments = 128;  // bytes; more than any call has
 
-int depth = 0;  // what the platform calls in itself belongs to the outer call
+int depth = 0;  // calls inside the platform belong to the outer call
 
 consteval std::size_t positionOf(std::string_view name) {
   std::size_t position = 0;
@@ -44,7 +44,7 @@ consteval std::size_t positionOf(std::string_view name) {
   return position;
 }
 
-// The next one after this program's own that has its symbol.
+// The next definition of the symbol after this program's own.
 void* find(CountedFunction& function, const void* own) {
   if (function.real != nullptr) return function.real;
   Dl_info info{};

@@ -1,4 +1,4 @@
-// What the provider calls in the platform, counted and timed between the two. For one thread.
+// Counts and times the provider's calls to the platform. For one thread.
 #ifndef BENCH_PAGE_PLATFORM_CALLS_H
 #define BENCH_PAGE_PLATFORM_CALLS_H
 
@@ -13,11 +13,11 @@ struct CountedFunction {
   long nanoseconds = 0;
 };
 
-// The platform's functions, then the C library's that reads files of its own, dgettext(), and
+// The platform's functions, then dgettext() of the C library, because it reads files, and
 // nothing().
 extern std::array<CountedFunction, platform::kPlatformFunctions.size() + 2> countedFunctions;
 
-// Goes the same way to a function that does nothing: what the counting itself costs.
+// Calls a function that does nothing in the same way, to measure the cost of counting.
 void nothing();
 
 #endif  // BENCH_PAGE_PLATFORM_CALLS_H

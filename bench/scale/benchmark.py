@@ -1,4 +1,4 @@
-"""How the costs grow: with the networks in the document of the saved ones, and with the threads that
+"""How the costs grow: with the number of saved networks in the document, and with the threads that
 call at once."""
 
 import math
@@ -6,13 +6,13 @@ import os
 
 import common
 
-# What a network more may cost at 10,000 against at 1,000, where a straight line has 1.
+# What one more network may cost at 10,000, relative to 1,000; 1 if the cost is linear.
 AIM_GROWTH = 1.25
-MOST_EXPONENT = 1.1  # of the power that the instructions grow with
+MOST_EXPONENT = 1.1  # the exponent with which the instructions grow
 
 ENTRIES = common.PROGRAMS / "entries"
 THREADS = common.PROGRAMS / "threads"
-SIZES = {1: 100, 10: 100, 100: 50, 1000: 20, 10000: 10}  # networks, and how often each is called
+SIZES = {1: 100, 10: 100, 100: 50, 1000: 20, 10000: 10}  # networks: calls of each callback
 CALLS = ("name", "title icon", "second icon", "enable")
 ANSWERS = {"name": "Network 0", "title icon": "oobe_icon_n_wifi_4.svg", "second icon": "r_icon_xs_check.png",
            "enable": "1"}
@@ -27,7 +27,7 @@ def entries(size, calls, variables):
 
 
 def all_sizes(short, scratch):
-    """The figures of each size, with the times of all rounds, which take the sizes in turns."""
+    """The figures of each size, with the times of all rounds; each round takes all sizes in turn."""
     variables = common.folders(scratch, "entries")
     sizes = {}
     for _ in range(1 if short else 3):
@@ -41,7 +41,7 @@ def all_sizes(short, scratch):
 
 
 def instructions(scratch):
-    """Those of one call of each callback, all together, by networks."""
+    """The instructions of one call of each callback, summed, by number of networks."""
     file = scratch / "callgrind"
     counts = {}
     for size in COUNTED:
@@ -75,7 +75,7 @@ def wrong_answers(figures):
 
 
 def wrong_memory(figures):
-    """What is held does not vary, but for the ends of long names."""
+    """The memory held does not vary, except for the ends of long names."""
     held = {size: figures["sizes"][str(size)]["held"] for size in SIZES}
     for fewer, more in ((100, 1000), (1000, 10000)):
         if held[more] > 10.5 * held[fewer]:
@@ -83,12 +83,12 @@ def wrong_memory(figures):
 
 
 def exponent(few, many, of):
-    """Of the power that a cost grows with from few networks to many."""
+    """The exponent with which a cost grows from few networks to many."""
     return math.log(of(many) / of(few), many / few)
 
 
 def instruction_exponents(figures):
-    """By the numbers of networks from which and to which."""
+    """The exponents by the two numbers of networks."""
     counts = figures["instructions"]
     return {(few, many): exponent(few, many, lambda size: counts[str(size)]) for few, many in zip(COUNTED, COUNTED[1:])}
 

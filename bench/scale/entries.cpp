@@ -1,6 +1,6 @@
-// What the saved networks' callbacks cost with a document of so many networks. Prints JSON: the
-// nanoseconds of each call and of each notification, the answers, the bytes of the heap that the
-// provider holds, and the most bytes that it took to read the document.
+// Measures the saved networks' callbacks with a document of that many networks. Prints JSON: the
+// nanoseconds of each call and of each notification, the answers, the heap bytes that the provider
+// holds, and the peak bytes while it read the document.
 //
 //   entries PROVIDER ENTRIES CALLS
 //
@@ -37,7 +37,7 @@ Json::Value network(int number) {
   return entry;
 }
 
-// As the network service publishes it: so many networks, connected to the first.
+// The document as the network service publishes it: that many networks, connected to the first.
 std::string document(int entries) {
   Json::Value root;
   root["count"] = entries;
@@ -71,8 +71,7 @@ constexpr Call kCalls[] = {
      }},
 };
 
-// From the news to the refresh that the provider asks for; how the document got into the store does
-// not count.
+// From the notification to the provider's request to refresh; storing the document is not counted.
 Json::Int64 notification(const std::string& text) {
   ConfigStore& store = ConfigStore::instance();
   store.set({{kDocumentKey, text}, {kRefreshKey, 0}});
@@ -103,7 +102,7 @@ void measureMemory(const Provider& provider, const std::string& text, Json::Valu
   const Json::Int64 before = bench::heapInUse();
   malloc_trim(0);
   const Json::Int64 resident = processMemory("VmRSS:");
-  std::ofstream("/proc/self/clear_refs") << 5;  // the highest resident memory counts from now on
+  std::ofstream("/proc/self/clear_refs") << 5;  // resets the peak resident memory
   read(provider, text);
   result["held"] = bench::heapInUse() - before;
   result["peak"] = processMemory("VmHWM:") - resident;

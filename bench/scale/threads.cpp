@@ -1,5 +1,5 @@
-// Several threads that draw the branch in one provider. Prints JSON: the callbacks of all threads,
-// and the nanoseconds that they took.
+// Several threads draw the branch with one provider. Prints JSON: the callbacks of all threads, and
+// the nanoseconds that they took.
 //
 //   threads PROVIDER THREADS MILLISECONDS
 #include <atomic>

@@ -18,7 +18,7 @@ TARGETS = (OWN, TV, "i386")
 RUNS = 21
 SYMBOLS = 15
 SMALL_SECTION = 512  # bytes
-FILE_AIM = 96  # KiB, of the TV's
+FILE_AIM = 96  # KiB, for the TV's file
 MEMORY_AIM = 64
 
 PAGE = mmap.PAGESIZE // 1024
@@ -26,7 +26,7 @@ MAPPING = re.compile(r"[0-9a-f]+-[0-9a-f]+ \S+ \S+ \S+ \S+ *(.*)")
 STRING = "std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> >"
 PLACES, KINDS = ("own", "heap", "rest"), ("Dirty", "Clean")
 
-# The rows of the memory that loading adds, and those that are not known of a process that is emulated.
+# The rows of the memory that loading adds, and those that cannot be known under emulation.
 MEMORY = {
     "Private_Dirty: the library's own mappings": "own Dirty",
     "Private_Dirty: the heap": "heap Dirty",
@@ -44,7 +44,7 @@ NOT_KNOWN = ("rest Dirty", "rest Clean")
 # ---- measure ----
 
 def build(target):
-    """The provider as it is shipped, and the program that loads it: their build trees."""
+    """The build trees of the provider as shipped and of the program that loads it."""
     folder = common.BUILD / "size" / target
     toolchain = []
     if target != OWN:
@@ -59,7 +59,7 @@ def build(target):
 
 
 def private_pages(smaps, provider):
-    """KiB of private pages, by where they are and kind."""
+    """KiB of private pages, by place and kind."""
     pages = collections.Counter()
     place = None
     for line in smaps.splitlines():
@@ -82,7 +82,7 @@ def load(tools, tree, library):
     old, new = json.loads(steps)["heap"]
     added["blocks"] = new - old
     if is_emulated(tools):
-        # All other mappings are the emulator's. The program's heap is known by its blocks.
+        # All other mappings belong to the emulator. The program's heap is measured by its blocks.
         added["rest Dirty"] = 0
         added["heap Dirty"] = -(-added["blocks"] // mmap.PAGESIZE) * PAGE
     added["dirty"] = sum(added[f"{place} Dirty"] for place in PLACES)
@@ -91,7 +91,7 @@ def load(tools, tree, library):
 
 
 def load_beside_another(tools, tree, library):
-    """The clean pages of its own while another process has the whole file mapped: this one."""
+    """The provider's own clean pages while another process, this one, maps the whole file."""
     with open(library, "rb") as file, mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ) as mapped:
         sum(mapped[::mmap.PAGESIZE])
         return load(tools, tree, library)["own Clean"]
@@ -102,7 +102,7 @@ def is_emulated(tools):
 
 
 def sections(tools, library):
-    """Bytes by name, of what is loaded."""
+    """Bytes of the loaded sections, by name."""
     rows = [line.split() for line in common.run(tools["size"], "-A", library).splitlines() if line.startswith(".")]
     return {name: int(size) for name, size, address in rows if address != "0"}
 
@@ -135,7 +135,7 @@ def measure_target(target, runs):
 
 
 def measure(short, scratch):
-    """Short: this machine's own, which needs no other compiler."""
+    """The short run measures only this machine, which needs no other compiler."""
     targets = (OWN,) if short else TARGETS
     return {"page": PAGE, "system": platform.freedesktop_os_release()["PRETTY_NAME"],
             "targets": {target: measure_target(target, 3 if short else RUNS) for target in targets}}
@@ -144,7 +144,7 @@ def measure(short, scratch):
 # ---- check and report ----
 
 def aims(figures):
-    """What is aimed at, what is, in KiB, and the most that may be."""
+    """Each aim with the measured KiB and the limit."""
     for name, target in figures["targets"].items():
         if name == TV or TV not in figures["targets"]:
             yield f"{name}: the file is at most {FILE_AIM} KiB", target["file"]["file"] / 1024, FILE_AIM
@@ -155,7 +155,7 @@ def aims(figures):
 
 
 def check(figures):
-    """Of the clean pages the kernel decides, so they are only reported."""
+    """Clean pages are only reported, because the kernel decides about them."""
     return [f"{aim}, it is {value:.1f}" for aim, value, most in aims(figures)
             if value > most and "Private_Clean" not in aim]
 

@@ -9,14 +9,14 @@ DOCUMENT = common.SOURCE / "docs" / "reliability.md"
 
 PROGRAM = common.PROGRAMS / "soak"
 CALLBACKS, FEW = 10_000_000, 200_000
-WARM_UP = 4  # the row, of 20, from which on it must be flat
+WARM_UP = 4  # of 20 rows; from this one on, the memory must be flat
 HEAP_SLACK = 64 * 1024  # bytes
 RESIDENT_SLACK = 1024 * 1024
 SHOWN = (1, 4, 9, 14, 19)
 
 
 def measure(short, scratch):
-    # In memory where there is such a place: the disk is not what this measures.
+    # In memory if possible, because this does not measure the disk.
     memory = Path("/dev/shm")
     with tempfile.TemporaryDirectory(dir=memory if memory.is_dir() else scratch) as store:
         return {"series": common.run_json(PROGRAM, common.PROVIDER, FEW if short else CALLBACKS,

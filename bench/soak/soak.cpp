@@ -1,7 +1,7 @@
-// Makes random callbacks over the host platform, in one process, and prints JSON: for every 20th
-// part of the way the callbacks done, the resident memory, the heap in use but for what the
-// provider keeps on purpose, and that (each text of the device's string ID that it is given), in
-// bytes.
+// Makes random callbacks over the host platform, in one process, and prints JSON after each
+// twentieth of them: the callbacks done, the resident memory, the heap in use without the texts
+// that the provider never frees (each string ID of the device that it is given), and those texts,
+// in bytes.
 //
 //   soak PROVIDER CALLBACKS [SEED]
 #include <dlfcn.h>
@@ -29,7 +29,7 @@ int system_info_get_custom_string(const char* key, char** value) {
   static const auto hosts = reinterpret_cast<decltype(&system_info_get_custom_string)>(
       dlsym(RTLD_NEXT, "system_info_get_custom_string"));
   const int result = hosts(key, value);
-  constexpr std::size_t kHeader = sizeof(std::size_t);  // of the heap, before each block
+  constexpr std::size_t kHeader = sizeof(std::size_t);  // the heap's header before each block
   if (result == 0) keptOnPurpose += static_cast<std::int64_t>(malloc_usable_size(*value) + kHeader);
   return result;
 }

@@ -9,7 +9,7 @@ import common
 STORES = ("ventaro", "LMDB", "SQLite", "GSettings")
 PEERS = STORES[1:]
 SIZES = (100, 10_000, 1_000_000)
-MOST_KEYS = 10_000  # of GSettings
+MOST_KEYS = 10_000  # for GSettings
 GETS = ("get an integer", "get 32 bytes", "get 4 KiB")
 SETS = ("set, volatile", "set, durable")
 READERS = (1, 2, 3, 4)
@@ -21,11 +21,11 @@ NOTIFIERS = {"ventaro": 400, "GSettings": 40}  # how many sets
 GET_AIM = 1.5
 SET_AIM = 1.2
 NOTICE_AIM = 1e6  # nanoseconds
-ENOUGH = 100  # of fewer the 99th percentile is hardly more than the worst
+ENOUGH = 100  # with fewer, the 99th percentile is hardly different from the worst
 
 
 def run(name, places, *words):
-    """Runs a program. Whatever ventaro is asked for, it may open both its stores, which must not be the user's."""
+    """Runs a program. ventaro may open both of its stores at any command; they must not be the user's."""
     durable, volatile = places
     return common.run_json(common.PROGRAMS / "store", name, *words, VENTARO_STATE_DIR=f"{durable}/ventaro",
                            VENTARO_RUNTIME_DIR=f"{volatile}/ventaro")
@@ -45,7 +45,7 @@ def operations(keys, short, disk, memory):
 
 
 def readers(short, disk, memory):
-    """The reads a second of all readers and the writer's sets, by mode, number of readers and store."""
+    """Reads per second of all readers, and sets of the writer, by mode, number of readers and store."""
     figures = {mode: {count: {store: [] for store in stores} for count in READERS} for mode, stores in MODES.items()}
     rounds, milliseconds = (1, 5) if short else (9, 150)
     with empty_places(disk, memory) as places:
@@ -69,7 +69,7 @@ def notifications(short, disk, memory):
 
 
 def measure(short, scratch):
-    # What is volatile is kept in memory on a TV, so here, where there is such a folder.
+    # A TV keeps volatile values in memory; so does this, if there is such a folder.
     shared = Path("/dev/shm")
     with tempfile.TemporaryDirectory(dir=shared if shared.is_dir() else scratch) as memory:
         return {"times": {keys: operations(keys, short, scratch, memory) for keys in SIZES[:2 if short else 3]},
@@ -77,7 +77,7 @@ def measure(short, scratch):
 
 
 def check(_figures):
-    """Nothing but times; a program that reads another value than was set fails."""
+    """Nothing to check but times: a program that reads a wrong value fails by itself."""
     return []
 
 
@@ -106,7 +106,7 @@ def time_table(figures):
 
 
 def rates(stores, what):
-    """The reads or the sets a second of each run, by store."""
+    """The reads or sets per second of each run, by store."""
     return {store: [run[what] for run in runs] for store, runs in stores.items()}
 
 
@@ -137,7 +137,7 @@ def percentile_99(values):
 
 
 def after_return(calls, sets):
-    """From the return of each set to the call; below zero where the call comes first."""
+    """From each set's return to the call; negative if the call comes first."""
     return common.duration(common.median([call - end for call, end in zip(calls, sets)]))
 
 

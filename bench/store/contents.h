@@ -1,5 +1,5 @@
-// What is in a store of N keys: a few long texts; of the others, half are numbers and half short
-// texts. Every value can be told from its key.
+// The contents of a store with N keys: a few long texts; the others are half numbers, half short
+// texts. Every value can be computed from its key.
 #ifndef BENCH_STORE_CONTENTS_H
 #define BENCH_STORE_CONTENTS_H
 
@@ -16,7 +16,7 @@ inline constexpr int kLongTexts = 16;
 inline constexpr std::size_t kShortSize = 32;   // bytes
 inline constexpr std::size_t kLongSize = 4096;  // bytes
 
-// A set adds a multiple of it to a number, so that what is read back can still be checked.
+// A set adds a multiple of this to a number, so that a value read back can still be checked.
 inline constexpr int kCycle = 10'000'000;
 inline constexpr int kCycles = 200;
 
@@ -52,10 +52,10 @@ struct Entry {
   std::string key;
 };
 
-// More would only measure how fast the keys themselves come from memory.
+// More keys would only measure how fast the keys themselves are loaded from memory.
 inline constexpr std::size_t kSampleSize = 8192;
 
-// Keys of that kind, drawn at random in a way that is the same at each call, so for each store.
+// Random keys of that kind, with a fixed seed: the same at each call, so for each store.
 inline std::vector<Entry> sample(Kind kind, int count, const std::string& prefix) {
   std::minstd_rand random(1);
   std::uniform_int_distribution<int> any(0, kind == Kind::kLongText ? kLongTexts - 1 : count - 1);

@@ -1,5 +1,5 @@
-// GSettings with the backend that keeps a key file. It has one way to write only, so "volatile" is
-// the folder's doing.
+// GSettings with the backend that keeps a key file. It has only one way to write, so "volatile"
+// depends only on the folder.
 #define G_SETTINGS_ENABLE_BACKEND
 #include <gio/gio.h>
 #include <gio/gsettingsbackend.h>
@@ -45,8 +45,8 @@ class GsettingsReader : public Reader {
   GSettings* settings_;
 };
 
-// Writes the backend's file at once. Through GSettings each set would write the whole of it, and
-// those of more than 256 keys that wait to be applied end the program.
+// Writes the backend's file directly. Through GSettings, each set would write the whole file, and
+// more than 256 delayed keys crash the program.
 void writeKeyFile(const std::filesystem::path& path, int count) {
   std::ofstream file(path);
   file << "[bench/store]\n";
@@ -88,10 +88,10 @@ class Gsettings : public Store {
     changed_ = changed;
     const auto call = +[](GSettings*, const char*, Gsettings* self) { self->changed_(); };
     g_signal_connect(settings_, ("changed::" + key).c_str(), G_CALLBACK(call), this);
-    number(key);  // it tells only of keys that were read before
+    number(key);  // it only notifies about keys that were read before
   }
 
-  // It watches its own file, too.
+  // It also watches its own file.
   void rest() override {
     while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
     }

@@ -1,4 +1,4 @@
-// LMDB alone, as fast as it goes: one table, plain bytes, one put a transaction, and a read
+// LMDB alone, as fast as possible: one table, plain bytes, one put per transaction, and a read
 // transaction that each thread keeps and renews for each read.
 #include <lmdb.h>
 
@@ -11,7 +11,7 @@ namespace bench {
 
 namespace {
 
-constexpr std::size_t kMapSize = std::size_t{1} << 30;  // bytes; room enough for all sizes
+constexpr std::size_t kMapSize = std::size_t{1} << 30;  // bytes; enough for all sizes
 
 void check(int error) {
   if (error != MDB_SUCCESS) fail({"LMDB: ", mdb_strerror(error)});

@@ -1,8 +1,8 @@
-// Measures how long after the begin of a set in one process another one, which subscribed to the
-// key and waits in its main loop, is called:
+// Measures the time from the start of a set in one process to the call in another, which subscribed
+// to the key and waits in its main loop:
 //   store notification DISK MEMORY SETS PAUSE STORE...
-// The stores take turns, with a PAUSE in milliseconds before each set, so all is idle. Prints the
-// nanoseconds to the call and to the return of each set by store and durability.
+// The stores take turns, with a PAUSE in milliseconds before each set, so that everything is idle.
+// Prints the nanoseconds to the call and to the return of each set, by store and durability.
 #include <glib.h>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -23,7 +23,7 @@ using namespace bench;
 constexpr int kKeys = 100;
 constexpr int kWatched = kLongTexts;  // the first number
 
-// What the other process says of a call. The first comes without one: it is ready.
+// What the other process reports about a call. The first report has no call: it says "ready".
 struct News {
   std::int64_t time;
   int value;
@@ -41,7 +41,8 @@ struct News {
   while (true) g_main_context_iteration(nullptr, TRUE);
 }
 
-// Another process that watches a store, which it opens itself: none may be taken through a fork.
+// Another process that watches a store. It opens the store itself, because none may be used after a
+// fork.
 class Watcher {
  public:
   explicit Watcher(const std::function<std::unique_ptr<Store>()>& openStore) {
@@ -59,7 +60,7 @@ class Watcher {
   Watcher(const Watcher&) = delete;
   Watcher& operator=(const Watcher&) = delete;
 
-  // When it first saw the value. A store may call more than once for a set.
+  // The time when it first saw the value. A store may call more than once per set.
   std::int64_t saw(int value) const {
     constexpr int kPatience = 10'000;  // milliseconds
     pollfd ready{news_, POLLIN, 0};
@@ -97,7 +98,7 @@ std::unique_ptr<Store> openStore(const Options& options, const std::string& name
   return open(name, options.folders[static_cast<int>(durability)], durability, kKeys);
 }
 
-// All watchers first: they are forks.
+// All watchers are started first, because they are forked.
 std::vector<Pair> start(const Options& options) {
   std::vector<Pair> pairs;
   for (const std::string& name : options.stores) {
@@ -113,9 +114,9 @@ std::vector<Pair> start(const Options& options) {
   }
   for (Pair& pair : pairs) pair.store = openStore(options, pair.name, pair.durability);
   return pairs;
-}  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): it loses sight of what was moved
+}  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): it loses track of what was moved
 
-// The time to the call, and that to the return of the set.
+// The times to the call and to the set's return.
 Json::Value timeOne(const Pair& pair, int cycle) {
   const int value = numberOf(kWatched, cycle);
   const std::string key = pair.store->prefix() + nameOf(kWatched);

@@ -1,8 +1,8 @@
 // Measures gets and sets of several stores side by side:
 //   store operations DISK MEMORY KEYS ROUNDS MILLISECONDS SETS STORE...
-// DISK and MEMORY are the folders of what is durable and volatile. In each of ROUNDS each store in
-// turn gets its values and sets its volatile ones for MILLISECONDS, then all make SETS durable
-// sets, in turns as well. Prints the nanoseconds of an operation by operation, store and round.
+// DISK and MEMORY are the folders for durable and volatile values. In each of ROUNDS, each store in
+// turn gets its values and sets its volatile ones for MILLISECONDS; then all make SETS durable
+// sets, also in turn. Prints the nanoseconds per operation, by operation, store and round.
 
 #include <algorithm>
 #include <array>
@@ -18,7 +18,7 @@ namespace {
 
 using namespace bench;
 
-// One store with its keys at hand.
+// One store with its keys.
 struct Candidate {
   Candidate(const std::string& storeName, const std::filesystem::path& folder,
             Durability durability, int count)
@@ -52,7 +52,7 @@ void getNumber(Candidate& candidate) {
           ": another value for ", entry.key);
 }
 
-// Only the name that the text begins with is compared where the time counts.
+// In timed code, only the name at the beginning of the text is compared.
 void getText(Candidate& candidate, Kind kind) {
   const Entry& entry = candidate.next(kind);
   char* const text = candidate.reader->text(entry.key);
@@ -77,7 +77,7 @@ void checkTexts(Candidate& candidate) {
   }
 }
 
-// The value of the last set, read anew.
+// The value of the last set, read again.
 void checkSet(Candidate& candidate) {
   const Entry& entry = candidate.of(Kind::kNumber)[(candidate.place - 1) % kSampleSize];
   require(candidate.store->reader()->number(entry.key) == numberOf(entry.index, candidate.cycle),
@@ -85,7 +85,7 @@ void checkSet(Candidate& candidate) {
 }
 
 double timeFor(std::int64_t nanoseconds, Candidate& candidate, void (*operation)(Candidate&)) {
-  constexpr int kChunk = 16;  // operations between two looks at the clock
+  constexpr int kChunk = 16;  // operations between two reads of the clock
   const std::int64_t start = now();
   std::int64_t count = 0;
   std::int64_t end = start;
@@ -95,8 +95,8 @@ double timeFor(std::int64_t nanoseconds, Candidate& candidate, void (*operation)
   return static_cast<double>(end - start) / static_cast<double>(count);
 }
 
-// The median set of each candidate, of as many turns as are asked for. The order changes, so that
-// none always comes after the same and pays for what that left to the disk.
+// The median set of each candidate over that many turns. The order changes, so that none always
+// runs after the same one and pays for its pending disk writes.
 std::vector<double> timeInTurns(int turns, Candidates& candidates, std::minstd_rand& random) {
   std::vector<std::vector<double>> times(candidates.size());
   std::vector<std::size_t> order(candidates.size());

@@ -1,4 +1,4 @@
-// The measurements, each with its words of the command line; they raise exceptions for wrong ones.
+// The measurements, each with its command-line arguments; wrong ones raise exceptions.
 #ifndef BENCH_STORE_PROGRAMS_H
 #define BENCH_STORE_PROGRAMS_H
 

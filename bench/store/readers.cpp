@@ -1,8 +1,8 @@
-// Measures how much several readers read from one store while a writer makes durable sets of it,
-// one after the other:
+// Measures how much several readers read from one store while a writer makes durable sets, one
+// after the other:
 //   store readers FOLDER STORE KEYS processes|threads READERS MILLISECONDS
 // The readers and the writer are processes, or threads of one process. The first call for a store
-// fills it. Prints the reads a second of all readers together, and the sets a second.
+// fills it. Prints the reads per second of all readers together, and the sets per second.
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,7 +18,7 @@ namespace {
 
 using namespace bench;
 
-// What the members share, also as processes.
+// What the members share, even across processes.
 struct Board {
   std::atomic<int> ready = 0;
   std::atomic<std::int64_t> reads = 0;
@@ -40,7 +40,7 @@ std::unique_ptr<Store> openStore(const Options& options) {
   return open(options.store, options.folder, Durability::kDurable, options.keys);
 }
 
-// Until all are ready, and the time from then.
+// Waits until all are ready; the time starts then.
 class Shift {
  public:
   Shift(const Options& options, Board& board) {
@@ -54,10 +54,10 @@ class Shift {
 };
 
 void read(const Options& options, Store& store, int number, Board& board) {
-  constexpr int kChunk = 16;  // reads between two looks at the clock
+  constexpr int kChunk = 16;  // reads between two reads of the clock
   const std::vector<Entry> entries = sample(Kind::kNumber, options.keys, store.prefix());
   const std::unique_ptr<Reader> reader = store.reader();
-  // Each begins elsewhere, so that they do not read the same at the same time.
+  // Each starts at a different key, so that they do not read the same one at the same time.
   std::size_t place = kSampleSize / options.members() * number;
   std::int64_t count = 0;
   for (const Shift shift(options, board); !shift.isOver(); count += kChunk) {
@@ -89,7 +89,7 @@ void work(const Options& options, Store& store, int number, Board& board) {
 }
 
 pid_t startProcess(const std::function<void()>& body) {
-  constexpr unsigned kPatience = 60;  // seconds; one that fails leaves the others waiting
+  constexpr unsigned kPatience = 60;  // seconds; after a failure, the others would wait for ever
   const pid_t child = fork();
   require(child >= 0, "cannot fork");
   if (child != 0) return child;
@@ -102,7 +102,7 @@ void await(pid_t child) {
   require(waitpid(child, &status, 0) == child && status == 0, "a member failed");
 }
 
-// Each opens the store itself: none of them may be taken through a fork.
+// Each opens the store itself, because none of them may be used after a fork.
 void workAsProcesses(const Options& options, Board& board) {
   std::vector<pid_t> children;
   for (int number = 0; number < options.members(); ++number) {

@@ -14,7 +14,7 @@ void check(int result, sqlite3* connection) {
   if (!good) fail({"SQLite: ", sqlite3_errmsg(connection)});
 }
 
-// Of one thread, so without a lock of its own.
+// Used by one thread, so it needs no lock.
 class Connection {
  public:
   Connection(const std::filesystem::path& file, Durability durability) {
@@ -39,7 +39,7 @@ class Connection {
   sqlite3* connection_ = nullptr;
 };
 
-// Prepared once, to be run with a key, and a value where it has one.
+// Prepared once, and run with a key and, if any, a value.
 class Statement {
  public:
   Statement(const Connection& connection, const char* text) : connection_(connection.get()) {

@@ -1,4 +1,4 @@
-// What the compared stores have in common, in the words of the least that each of them can do.
+// The interface of the compared stores: what every one of them can do.
 #ifndef BENCH_STORE_STORE_H
 #define BENCH_STORE_STORE_H
 
@@ -19,13 +19,13 @@ enum class Durability {
   kVolatile,  // a set outlives the process, not the machine
 };
 
-// One thread's way to read. Both functions raise std::runtime_error where there is no such value.
+// A reader for one thread. Both functions raise std::runtime_error when there is no such value.
 class Reader {
  public:
   virtual ~Reader() = default;
   virtual int number(const std::string& key) = 0;
 
-  // A copy of the caller's own, who frees it with free().
+  // A copy that the caller frees with free().
   virtual char* text(const std::string& key) = 0;
 };
 
@@ -33,10 +33,10 @@ class Store {
  public:
   virtual ~Store() = default;
 
-  // What a key begins with.
+  // The prefix of a key.
   virtual std::string prefix() const { return ""; }
 
-  // Stores what contents.h says is in a store of that many keys.
+  // Stores the contents that contents.h defines for that many keys.
   virtual void fill(int count) = 0;
 
   virtual std::unique_ptr<Reader> reader() = 0;
@@ -45,11 +45,11 @@ class Store {
   // Calls `changed` from the default GLib main context after a set by any process.
   virtual void watch(const std::string& key, const std::function<void()>& changed);
 
-  // Does what it put off until the main loop would run.
+  // Does the work that it deferred to the main loop.
   virtual void rest() {}
 };
 
-// A store in that folder. `count` keys are in it, or will be.
+// A store in that folder, which holds or will hold `count` keys.
 using OpenStore = std::unique_ptr<Store>(const std::filesystem::path& folder, Durability durability,
                                          int count);
 
@@ -58,12 +58,12 @@ OpenStore openLmdb;
 OpenStore openSqlite;
 OpenStore openGsettings;
 
-// By the name it has in the report; raises std::runtime_error for a name that there is not. Each
-// store has a folder of its own in `folder`.
+// By its name in the report; raises std::runtime_error for an unknown name. Each store has its own
+// folder in `folder`.
 std::unique_ptr<Store> open(const std::string& name, const std::filesystem::path& folder,
                             Durability durability, int count);
 
-// What a reader hands out of bytes that it has at hand.
+// What a reader returns for bytes that it has in memory.
 inline char* copyOf(const void* bytes, std::size_t size) {
   auto* const copy = static_cast<char*>(std::malloc(size + 1));
   std::memcpy(copy, bytes, size);

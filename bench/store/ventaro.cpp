@@ -1,4 +1,4 @@
-// The host platform's store, by its C functions as the provider calls them.
+// The host platform's store, through its C functions, as the provider calls them.
 #include <cstdlib>
 
 #include "contents.h"
@@ -59,7 +59,7 @@ class Ventaro : public Store {
     const auto call = [](keynode_t*, void* data) {
       (*static_cast<std::function<void()>*>(data))();
     };
-    auto* const kept = new std::function(changed);  // a subscription does not end
+    auto* const kept = new std::function(changed);  // a subscription never ends
     require(vconf_notify_key_changed(key.c_str(), call, kept) == 0, "ventaro: cannot watch ", key);
   }
 
@@ -75,8 +75,7 @@ std::unique_ptr<Store> openVentaro(const std::filesystem::path& folder, Durabili
   const char* const variable = durable ? "VENTARO_STATE_DIR" : "VENTARO_RUNTIME_DIR";
   const char* const value = std::getenv(variable);
   require(value != nullptr && value == folder, variable, " must be ", folder.native());
-  // Behind all keys that a store begins with, so that it is filled in the keys' order as the
-  // others.
+  // Sorts after all initial keys of a store, so that it is filled in key order like the others.
   return std::make_unique<Ventaro>(durable ? "db/store/" : "memory/store/");
 }
 
