@@ -1,18 +1,18 @@
 # shellcheck shell=bash
-# Where this machine gets Debian from. Needs as-root.sh.
+# Finds the source from which this machine installs Debian. Needs as-root.sh.
 
 debian_release() {
   (. /etc/os-release && echo "$VERSION_CODENAME")
 }
 
-# "URI entry" of the release's main suite, as apt uses it; the entry is the place in its sources,
+# Prints "URI entry" of the release's main suite, as apt uses it; the entry is its place in the sources,
 # "file:line".
 debian_main_suite() {
   apt-get indextargets --format '$(REPO_URI) $(SOURCESENTRY)' \
     'Created-By: Packages' "Codename: $(debian_release)" 'Component: main' | grep -v '^cdrom:' | head -n 1
 }
 
-# The keyring that an entry of apt's sources names; nothing where apt's own are meant.
+# Prints the keyring that an entry of apt's sources names; nothing for apt's default keyrings.
 keyring_of() {
   local file=${1%:*} line=${1##*:}
   case $file in
@@ -22,12 +22,12 @@ keyring_of() {
   esac
 }
 
-# The main suite of the machine's release as a line of apt's sources.
+# Prints the main suite of the machine's release as a line for apt's sources.
 debian_source() {
   local suite keyring
   suite=$(debian_main_suite)
   if [ -z "$suite" ]; then
-    # There are no lists on a fresh machine.
+    # A fresh machine has no package lists.
     as_root apt-get update >&2
     suite=$(debian_main_suite)
   fi
