@@ -5,7 +5,7 @@ cmake_minimum_required(VERSION 3.25)
 file(STRINGS ${FUNCTIONS} platform_interface REGEX "^PLATFORM_FUNCTION")
 list(TRANSFORM platform_interface REPLACE "^[^,]*, [^,]*, ([^,]*),.*" "\\1")
 set(glib g_timeout_add_seconds g_source_remove)
-# What a compiler adds, and jsoncpp.
+# Symbols that the compiler adds, and jsoncpp's.
 set(others "^(_ITM_|__gmon_start__)|Json::")
 set(libraries "^(libjsoncpp|libglib-2\\.0|libstdc\\+\\+|libm|libgcc_s|libc|ld-linux)[-.]")
 
@@ -28,7 +28,7 @@ if(foreign)
   message(FATAL_ERROR "not of the platform interface: ${foreign}")
 endif()
 
-# Nor may one of them be missing: then something else stands in for it inside the library.
+# None of them may be missing either: the library would then contain a replacement.
 foreach(name IN LISTS platform_interface)
   if(NOT name IN_LIST platform_symbols)
     message(FATAL_ERROR "not taken from the platform: ${name}")

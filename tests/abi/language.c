@@ -1,4 +1,4 @@
-/* A framework that minds the language, and one that does not: what texts they get. */
+/* The texts that a framework gets when it sets the language, and when it does not. */
 #include <dlfcn.h>
 #include <libintl.h>
 #include <locale.h>
@@ -23,7 +23,7 @@ static void check_string_id(const data_provider_cbs* table, const char* shown) {
   char* text = NULL;
   const void** list = table->get_list_items(VENTARO_KEY_DEVICE_NAME, &count);
   void** items = NULL;
-  memcpy(&items, &list, sizeof(items)); /* as the list's callbacks take it */
+  memcpy(&items, &list, sizeof(items)); /* the type that the list's callbacks take */
   CHECK(count > 0);
   CHECK(table->get_list_item_display_value(items[count - 1], &text) == 0);
   CHECK(strcmp(text, "SID_USER_INPUT") == 0);

@@ -11,7 +11,7 @@
 #include "platform/system_info.h"
 #include "platform/wifi.h"
 
-// That a function takes a format is no part of its type.
+// The format attribute is not part of a function's type.
 #pragma GCC diagnostic ignored "-Wignored-attributes"
 
 #define PLATFORM_FUNCTION(header, result, name, parameters, failure)     \

@@ -1,4 +1,4 @@
-/* A framework that unloads the provider after use: nothing of it may stay. */
+/* A framework that unloads the provider after use: nothing may stay behind. */
 #include <dlfcn.h>
 #include <stdlib.h>
 
@@ -8,7 +8,7 @@
 typedef int (*create_function)(data_provider_cbs** table);
 typedef bool (*check_function)(const char* key, int value);
 
-/* One use from loading to unloading, with what makes objects on first use. */
+/* One use from loading to unloading, including calls that create objects on first use. */
 static void use_once(int argc, char** argv) {
   void* library = load_provider(argc, argv);
   data_provider_cbs* table = NULL;

@@ -1,4 +1,4 @@
-"""The message catalogues: complete, and alike where they must be."""
+"""The message catalogues: complete, and consistent where they must be."""
 
 import json
 import os

@@ -1,5 +1,5 @@
-// That contract/ notices what it is for: the real provider over the fake platform, whose callbacks
-// are spoilt one by one.
+// contract/ notices every broken promise: the real provider over the fake platform, with one
+// callback broken at a time.
 #include <gtest/gtest.h>
 #include <json/value.h>
 #include <malloc.h>
@@ -33,7 +33,7 @@ char* inBlockOf(char* text, std::size_t size) {
 }
 
 struct Spoilt {
-  const char* sentence;  // that is broken
+  const char* sentence;  // the broken promise
   void (*spoil)(contract::Exports& exports, data_provider_cbs& table);
   void (*ask)(Calls& calls);
 };

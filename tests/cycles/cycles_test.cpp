@@ -26,7 +26,7 @@ constexpr char kDocumentKey[] = "db/menu/network/TopSavedAP";
 constexpr char kRefreshKey[] = "db/menu/refresh_menu";
 constexpr StoreValue kRefreshOfNetworkMenu = 100002;
 
-// What a process holds of the system, by the kernel's count.
+// The system resources that a process holds, as the kernel counts them.
 struct Holdings {
   std::ptrdiff_t mappings;
   std::ptrdiff_t descriptors;
@@ -77,8 +77,8 @@ bool isATimerRunning() {
 
 class LoadingAndUnloading : public platform_tests::PlatformTest {
  protected:
-  // What a framework does in between: with a subscription, a timer and a list that make the
-  // provider keep something.
+  // What a framework does in between, with a subscription, a timer and a list, so that the provider
+  // keeps state.
   static void use(const Provider& provider) {
     FailsTheTest observer;
     contract::Calls calls(provider, observer);

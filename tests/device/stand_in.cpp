@@ -1,5 +1,5 @@
-// A device's platform library that knows nothing, made from the interface headers alone: every
-// reading fails, every writing succeeds.
+// A minimal platform library for a device, written from the interface headers alone: every read
+// fails, every write succeeds.
 #include <cstdlib>
 #include <cstring>
 

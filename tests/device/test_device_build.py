@@ -1,4 +1,4 @@
-"""The provider, built for a device whose libraries are given from outside."""
+"""The provider, built for a device that brings its own libraries."""
 
 import os
 import pathlib
@@ -81,7 +81,7 @@ def test_installs_the_provider_alone(build, tmp_path):
 
 
 def test_the_provider_loads_and_works(build):
-    # Not by the test itself: a library that Python loaded stays loaded.
+    # In a separate process, because a library that Python has loaded stays loaded.
     script = (
         "import ctypes, sys\n"
         "provider = ctypes.CDLL(sys.argv[1])\n"

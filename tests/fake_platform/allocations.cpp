@@ -1,5 +1,5 @@
-// malloc and calloc of the whole process. They do what libc's do; those calls that come from the
-// provider are remembered, and can be made to fail.
+// malloc and calloc of the whole process. They behave like libc's; the provider's calls are
+// remembered and can be made to fail.
 #include <atomic>
 #include <cstdlib>
 #include <unordered_map>

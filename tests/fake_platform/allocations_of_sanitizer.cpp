@@ -1,4 +1,4 @@
-// Block sizes where the sanitizer's allocator is in place: it knows them exactly.
+// Block sizes under a sanitizer, whose allocator knows them exactly.
 #include <malloc.h>
 
 #include "call.h"

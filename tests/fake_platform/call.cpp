@@ -34,7 +34,7 @@ struct State {
   std::array<Script, kFunctionCount> scripts;
 };
 
-// Never destroyed: the provider's objects may call until the very end of the process.
+// Never destroyed, because the provider's objects may call it until the end of the process.
 State& state() {
   static State& instance = *new State;
   return instance;
@@ -49,7 +49,7 @@ Script& scriptOf(const std::string& function) {
   return state().scripts[*position];
 }
 
-// Counts the call; the failure when this is the one.
+// Counts the call; returns the failure if this call is to fail.
 std::optional<Failure> failureOfThisCall(Script& script) {
   std::optional<Failure> failure;
   std::map<int, Failure> later;

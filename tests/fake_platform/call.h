@@ -1,4 +1,4 @@
-// What the functions of the fake share: the journal, scripted failures, handles.
+// Shared by the functions of the fake: the journal, scripted failures, handles.
 #ifndef FAKE_PLATFORM_CALL_H
 #define FAKE_PLATFORM_CALL_H
 
@@ -27,7 +27,7 @@ bool isRecording();
 // Enters a line. The caller does not hold stateMutex().
 void enter(Kind kind, std::string line);
 
-// Remembers what the provider did wrong, unless it is as it should be. The caller does not hold
+// Remembers what the provider did wrong, unless the condition holds. The caller does not hold
 // stateMutex().
 void demand(bool holds, const char* rule);
 
@@ -44,7 +44,7 @@ class Call {
   explicit Call(FunctionName function, const Arguments&... arguments)
       : Call(function, shownIfTheyMatter(arguments...)) {}
 
-  // One that stands in the journal as something else, or not at all: a log statement, a lock.
+  // A call that the journal shows as something else, or not at all: a log statement, a lock.
   using Line = std::optional<std::string>;
   Call(FunctionName function, Kind kind, const Line& line)
       : Call(function, kind, line, std::string()) {}
@@ -80,7 +80,7 @@ class Call {
   std::optional<Failure> failure_;
 };
 
-// What a function returns for a mistake of its caller, or for something that is not there.
+// The result for a caller's mistake, or for something that does not exist.
 inline constexpr int kError = -1;
 
 // A new opaque handle, never to be dereferenced; shown by its kind, and its number if that is not
@@ -103,8 +103,8 @@ PLATFORM_API bool isProvidersLock(const pthread_mutex_t* mutex, const void* call
 PLATFORM_API int takeLock(pthread_mutex_t* mutex, MutexFunction real);
 PLATFORM_API int giveLockBack(pthread_mutex_t* mutex, MutexFunction real);
 
-// One for each subject with state; they run under stateMutex(). kValues spares what a provider that
-// stays loaded holds of it.
+// One for each subject with state; they run under stateMutex(). kValues keeps what a loaded
+// provider still holds.
 enum class Extent { kValues, kAll };
 void resetCalls(Extent extent);
 void resetStore(Extent extent);

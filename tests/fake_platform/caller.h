@@ -1,4 +1,4 @@
-// Who called: functions that the whole process uses look only at calls of the provider.
+// Who called: functions that the whole process uses only record the provider's calls.
 #ifndef FAKE_PLATFORM_CALLER_H
 #define FAKE_PLATFORM_CALLER_H
 

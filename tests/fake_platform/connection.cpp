@@ -22,7 +22,7 @@ struct State {
   // These end with their connections.
   std::map<const void*, Iterator> iterators;
   std::set<std::pair<const void*, const void*>> handedOut;  // a profile and its connection
-  std::set<const void*> known;                              // the profiles whose types were told
+  std::set<const void*> known;                              // the profiles whose types were read
 };
 
 State& state() {
@@ -35,7 +35,7 @@ bool isOpen(const void* connection) {
   return state().connections.contains(connection);
 }
 
-// The provider's objects give back null where they have no connection, on purpose.
+// Null is allowed: objects of the provider without a connection pass null.
 void demandOpen(const void* connection) {
   demand(connection == nullptr || isOpen(connection), "a connection is used until it is destroyed");
 }
@@ -79,7 +79,7 @@ std::optional<int> typeOf(const void* profile) {
   return std::nullopt;
 }
 
-// Unless the provider was told that it is not.
+// Unless the provider has read another type.
 bool mayBeEthernet(const void* profile) {
   const StateLock lock(stateMutex());
   return typeOf(profile) == kEthernetProfile || !state().known.contains(profile);

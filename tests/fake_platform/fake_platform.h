@@ -1,5 +1,5 @@
-// The platform as tests script and observe it. Everything here acts on one platform per process,
-// which reset() makes new. All functions may be called from any thread.
+// The platform as tests script and observe it. There is one platform per process; reset() renews
+// it. All functions may be called from any thread.
 #ifndef FAKE_PLATFORM_H
 #define FAKE_PLATFORM_H
 
@@ -20,21 +20,21 @@ namespace fake_platform {
 // provider must not be loaded. Frees what the provider never returns, see flags().
 void reset();
 
-// For a provider that stays loaded: makes the store, the flags, the networks and paths new, takes
-// back all failures and empties the journal. What the provider holds of the platform stays:
-// handles, subscriptions, timers. So do hooks, and what is recorded and watched.
+// For a provider that stays loaded: resets the store, the flags, the networks and paths, cancels
+// all failures and empties the journal. The provider's handles, subscriptions and timers stay. So
+// do hooks, and the settings of what is recorded and watched.
 void resetValues();
 
 // ---- What happened ----
 
 // Whether calls, log statements and the lock are entered in the journal, and mistakes in the log
-// looked for; they are after reset(). What the arguments of log statements point to is read anyway.
+// detected; on after reset(). The arguments of log statements are read in any case.
 void record(bool on);
 
 Journal journal();      // everything
-Journal calls();        // the platform calls alone
-Journal logLines();     // the log statements alone
-Journal lockActions();  // the lock's taking and giving back alone
+Journal calls();        // only the platform calls
+Journal logLines();     // only the log statements
+Journal lockActions();  // only taking and releasing the lock
 void clearJournal();
 
 // One log statement as both channels got it.
@@ -63,14 +63,14 @@ std::vector<LogStatement> logStatements();
 // well.
 std::vector<std::string> logMistakes();
 
-// The rules of the platform that the provider broke, also when nothing is recorded: handles that
-// are none or no longer, iterators moved beyond their end, a lock taken twice, null texts.
+// The rules of the platform that the provider broke, even while nothing is recorded: invalid or
+// released handles, iterators moved beyond their end, a lock taken twice, null texts.
 std::vector<std::string> misuses();
 
 // ---- The lock ----
 
-// Takes this mutex alone for the provider's lock; otherwise it is what the code of libventaro.so
-// takes. Null takes it back. For a provider that is part of the test program.
+// Treats only this mutex as the provider's lock; null restores the default, any mutex that
+// libventaro.so locks. For a provider that is part of the test program.
 void watchLock(const void* mutex);
 
 // Whether this thread holds the provider's lock.
@@ -78,10 +78,10 @@ bool holdsLock();
 
 // ---- What goes wrong ----
 
-// What becomes of a failing function's outputs and effects.
+// What happens to a failing function's outputs and effects.
 enum class Effect {
   kNone,       // as a failure should: outputs untouched, nothing stored
-  kAsSuccess,  // the work is done all the same
+  kAsSuccess,  // the work is done anyway
 };
 
 // Makes a function fail with this result from now on: all calls, or those with this first argument.
@@ -95,17 +95,17 @@ void failWith(const std::string& function, const std::string& firstArgument, int
 // Makes only the n-th call from now on fail, 1 being the next.
 void failCall(const std::string& function, int n, int result, Effect effect = Effect::kNone);
 
-// Takes back all of these for a function.
+// Cancels all of these for a function.
 void succeedAgain(const std::string& function);
 
 // Runs `hook` inside every call of the function, after the call was entered in the journal and
-// before it takes effect. The hook may block: the fake holds no lock then. Null takes it back.
+// before it takes effect. The hook may block: the fake holds no lock then. Null removes it.
 void onCall(const std::string& function, std::function<void()> hook);
 
-// Takes back all hooks.
+// Removes all hooks.
 void clearHooks();
 
-// Makes the provider's next taking of a lock fail with this error number, without locking.
+// Makes the provider's next attempt to lock fail with this error number, without locking.
 void failNextLock(int error);
 
 // ---- Configuration store ----
@@ -124,7 +124,7 @@ class Store {
 
   // The keys that were subscribed to, in order.
   std::vector<std::string> subscriptions() const;
-  // Tells all subscribers of the key, on this thread. A set alone tells nobody.
+  // Notifies all subscribers of the key, on this thread. A set alone notifies nobody.
   void notify(const std::string& key) const;
 };
 Store store();
@@ -132,8 +132,8 @@ Store store();
 // ---- Feature flags ----
 
 // A flag that was not set fails to be read. A name without a domain is of
-// "com.norvane/featureconf/", here and in failWith(). The texts that were handed out are the fake's
-// to free, at reset(): the provider keeps them.
+// "com.norvane/featureconf/", here and in failWith(). The fake frees the texts that it handed out
+// at reset(): the provider keeps them.
 class Flags {
  public:
   void setBool(const std::string& name, bool value);
@@ -169,13 +169,12 @@ bool wakeOnMobile();
 
 // ---- Paths, texts ----
 
-// Where root 44 leads to. The build tree's own resources after reset().
+// The path of root 44. After reset(), the build tree's resources.
 void setResourceRoot(const std::string& directory);
 
 // ---- Timers ----
 
-// Lets two seconds pass on the fake clock, `times` times: every timer that is due fires, on this
-// thread.
+// Advances the fake clock by two seconds, `times` times: every due timer fires, on this thread.
 void advanceTimers(int times = 1);
 int runningTimers();
 // The ids given to g_source_remove that belonged to no running timer.

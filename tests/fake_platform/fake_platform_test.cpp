@@ -35,7 +35,7 @@ std::string libraryOf(const void* address) {
   return path.substr(path.rfind('/') + 1);
 }
 
-// The library that a symbol comes from, for a library that this process loads.
+// The library from which a loaded library gets a symbol.
 std::string libraryOf(const char* symbol) {
   return libraryOf(dlsym(RTLD_DEFAULT, symbol));
 }

@@ -11,7 +11,7 @@
 
 namespace fake_platform {
 
-// What the provider has of libc and GLib.
+// The functions of libc and GLib that the provider uses.
 inline constexpr std::array kOtherFunctions = {"g_source_remove", "g_timeout_add_seconds",
                                                "pthread_mutex_lock"};
 inline constexpr std::size_t kFunctionCount =
@@ -30,7 +30,7 @@ constexpr std::optional<std::size_t> positionOfFunction(std::string_view name) {
   return std::nullopt;
 }
 
-// The name of one of them; any other does not compile.
+// The name of one of these functions; any other name does not compile.
 class FunctionName {
  public:
   // NOLINTNEXTLINE(google-explicit-constructor): written as the name alone.

@@ -12,7 +12,8 @@ struct Name {
   int number;
 };
 
-// A handle is the address of its name. So many are told apart; then the first one's is given again.
+// A handle is the address of its name. This many are distinct; then they are reused from the first
+// on.
 constinit std::array<Name, 1U << 16U> names{};
 std::size_t next = 0;
 

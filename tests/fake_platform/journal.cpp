@@ -20,7 +20,7 @@ std::size_t Journal::count(const Piece& piece) const {
   }
 }
 
-// One quoted text with "\n" between the lines: that is what gtest takes apart to print a diff.
+// One quoted text with "\n" between the lines, because gtest splits that to print a diff.
 void PrintTo(const Journal& journal, std::ostream* out) {
   *out << '"';
   for (const std::string& line : journal.lines()) {

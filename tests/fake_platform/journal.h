@@ -1,4 +1,5 @@
-// What happened, in order, as lines of text, and the words in which a test says what should have.
+// What happened, in order, as lines of text, and the functions with which a test writes what should
+// happen.
 //
 //   EXPECT_EQ(journal(), (Journal{locks(), mainLog("START"),
 //                                 call("vconf_set_int", "db/menu/network/wifidirect", 1),
@@ -28,14 +29,14 @@ class Journal {
   Journal() = default;
   Journal(std::initializer_list<Piece> pieces);
 
-  // A journal may be a piece of a longer one.
+  // A journal may be part of a longer one.
   operator Piece() const { return {lines_}; }  // NOLINT(google-explicit-constructor)
 
   void add(std::string line) { lines_.push_back(std::move(line)); }
   const std::vector<std::string>& lines() const { return lines_; }
   bool empty() const { return lines_.empty(); }
 
-  // How often the piece's lines stand in the journal, one directly after the other.
+  // How often the piece's lines appear in the journal, directly one after another.
   std::size_t count(const Piece& piece) const;
   bool contains(const Piece& piece) const { return count(piece) > 0; }
 
@@ -66,11 +67,11 @@ Journal::Piece call(const char* function, const Arguments&... arguments) {
   return {{callLine(function, {shown(arguments)...})}};
 }
 
-// The provider took or gave back its lock.
+// The provider took or released its lock.
 Journal::Piece locks();
 Journal::Piece unlocks();
 
-// The provider wanted its lock and was refused with this error number.
+// The provider failed to take its lock, with this error number.
 Journal::Piece lockFails(int error);
 
 // A log statement: the line in the main or the system buffer of the platform log, without its

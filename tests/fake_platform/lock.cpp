@@ -8,7 +8,7 @@
 namespace fake_platform {
 namespace {
 
-// How many this thread holds.
+// How many locks this thread holds.
 thread_local int held = 0;
 
 std::atomic<const void*>& watched() {
@@ -30,7 +30,7 @@ bool holdsLock() {
   return held > 0;
 }
 
-// A library's lock is known by who takes it.
+// A library's lock is recognised by its caller.
 bool isProvidersLock(const pthread_mutex_t* mutex, const void* caller) {
   const void* const only = watched();
   return only != nullptr ? mutex == only : isProviderCode(caller);

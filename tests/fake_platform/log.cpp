@@ -39,7 +39,7 @@ __attribute__((format(printf, 1, 0))) std::string formatted(const char* format, 
   return text;
 }
 
-// Reads all that the arguments point to, so that a text without an end is found.
+// Reads everything that the arguments point to, to detect unterminated texts.
 __attribute__((format(printf, 1, 0))) void readThrough(const char* format, va_list arguments) {
   std::array<char, 256> line;
   std::vsnprintf(line.data(), line.size(), format, arguments);
@@ -86,7 +86,7 @@ void checkLine(const LogStatement& statement) {
   if (statement.tag != "VENTARO") mistake("tag of \"" + statement.message + "\"");
 }
 
-// Both channels must tell the same of the same place.
+// Both channels must say the same about the same place.
 void checkRecord(const LogStatement& statement) {
   if (statement.message != statement.recordedMessage) {
     mistake("the log says \"" + statement.message + "\", its record \"" +
@@ -101,14 +101,14 @@ void checkRecord(const LogStatement& statement) {
   }
 }
 
-// A line that got no record is a mistake of the statement before.
+// A line without a record is a mistake of the statement before.
 void demandNoOpenStatement() {
   if (!openStatement) return;
   mistake("no record of \"" + openStatement->message + "\"");
   openStatement.reset();
 }
 
-// Remembers the line until its record comes; as the journal shows it.
+// Remembers the line until its record arrives; returns it as the journal shows it.
 std::string openLine(int buffer, int priority, const char* tag, const std::string& text) {
   demandNoOpenStatement();
   LogStatement statement{};

@@ -1,4 +1,5 @@
-// The mutex functions of the whole process. They do what libc's do; the provider's lock is watched.
+// The mutex functions of the whole process. They behave like libc's, and record the provider's
+// lock.
 #include <dlfcn.h>
 #include <pthread.h>
 

@@ -59,7 +59,8 @@ std::string flagKey(const std::string& name) {
   return isFull ? name : std::string(kDomain) + name;
 }
 
-// The provider never frees these texts; one that did would end here, at the second free.
+// The provider must never free these texts: freeing them here would then be a double free, which
+// aborts.
 void resetFlags() {
   for (char* text : state().handedOut) std::free(text);
   state() = State();

@@ -20,7 +20,7 @@ struct Timer {
 
 struct State {
   unsigned now = 0;
-  unsigned lastId = 0;  // an id is never given twice
+  unsigned lastId = 0;  // an id is never reused
   std::map<unsigned, Timer> timers;
   std::vector<unsigned> wrongRemovals;
 };
@@ -36,7 +36,7 @@ struct Firing {
   void* data;
 };
 
-// The next firing up to now, its timer set to its next one.
+// Returns the next firing up to now, and sets its timer to the following one.
 std::optional<Firing> nextFiring() {
   const StateLock lock(stateMutex());
   for (auto& [id, timer] : state().timers) {
@@ -81,7 +81,7 @@ std::vector<unsigned> wrongRemovals() {
 
 using namespace fake_platform;
 
-// The id is given also when the call is scripted to fail: GLib's call cannot.
+// Returns an id even when the call is scripted to fail: GLib's cannot fail.
 PLATFORM_API guint g_timeout_add_seconds(guint interval, GSourceFunc function, gpointer data) {
   demand(interval > 0 && function != nullptr, "a timer has a period and a function");
   const Call call("g_timeout_add_seconds", interval);

@@ -80,7 +80,7 @@ int wifi_get_connected_ap(wifi_ap_h* ap) {
   });
 }
 
-// The provider asks for null where there is none, on purpose, here and below.
+// Here and below, null is allowed: the provider passes null when there is no access point.
 int wifi_ap_get_frequency(wifi_ap_h ap, int* mhz) {
   demandOpen(ap);
   return Call("wifi_ap_get_frequency", Handle{ap}).answer([&] {

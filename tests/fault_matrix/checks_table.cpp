@@ -11,7 +11,7 @@ Row enabled(std::vector<std::string> keys, Steps answer) {
   return {std::move(keys), {takesLock(), mainLog("key = {key}"), std::move(answer), unlocks()}};
 }
 
-// A flag that cannot be read keeps what it holds: false, unless the platform wrote to it.
+// A flag that cannot be read keeps its value: false, unless the platform wrote to it.
 Steps businessOptionIsRead(const World& world, Steps has, Steps hasNot) {
   const Steps yes = {mainLog("supported = true"), std::move(has)};
   const Steps no = {mainLog("supported = false"), std::move(hasNot)};
@@ -29,9 +29,9 @@ Steps networksAreCounted(const World& world, int more) {
                          {mainLog("Saved AP Count 0"), gives("false")});
 }
 
-// Split screens keep the name; business products keep it for the administrator of the hotel mode.
-// A hotel mode that a failing read has written all the same could count as off or as it stands. Of
-// these two readings the second is chosen.
+// The name cannot be changed on a split screen, and on business products only in the
+// administrator's hotel mode. If a failing read has still written the hotel mode, it could count as
+// off or as written; we chose "as written".
 Steps nameMayChange(const World& world) {
   const Steps administrator = {mainLog("User Admin"), gives("true")};
   const Step hotelFailed = systemLog("memory/ephotel/hotelmenu/hotelfactorymode failed");

@@ -137,7 +137,7 @@ bool Walker::fails(int call) const {
   return false;
 }
 
-// False when nothing follows any more; below too.
+// False when nothing follows; below too.
 bool Walker::walkAll(const Steps& steps) {
   return std::ranges::all_of(steps, [&](const Step& step) { return walkOne(step); });
 }
@@ -192,13 +192,13 @@ bool Walker::walkCall(const Step& step) {
   return walkAll(withOutput && step.toldApart ? step.failingWithOutput : step.failing);
 }
 
-// The platform refuses what is asked of a connection that there is not.
+// The platform refuses calls for a null connection.
 bool Walker::isOnNoConnection(const Step& step) const {
   return step.text.starts_with("connection_") &&
          filled(step.lines.lines.front()).find("(null") != std::string::npos;
 }
 
-// Once, whether it works or not.
+// Only once, whether it works or not.
 bool Walker::walkWatch() {
   if (isWatched_) return true;
   isWatched_ = true;
@@ -223,7 +223,7 @@ void Walker::walkTimerStart() {
   ++timer_;
 }
 
-// A failure of the log's changes nothing.
+// A failure of the log changes nothing.
 void Walker::walkLog() {
   if (fault_.function == kLogFunction && fails(++calls_)) hasFailed_ = true;
 }

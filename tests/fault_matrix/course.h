@@ -54,10 +54,10 @@ struct Step {
   Step(Steps steps);                                   // NOLINT(google-explicit-constructor)
   Step(Kind its, std::string its_text) : kind(its), text(std::move(its_text)) {}
 
-  // What follows a platform call. Nothing but the next step where it is not said.
+  // What follows a platform call; by default just the next step.
   Step works(Steps steps) &&;
   Step fails(Steps steps) &&;
-  // When it fails although its work is done and its output written; as fails() where not said.
+  // When it fails although its work is done and its output written; by default as fails().
   Step failsWithOutput(Steps steps) &&;
 
   Kind kind = Kind::kLines;
@@ -78,7 +78,7 @@ Step ask(const char* function, const Arguments&... arguments) {
   return step;
 }
 
-// A call that the platform refuses in any case, for its arguments.
+// A call that the platform always refuses, because of its arguments.
 template <typename... Arguments>
 Step refused(const char* function, const Arguments&... arguments) {
   Step step = ask(function, arguments...);
@@ -86,7 +86,7 @@ Step refused(const char* function, const Arguments&... arguments) {
   return step;
 }
 
-// Takes the lock; when it cannot be had, its error is raised and nothing follows.
+// Takes the lock; if that fails, its error is raised and nothing follows.
 Step takesLock();
 
 // The result, and what the outputs hold; the last one counts.
@@ -98,12 +98,12 @@ Step raises(const std::string& exception);
 // A line on standard output.
 Step prints(const std::string& line);
 
-// The refresh timer starts, anew when it ran already.
+// The refresh timer starts, or restarts.
 Step startsTimer();
-// The timer that runs ends.
+// The running timer ends.
 Step endsTimer();
 
-// The saved networks are watched from here on; nothing when they are already.
+// The saved networks are watched from here on; nothing happens if they already are.
 Step watchesNetworks();
 
 // From here on {name} stands for this text, "null" for none; and what follows only when there is
@@ -111,7 +111,7 @@ Step watchesNetworks();
 Step sets(const std::string& name, const std::string& value);
 Step whenSet(const std::string& name, Steps steps);
 
-// Nothing follows, whatever the table goes on with.
+// Ends the call here: later steps of the table are skipped.
 Step ends();
 
 // How a platform function fails while a provider's function is called twice.
@@ -123,7 +123,7 @@ struct Fault {
   Mode mode = Mode::kNever;
 };
 
-// What a run should have been.
+// The expected run.
 struct Outcome {
   Journal journal;
   std::string answer;
@@ -132,7 +132,7 @@ struct Outcome {
 };
 void PrintTo(const Outcome& run, std::ostream* out);
 
-// What a platform has been asked for already when a walk over it begins.
+// What was already requested from the platform when a walk begins.
 struct Beginning {
   int accessPoints = 0;
   bool networksAreWatched = false;
@@ -151,21 +151,22 @@ class Walker {
         isWatched_(beginning.networksAreWatched),
         subscriptions_(beginning.networksAreWatched ? 1 : 0) {}
 
-  // From here on this fault, its calls counted anew.
+  // Sets this fault and restarts the count of its calls.
   void arm(const Fault& fault);
   Outcome walk(const Steps& steps, const std::string& key);
-  // Whether the next taking of the lock fails.
+  // Whether the next attempt to take the lock fails.
   bool nextLockFails() const { return fault_.function == kLockFunction && fails(calls_ + 1); }
 
   // Whether anything has failed since arm().
   bool hasFailed() const { return hasFailed_; }
 
   void timerHasEnded() { timerRuns_ = false; }
-  // Access points handed out and not destroyed.
+  // The access points handed out and not destroyed.
   int openAccessPoints() const { return openAccessPoints_; }
   int openConnections() const { return openConnections_; }
   std::size_t subscriptions() const { return subscriptions_; }
-  // Texts that the provider keeps for ever, deliberately: a product's device name.
+  // Texts that the provider never frees, because the platform may own them: a product's device
+  // name.
   int keptTexts() const { return keptTexts_; }
 
  private:

@@ -1,6 +1,6 @@
-// The three ways in which an exception may leave the provider, for every function and every key:
-// the lock cannot be had, the saved networks' document is misshapen, there is no menu language. And
-// one in which none may.
+// The three reasons for which an exception may leave the provider, for every function and every
+// key: the lock cannot be taken, the saved networks' document is misshapen, there is no menu
+// language. And one case in which none may.
 #include <json/reader.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ const contract::Function& ofContract(const Function& function) {
   return *std::ranges::find_if(contract::kFunctions, isNamed);
 }
 
-// Documents in which a number is missing or is none.
+// Documents in which a number is missing or not a number.
 const std::vector<std::string> kMalformed = {
     R"({"values": [{"SSID": "a", "SIGNAL_STRENGTH": -70, "STATUS": "b"}]})",
     R"({"count": "1", "values": [{"SSID": "a", "SIGNAL_STRENGTH": -70, "STATUS": "b"}]})",
@@ -38,14 +38,14 @@ const std::vector<std::string> kMalformed = {
         {"SSID": "c", "STATUS": "d"}]})",
 };
 
-// Right but for its depth: deeper than the parser goes.
+// Correct except for its depth: deeper than the parser's limit.
 std::string tooDeeplyNested() {
   constexpr int kDepth = 2000;
   return R"({"count": 1, "values": [{"SSID": )" + std::string(kDepth, '[') +
          std::string(kDepth, ']') + R"(, "SIGNAL_STRENGTH": -70, "STATUS": "b"}]})";
 }
 
-// The parser does not merely refuse it.
+// The parser raises an exception, instead of returning false.
 void expectParserRaises(const std::string& document) {
   Json::CharReaderBuilder strict;
   Json::CharReaderBuilder::strictMode(&strict.settings_);
@@ -62,9 +62,8 @@ class Exceptions : public FaultMatrix {
     enter(World());
   }
 
-  // Of every function and key, exactly those raise this that contract/ lets raise it, and leave the
-  // outputs untouched and no "END" behind. All leave the lock free, and no block of the C heap that
-  // was not there before.
+  // Exactly those functions and keys raise this exception that contract/ allows, with the outputs
+  // untouched and no "END" logged. All of them release the lock and leak no block of the C heap.
   void expectRaised(
       const std::string& exception, const std::function<void()>& beforeEach = [] {}) {
     for (const Function& function : functions().all()) {
@@ -90,7 +89,7 @@ class Exceptions : public FaultMatrix {
   }
 
  private:
-  // A product's device name is kept for ever, deliberately.
+  // A product's device name is never freed, because the platform may own it.
   static int keptTexts(const Journal& journal) {
     const Journal::Piece reading =
         call("system_info_get_custom_string", "com.norvane/featureconf/product.device_sid");

@@ -9,7 +9,7 @@
 namespace {
 
 int combinations = 0;
-int withFailedCall = 0;  // those in which the function was called, and so failed
+int withFailedCall = 0;  // those in which the function was called and therefore failed
 
 class PrintsTheirNumber : public testing::Environment {
  public:
@@ -55,7 +55,7 @@ void countCombination(const Walker& walker) {
 }
 
 void arm(const Fault& fault) {
-  if (fault.function == kLockFunction) return;  // that is armed taking by taking
+  if (fault.function == kLockFunction) return;  // armed before each attempt to lock
   switch (fault.mode) {
     case Mode::kNever:
       return;
@@ -142,14 +142,14 @@ Outcome FaultMatrix::callOnce(const Function& function, const std::string& key, 
   if (capture) testing::internal::CaptureStdout();
   const contract::Answer answer = function.call(key);
   if (capture) run.printed = testing::internal::GetCapturedStdout();
-  failNextLock(0);  // what was not taken cannot fail any more
+  failNextLock(0);  // a lock that was not taken must not fail later
   run.journal = journal();
   demandFreeLock(run.journal, function.name + " of \"" + key + "\"");
   run.answer = shown(functions_->calls(), answer);
   return run;
 }
 
-// Puts back what the last combination has changed, the refresh timer included.
+// Restores what the last combination has changed, including the refresh timer.
 void FaultMatrix::settle() {
   restore(world_);
   if (runningTimers() == 0) return;

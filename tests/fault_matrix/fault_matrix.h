@@ -13,7 +13,7 @@
 #include "tables.h"
 #include "world.h"
 
-// Every platform function that can fail; the lock's among them. GLib's timers cannot.
+// Every platform function that can fail, including the lock's. GLib's timers cannot fail.
 const std::vector<std::string>& failingFunctions();
 
 const std::vector<Mode>& matrixModes();
@@ -21,7 +21,7 @@ const std::vector<Mode>& matrixModes();
 // Counts a combination for the sums that are printed at the end.
 void countCombination(const Walker& walker);
 
-// Makes the platform fail so, and no longer.
+// Makes the platform fail like this, and cancels the previous fault.
 void arm(const Fault& fault);
 void disarm(const Fault& fault);
 
@@ -36,7 +36,7 @@ class FaultMatrix : public ProviderTest {
 
   Functions& functions() { return *functions_; }
 
-  // Two calls in a row, for every key and under every fault, are as the table says.
+  // Requires that two calls in a row, for every key and every fault, match the table.
   void expectTable(const Function& function, const Table& rows,
                    const std::vector<std::string>& keys = allKeys());
 
@@ -44,7 +44,7 @@ class FaultMatrix : public ProviderTest {
   void expectTwoCalls(const Function& function, const Steps& steps, const std::string& key,
                       const Fault& fault);
 
-  // One call and what came of it, standard output only when it is to be captured.
+  // Makes one call and returns its result, with standard output only if it is captured.
   Outcome callOnce(const Function& function, const std::string& key, bool capture);
   void leave();
   void TearDown() override;

@@ -1,5 +1,5 @@
-// The provider's functions as the matrix calls them, through contract/, which requires of each call
-// what holds in any case.
+// The provider's functions as the matrix calls them, through contract/, which checks for each call
+// what always holds.
 #ifndef FAULT_MATRIX_FUNCTIONS_H
 #define FAULT_MATRIX_FUNCTIONS_H
 
@@ -14,9 +14,9 @@ std::string shown(contract::Calls& calls, const contract::Answer& answer);
 
 struct Function {
   std::string name;
-  // What was handed out goes back with the answer.
+  // What was handed out is returned when the answer is destroyed.
   std::function<contract::Answer(const std::string& key)> call;
-  // What the function needs, made before anything fails; once for each call to come.
+  // Prepares what the function needs before anything fails; once for each coming call.
   std::function<void(const std::string& key)> prepare = nullptr;
 };
 
@@ -25,7 +25,7 @@ class Functions {
   // The table may be null when only the exported functions are called.
   Functions(const contract::Exports& exports, const data_provider_cbs* table);
 
-  // The 27 functions across the boundary; set_int() with the value 1.
+  // The 27 functions of the ABI; set_int() with the value 1.
   const std::vector<Function>& all() const { return all_; }
   // By its name; raises std::logic_error when there is none.
   const Function& named(const std::string& name) const;

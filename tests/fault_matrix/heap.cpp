@@ -1,5 +1,5 @@
-// The allocator's functions of the whole process. They do what libc's do, and remember the blocks
-// that the provider's own code asks for, and the copies of texts that it or the platform makes.
+// The allocator's functions of the whole process. They behave like libc's, and remember the blocks
+// that the provider's own code allocates, and the copies of texts that it or the platform makes.
 #include "heap.h"
 
 #include <dlfcn.h>
@@ -59,7 +59,7 @@ class LiveBlocks {
     std::atomic_flag& busy_;
   };
 
-  // What is not remembered would not be missed.
+  // A block that is not remembered could leak unnoticed.
   [[noreturn]] static void giveUp() {
     static constexpr std::string_view kMessage =
         "More blocks are live than tests/fault_matrix/heap.cpp has room for.\n";

@@ -1,6 +1,6 @@
-// The blocks of the C heap that cross the provider's boundaries: what it allocates to hand out, and
-// the texts that the platform hands to it. C++ objects are not among them: what operator new
-// allocates, containers and strings included, is not counted.
+// The blocks of the C heap that cross the provider's boundaries: those that it allocates to hand
+// out, and the texts that the platform hands to it. C++ objects are not counted: nothing from
+// operator new, so no containers and strings.
 #ifndef FAULT_MATRIX_HEAP_H
 #define FAULT_MATRIX_HEAP_H
 
@@ -8,7 +8,7 @@
 // freed.
 bool countsBlocks();
 
-// How many of them nobody has freed; 0 where they are not counted.
+// How many of them have not been freed; 0 if they are not counted.
 int liveBlocks();
 
 #endif  // FAULT_MATRIX_HEAP_H

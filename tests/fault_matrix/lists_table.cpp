@@ -12,7 +12,7 @@ const std::vector<std::string> kStateKeys = {VENTARO_KEY_SAVED_NETWORK_1_STATES,
 const std::vector<std::string> kOnOffKeys = {kMobileKey, kWifiItemKey, kDirectItemKey,
                                              kWiredItemKey};
 
-// Entry by entry its text, its value, and what follows its choice.
+// For each entry its text, its value, and what follows when it is chosen.
 std::string entries(const std::string& first, int firstAction, const std::string& second,
                     int secondAction) {
   return first + " 0 " + std::to_string(firstAction) + ", " + second + " 1 " +

@@ -1,5 +1,5 @@
 // The life of the library while each platform function fails: it is loaded, a provider is created
-// and deleted, and it is unloaded. And what a failure at its start leaves to the callbacks.
+// and deleted, and it is unloaded. And how a failure at the start affects the callbacks.
 #include <libintl.h>
 
 #include "fault_matrix.h"
@@ -21,7 +21,7 @@ constexpr char kDirectHelp[] = "TV_SID_SETTINGS_MIX_CBOCT_USE_SOME_SERVICE_WIFI_
 
 // ---- The table ----
 
-// A connection is opened; what becomes of it is no matter.
+// A connection is opened; the result does not matter.
 Step connects(const char* object) {
   const Steps open = {sets(object, "connection {connection}")};
   return ask("connection_create").works(open).fails({sets(object, "null")}).failsWithOutput(open);
@@ -91,7 +91,7 @@ Steps deleting() {
   return {takesLock(), mainLog("START"), mainLog("END"), gives("0"), unlocks()};
 }
 
-// The objects in reverse order. Wired 802.1X alone looks whether there is a connection.
+// The objects in reverse order. Only wired 802.1X checks whether it has a connection.
 Steps unloading() {
   return {whenSet("wired", {ask("connection_destroy", "{wired}")
                                 .works({mainLog("[connection_destroy success]")})
@@ -146,7 +146,7 @@ class Loading : public FaultMatrix {
     created_ = nullptr;
   }
 
-  // Started by a switch that is no part of the matrix.
+  // Started by a switch outside the matrix.
   void startTimer() {
     created_->set_int(kWifiItemKey, 1);
     walker_.walk({startsTimer(), sets("timer runs", "yes")}, "");
@@ -314,7 +314,7 @@ TEST_F(Loading, WhatAFailureLeavesToTheCallbacksIsAsTheTableSays) {
         expectCall(functions().named("get_int"), chosenName(), VENTARO_KEY_DEVICE_NAME);
         expectCall(functions().setInt(0), choosingTheDefaultName(), VENTARO_KEY_DEVICE_NAME);
         expectCall(functions().named("get_help_text"), helpWithTemplate(), kDirectItemKey);
-        // The device names are not read again, also when they could not be read.
+        // The device names are not read again, even if reading them failed.
         expectCall(functions().named("create_provider"), stepsFor(createProviderTable(world_), ""),
                    "");
         expectCall(functions().named("get_list_items"), listOfNames(), VENTARO_KEY_DEVICE_NAME);

@@ -53,8 +53,8 @@ Steps mobileModeIsRead(bool isOn, Steps known, Steps unknown) {
 
 Steps directStateIsRead(const World& world, const Steps& on, const Steps& off) {
   const bool is6Ghz = world.frequencyMhz > 5915;
-  // The preference On counts only at 6 GHz; one that cannot be read is no preference On. It is read
-  // in every case.
+  // The preference On counts only at 6 GHz; an unreadable one does not count as On. It is always
+  // read.
   const Steps preference6Ghz = {
       ask("vconf_get_int", kDirectKey).works(on).fails(off).failsWithOutput(on)};
   const Steps preference = {ask("vconf_get_int", kDirectKey).works(off).fails(off)};

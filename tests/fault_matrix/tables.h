@@ -1,5 +1,5 @@
-// The tables: what every function of the provider does for every key, and what a failure of each
-// platform function on its way gives. Written from the provider's contract, by group.
+// The tables: what every function of the provider does for every key, and the result when each
+// platform function that it calls fails. Written from the provider's contract, by group.
 #ifndef FAULT_MATRIX_TABLES_H
 #define FAULT_MATRIX_TABLES_H
 

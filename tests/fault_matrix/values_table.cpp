@@ -30,7 +30,7 @@ Steps setMobile(int value) {
           value < 0 ? refusal : change, mainLog("status {result} ")};
 }
 
-// The choice is recorded and the refresh timer started whatever the radio did.
+// The choice is recorded and the refresh timer started even if the radio failed.
 Steps setWifi(int value) {
   const std::string shownValue = std::to_string(value);
   const auto afterwards = [&](const std::string& radioResult) -> Steps {
@@ -52,7 +52,7 @@ Steps setDirect(int value) {
               .fails({mainLog("Set Int Status=-9::" + shownPreference), gives("-9")})};
 }
 
-// Whether EAP could be switched goes to standard output only; the choice is stored all the same.
+// Whether EAP could be switched goes to standard output only; the choice is stored anyway.
 Steps setWired(const World& world, int value) {
   const bool isEntry = value == 0 || value == 1;
   if (!isEntry || !world.wiredListWasAsked) {

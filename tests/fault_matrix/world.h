@@ -45,7 +45,7 @@ void apply(const World& world);
 // Publishes the world's saved networks.
 void publishNetworks(const World& world);
 
-// Puts back what a run may have changed.
+// Restores what a run may have changed.
 void restore(const World& world);
 
 // A language in which the texts with placeholders show what was filled in, and every other text is

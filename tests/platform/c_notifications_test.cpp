@@ -1,4 +1,4 @@
-// Who is told of a change of the store through the C interface.
+// Who is notified of a change in the store through the C interface.
 #include <dlfcn.h>
 
 #include <string>
@@ -85,7 +85,7 @@ TEST_F(ACSubscriber, WhoseLibraryWasUnloadedIsNotCalled) {
   vconf_set_int("db/a", 1);
   hearAll();
   EXPECT_EQ(calls, 1);
-  vconf_set_int("db/a", 2);  // on its way when the library goes
+  vconf_set_int("db/a", 2);  // pending when the library is unloaded
   library.unload();
   ASSERT_FALSE(Library::isLoaded());
   vconf_set_int("db/a", 3);

@@ -1,4 +1,4 @@
-// The file of what a TV has when it leaves the factory.
+// The file of the factory settings.
 #include <cstdlib>
 #include <map>
 #include <string>
@@ -18,7 +18,7 @@ class FactorySettings : public PlatformTest {
     return write("products/factory/settings.json", content);
   }
 
-  // What an open of the store says is wrong with a file of that content, without its name.
+  // The error of opening the store with a file of that content, without the file's name.
   std::string messageAbout(const std::string& content) const {
     const std::string start = "the store in " + stateFolder().string() + ": " + use(content) + ":";
     const std::string message = errorRaisedBy([] { store().get("db/key"); });

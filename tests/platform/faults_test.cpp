@@ -1,4 +1,4 @@
-// Faults that a person injects through the store.
+// Faults injected through the store.
 #include <unistd.h>
 
 #include <atomic>
@@ -27,7 +27,7 @@ namespace {
 
 constexpr int kFault = -77;
 
-// What a function that gives no code says of success and failure.
+// How a function without a code reports success and failure.
 int codeOfResult(bool success) {
   return success ? 0 : kFault;
 }
@@ -48,7 +48,7 @@ struct Handles {
 
 struct Function {
   const char* name;
-  // Calls it with good arguments; the code that it fails with, or 0.
+  // Calls it with valid arguments; returns the code with which it fails, or 0.
   std::function<int(Handles&)> call;
 };
 
@@ -270,7 +270,7 @@ TEST_F(AFaultyFunction, IsOneFromTheNextCallOnWhenAnotherProcessMakesItSo) {
   });
   EXPECT_EQ(wifi_initialize(), 0);
   std::atomic<bool> done = false;
-  // Calls that meet the set while it is under way must not hide it from those after it.
+  // Calls during the set must not hide it from later calls.
   std::thread busy([&] {
     while (!done) wifi_initialize();
   });

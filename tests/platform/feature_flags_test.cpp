@@ -1,4 +1,4 @@
-// The product's feature flags: what gives them, and what is wrong with a product's file.
+// The product's feature flags: where they come from, and errors in a product's file.
 #include <cstdlib>
 #include <memory>
 #include <string>

@@ -22,7 +22,7 @@ class Folders : public PlatformTest {
     unsetenv("VENTARO_STATE_DIR");
     unsetenv("VENTARO_RUNTIME_DIR");
     setenv("HOME", (folder() / "home").c_str(), 1);
-    // For the values that a test does not ask for.
+    // For the values that a test ignores.
     setenv("XDG_RUNTIME_DIR", (folder() / "xdg-runtime").c_str(), 1);
   }
 
@@ -82,8 +82,7 @@ TEST_F(Folders, KeepTheirFilesFromOtherUsers) {
   }
 }
 
-// The folder under /tmp, which is that of a user. The test takes on a user whom nobody else has, so
-// it needs the super-user's rights.
+// The user's folder under /tmp. The test switches to an unused user ID, so it needs root rights.
 class TemporaryFolder : public Folders {
  protected:
   void SetUp() override {

@@ -1,4 +1,4 @@
-// A store, or a disk, that has no more room: nothing that is stored is harmed.
+// A full store or a full disk: stored values stay intact.
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -22,8 +22,8 @@ class AFullStore : public PlatformTest {
  protected:
   static constexpr int kNoSpace = codeOf(StoreCode::kNoSpace);
 
-  // Sets values of that size until one does not fit; the number of those that did, or -1 when
-  // another error came.
+  // Sets values of that size until one does not fit; returns the number that did, or -1 after
+  // another error.
   static int fill(const std::string& prefix, std::size_t size) {
     for (int number = 0; number < 100'000; ++number) {
       const int result = vconf_set_str((prefix + std::to_string(number)).c_str(),
@@ -74,7 +74,7 @@ class AFullStoreOfValues : public AFullStore, public testing::WithParamInterface
 INSTANTIATE_TEST_SUITE_P(OfBytes, AFullStoreOfValues, testing::Values(1000, 5000, 1'000'000),
                          testing::PrintToStringParamName());
 
-// Many at once, since each set by itself would take minutes; then ever fewer, to the last one.
+// Many at once, because single sets would take minutes; then fewer and fewer, down to one.
 void fillUp(std::size_t size) {
   int number = 0;
   for (std::size_t count = 1 + 200'000 / size; count > 0; count /= 2) {
@@ -125,7 +125,7 @@ INSTANTIATE_TEST_SUITE_P(ForValuesOfBytes, AFullDisk,
 TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
   const std::size_t size = GetParam();
   inOwnProcess([] { store().set({{"db/before", 5}, {"memory/before", "five"}}); });
-  // At each of several places within a block and a page.
+  // At several positions within a block and a page.
   for (const std::size_t odd : {0U, 1U, 2048U, 4096U, 6000U}) {
     const std::string prefix = "db/full" + std::to_string(odd) + "/";
     const auto before =
@@ -148,7 +148,7 @@ TEST_P(AFullDisk, IsAnErrorAndKeepsWhatTheStoreHolds) {
   }
 }
 
-// Memory that stands for a hole of a file ends the process when the disk is full.
+// Writing to a mapped hole of a file kills the process when the disk is full.
 TEST_F(AFullStore, HasALockFileWithoutHoles) {
   store().set("db/key", 1);
   struct stat info {};

@@ -1,4 +1,4 @@
-// The messages about a JSON file that a person wrote.
+// The messages about a JSON file written by the user.
 #include "platform/host/json_file.h"
 
 #include <filesystem>
@@ -20,7 +20,7 @@ class AJsonFile : public PlatformTest {
     return withoutName(write("file.json", content), [](const JsonFile& /*file*/) {});
   }
 
-  // The message of what `read` does with a file of that content.
+  // The message when `read` reads a file of that content.
   template <typename Read>
   std::string messageOf(const std::string& content, const Read& read) const {
     return withoutName(write("file.json", content), read);

@@ -1,5 +1,5 @@
-// Runs every test in a process of its own: the store, the logs and the network exist once per
-// process, and each test needs them new.
+// Runs every test in its own process: the store, the logs and the network exist once per process,
+// and each test needs fresh ones.
 #include <gtest/gtest.h>
 #include <spawn.h>
 #include <sys/mman.h>
@@ -20,7 +20,7 @@ std::filesystem::path thisProgram() {
   return std::filesystem::read_symlink("/proc/self/exe");
 }
 
-// A name, as against a pattern.
+// A name, not a pattern.
 bool namesOneTest(const std::string& filter) {
   return filter.find_first_of("*?:-") == std::string::npos;
 }

@@ -1,4 +1,4 @@
-// Names that a person misspelt.
+// Suggestions for misspelt names.
 #include "platform/host/nearest.h"
 
 #include <gtest/gtest.h>

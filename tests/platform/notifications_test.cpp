@@ -1,4 +1,4 @@
-// Who is told of which changes of the store.
+// Who is notified of which changes in the store.
 #include <glib.h>
 
 #include <stdexcept>
@@ -13,8 +13,8 @@
 namespace platform_tests {
 namespace {
 
-constexpr int kJournalLength = 4096;  // changes that a process may be behind and miss nothing
-constexpr int kTooMany = 4096 + 256;  // changes that no process may be behind
+constexpr int kJournalLength = 4096;  // a process this many changes behind misses nothing
+constexpr int kTooMany = 4096 + 256;  // too many changes for a process that is behind
 
 TEST_F(ASubscriber, IsToldOfEverySetOfItsProcessAlsoOfAnEqualValue) {
   Keys told;
@@ -162,7 +162,7 @@ TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
     test.sendLine("ready");
     while (told.size() < 2) {
       const std::size_t before = told.size();
-      // Nothing but a file that becomes readable wakes it: no source has a time to be ready.
+      // Only a readable file wakes it: no source has a timeout.
       gint timeout = 0;
       gint priority = 0;
       GMainContext* context = g_main_context_default();
@@ -245,7 +245,7 @@ TEST_F(ASubscriber, ThatIsFurtherBehindIsToldOfEveryKeyOnce) {
   ASSERT_TRUE(iterateUntil([&] { return told.size() >= 3; }));
   EXPECT_EQ(told, (Keys{"db/key/often", "db/key/once", "db/key/unchanged"}));
   EXPECT_EQ(exact, Keys{"db/key/once"});
-  // And is not behind any more.
+  // And it is no longer behind.
   told.clear();
   store().set("db/key/often", 0);
   hearAll();
@@ -259,7 +259,7 @@ TEST_F(ASubscriber, ThatEndedIsSilent) {
   const auto otherSubscription = listen("db/key", other);
   store().set("db/key", 1);
   hearAll();
-  store().set("db/key", 2);  // on its way when the subscription ends
+  store().set("db/key", 2);  // pending when the subscription ends
   subscription = Subscription();
   store().set("db/key", 3);
   hearAll();

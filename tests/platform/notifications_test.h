@@ -1,4 +1,4 @@
-// The fixture of the tests of who is told of a change of the store.
+// The fixture of the tests of notifications.
 #ifndef NOTIFICATIONS_TEST_H
 #define NOTIFICATIONS_TEST_H
 
@@ -19,7 +19,7 @@ class ASubscriber : public PlatformTest {
     return store().subscribe(prefix, [&told](const std::string& key) { told.push_back(key); });
   }
 
-  // Sets a last key, and waits for the news of it: those of all changes before it have come then.
+  // Sets a last key and waits for its notification: those of all earlier changes have then arrived.
   static void hearAll(const std::string& area = "db/") {
     const std::string last = area + "the/last/key";
     bool heard = false;

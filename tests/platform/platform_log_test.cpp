@@ -83,7 +83,7 @@ TEST_F(PlatformLog, TakesNullPointers) {
   const char* volatile none = nullptr;
   EXPECT_GE(__dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "TAG", "null is %s", none), 0);
   EXPECT_GE(__dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, none, "no tag"), 0);
-  // Without the compiler's look at the format.
+  // Hides the format from the compiler's check.
   int (*const print)(int, int, const char*, const char*, ...) = &__dlog_print;
   EXPECT_LT(print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "TAG", nullptr), 0);
   EXPECT_EQ(texts(), (std::vector<std::string>{"main TAG: null is (null)", "main -: no tag"}));

@@ -15,8 +15,8 @@ namespace {
 
 constexpr guint kDeadlineSeconds = 60;
 
-// In memory, where the machine offers that and nobody chose a folder: what a process leaves behind
-// when it ends is the same there, and tens of thousands of synced writes are quick.
+// In memory, if available and no folder was chosen: files outlive a process there too, and tens of
+// thousands of synced writes are fast.
 std::filesystem::path temporaryFolder() {
   const std::filesystem::path memory = "/dev/shm";
   const bool chosen = std::getenv("TMPDIR") != nullptr;

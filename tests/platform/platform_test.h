@@ -35,11 +35,11 @@ std::string errorRaisedBy(const std::function<void()>& action);
 std::string readFile(const std::filesystem::path& path);
 std::vector<std::string> linesOf(const std::filesystem::path& path);
 
-// Iterates the default main context until the condition holds. False when it has not come to hold
-// after a very long time.
+// Iterates the default main context until the condition holds. False if it does not hold after a
+// very long time.
 [[nodiscard]] bool iterateUntil(const std::function<bool()>& condition);
 
-// A TV of its own: new folders, and nothing else in the environment.
+// A separate TV: new folders, and a clean environment.
 class PlatformTest : public testing::Test {
  protected:
   PlatformTest();

@@ -119,7 +119,7 @@ void becomeOrdinaryUser() {
 void becomeUser(uid_t user) {
   ASSERT_EQ(setgid(user), 0);
   ASSERT_EQ(setuid(user), 0);
-  // Lets a leak checker look at the process, as before.
+  // Lets a leak checker inspect the process again.
   ASSERT_EQ(prctl(PR_SET_DUMPABLE, 1), 0);
 }
 

@@ -1,4 +1,4 @@
-// Other processes of the same TV, which talk with the test in lines of text.
+// Other processes on the same TV, which exchange lines of text with the test.
 #ifndef TESTS_PLATFORM_PROCESS_H
 #define TESTS_PLATFORM_PROCESS_H
 
@@ -21,8 +21,8 @@ class Channel {
 
   void sendLine(const std::string& line) const;
 
-  // Waits for the other's next line; nothing when the other has ended, or says nothing for a very
-  // long time, which fails the test.
+  // Waits for the other's next line. Returns nothing when the other has ended, or is silent for a
+  // very long time, which fails the test.
   std::optional<std::string> receiveLine();
 
   int socket() const { return socket_; }
@@ -51,7 +51,7 @@ class Process {
   // Waits for it to end, and expects that it did so with success.
   void join();
 
-  // Ends it as a crash or a power user would: it gets to do nothing any more.
+  // Kills it, as by a crash: it cannot run any more code.
   void kill();
 
  private:
@@ -62,13 +62,13 @@ class Process {
   Channel channel_;
 };
 
-// Carries out the function in a process of its own, to its end.
+// Runs the function in a child process and waits for its end.
 void inOwnProcess(const std::function<void()>& work);
 
-// Gives up the rights of the super-user, for what they would hide. Without effect for others.
+// Drops root rights, which would hide errors. No effect for other users.
 void becomeOrdinaryUser();
 
-// Takes on a user, which the super-user can.
+// Switches to a user; needs root rights.
 void becomeUser(uid_t user);
 
 }  // namespace platform_tests

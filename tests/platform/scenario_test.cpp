@@ -1,4 +1,4 @@
-// What the simulated network is loaded from, and what it makes of its state in the store.
+// How the simulated network is loaded, and its state in the store.
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -242,7 +242,7 @@ TEST_F(AScenario, OfANetworkThatThereIsNotIsRefused) {
   EXPECT_EQ(wifi_initialize(), 0);
 }
 
-// One place of the right scenario, made wrong.
+// One place of a correct scenario, made invalid.
 struct Mistake {
   const char* name;
   std::string right;
@@ -335,7 +335,7 @@ TEST_P(AScenarioWith, IsNamedWithItsLineAndWhatWasExpected) {
   EXPECT_EQ(errorRaisedBy([&] { loadScenario(path); }), path + GetParam().message);
 }
 
-// What a person may write into the store.
+// Values that the user may write into the store.
 class NetworkState : public NetworkTest {
  protected:
   void SetUp() override { use(scenarioText(0)); }

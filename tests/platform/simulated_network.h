@@ -8,7 +8,7 @@
 
 namespace platform_tests {
 
-// Long enough that connecting does not come to its end.
+// So long that connecting does not finish.
 constexpr int kForEver = 60'000;
 
 // A radio that is on and connected to "Attic" (saved, 6135 MHz); "Shed" (saved, 2437 MHz) and
@@ -21,8 +21,8 @@ class NetworkTest : public PlatformTest {
   void use(const std::string& scenario) const;
 };
 
-// The SSID of the access point that the Wi-Fi functions say is connected, by its frequency; "none"
-// when there is none.
+// The SSID of the connected access point, found by the frequency that the Wi-Fi functions return;
+// "none" when there is none.
 std::string connectedNetwork();
 
 // The saved networks as published: "Attic=Connected Shed=Disconnected".

@@ -1,4 +1,4 @@
-// What the configuration store refuses, and what it says then. Nothing that is stored is harmed.
+// What the configuration store refuses, and its messages. Stored values stay intact.
 #include <lmdb.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -146,7 +146,7 @@ TEST_F(StoreRefuses, ALongerValueAndKeepsTheOld) {
   }
 }
 
-// A folder that the processes of the test can read, and not write.
+// A folder that the test's processes can read but not write.
 class AReadOnlyStore : public PlatformTest {
  protected:
   void hold(const Values& values) const {

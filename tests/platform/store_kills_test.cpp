@@ -1,4 +1,4 @@
-// Writers that are killed, again and again, at whatever they are doing.
+// Writers that are killed again and again, at random moments.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -40,8 +40,8 @@ int storedNumber(const std::string& key) {
   return number;
 }
 
-// A write that was under way may have been done too, so there may be a later one than the last that
-// was acknowledged.
+// A write in progress may have completed too, so the stored one may be later than the last
+// acknowledged one.
 void expectNothingLost(int writer, const Acknowledged& acknowledged) {
   for (int i = 0; i < kKeys; ++i) {
     EXPECT_GE(storedNumber(keyOf(writer, i)), acknowledged.at(static_cast<std::size_t>(i)))
@@ -73,7 +73,7 @@ class Writer {
     return true;
   }
 
-  // Kills it, hears what it said before, and gives what it has acknowledged.
+  // Kills it, reads the rest of its output, and returns what it has acknowledged.
   const Acknowledged& kill() {
     process_.kill();
     while (receiveLine()) {
@@ -100,7 +100,7 @@ TEST_F(Kills, LoseNothingThatWasAcknowledgedAndHoldNobodyUp) {
       ASSERT_TRUE(killed->receiveLine());
       ASSERT_TRUE(survivor->receiveLine());
     }
-    // Somewhere within what it does next.
+    // At some moment during its next write.
     for (auto spins = random() % 500'000; spins > 0; --spins) asm volatile("");
     const Acknowledged acknowledged = killed->kill();
     ASSERT_TRUE(survivor->receiveLine()) << "a lock stays held after round " << round;

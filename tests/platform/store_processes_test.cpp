@@ -22,7 +22,7 @@ std::atomic<int> syncs = 0;
 
 }  // namespace
 
-// Stand in for libc's, to see the store sync its files.
+// Override libc's functions, to observe that the store syncs its files.
 extern "C" __attribute__((visibility("default"))) int fdatasync(int file) {
   ++syncs;
   return static_cast<int>(syscall(SYS_fdatasync, file));
@@ -40,7 +40,7 @@ using Values = std::map<std::string, StoreValue>;
 
 constexpr std::size_t kMebibyte = std::size_t{1} << 20;
 
-// Transactions on a store's files by a process that does not keep to the store's ways.
+// Transactions on a store's files by a process that bypasses the store.
 class Intruder {
  public:
   explicit Intruder(const std::filesystem::path& folder) {
@@ -50,7 +50,7 @@ class Intruder {
   Intruder(const Intruder&) = delete;
   Intruder& operator=(const Intruder&) = delete;
 
-  // Begins a transaction that never ends. False when there is no place for it.
+  // Begins a transaction that never ends. False when there is no reader slot for it.
   bool begin(unsigned flags) {
     MDB_txn* transaction = nullptr;
     return mdb_txn_begin(environment_, nullptr, flags, &transaction) == 0;
@@ -72,7 +72,7 @@ class ProcessesInAnArea : public PlatformTest, public testing::WithParamInterfac
   std::filesystem::path areaFolder() const {
     return GetParam() == std::string("db/") ? stateFolder() : runtimeFolder();
   }
-  // What an intruding process does when it is told to go, until it is killed.
+  // What an intruding process does from the test's signal on, until it is killed.
   void takeAllPlacesToRead(Channel& test) const {
     test.receiveLine();
     Intruder reader(areaFolder());
@@ -127,7 +127,7 @@ TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
       }
     };
   };
-  // One more writes all the time: the kills fall into its waiting for the others, too.
+  // Another one writes all the time, so kills also happen while it waits for the others.
   Process survivor(writeForEver(key("survivor/")));
   std::map<std::string, int> acknowledged;
   for (int kill = 0; kill < kKills; ++kill) {
@@ -139,7 +139,7 @@ TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
     };
     for (int i = 0; i < 1 + kill * 3; ++i) ASSERT_TRUE(note(victim.channel().receiveLine()));
     victim.kill();
-    // What it said before it died, too.
+    // Including its output before it died.
     while (note(victim.channel().receiveLine())) {
     }
     ASSERT_TRUE(survivor.channel().receiveLine().has_value());

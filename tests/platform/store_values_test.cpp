@@ -1,4 +1,4 @@
-// What the configuration store gives back of what was stored.
+// The configuration store returns what was stored.
 #include <climits>
 #include <cstdlib>
 #include <map>

@@ -127,7 +127,7 @@ TEST_F(StructuredLog, TakesNullPointers) {
   store().set(kStorage, true);
   const char* volatile none = nullptr;
   ht::TSLoggerHelper::Log({nullptr, 0, nullptr}, "null is %s", none);
-  // Without the compiler's look at the format.
+  // Hides the format from the compiler's check.
   void (*const log)(const ht::TSCodeLocation&, const char*, ...) = &ht::TSLoggerHelper::Log;
   log(kHere, nullptr);
   const auto found = records();

@@ -1,4 +1,4 @@
-/* Subscribes with a function of its own, which is gone when this library is unloaded. */
+/* Subscribes with its own function, which disappears when this library is unloaded. */
 #include "platform/config_store.h"
 #include "platform/export.h"
 
