@@ -1,4 +1,4 @@
-"""The packages: installed into a folder as into a machine's root, and used from there."""
+"""The packages: installed into a folder that serves as a machine's root, and used from there."""
 
 import json
 import os
@@ -44,7 +44,7 @@ def root(packages, tmp_path_factory):
     (database / "status").touch()
     architecture = run("dpkg-deb", "--field", packages["ventaro-menu"], "Architecture").strip()
     (database / "arch").write_text(architecture + "\n")
-    # What they need of Debian is this machine's, not this folder's.
+    # Their Debian dependencies come from this machine, not from this folder.
     run("fakeroot", "dpkg", f"--root={folder}", "--force-depends", "--force-not-root",
         "--force-architecture", "--log=/dev/null", "--install", *packages.values())
     return folder
@@ -52,7 +52,7 @@ def root(packages, tmp_path_factory):
 
 @pytest.fixture(scope="session")
 def program(root, tmp_path_factory):
-    """The installed program as a word that starts it, under an emulator where there is one."""
+    """The command that starts the installed program, under the emulator if there is one."""
     file = tmp_path_factory.mktemp("bin") / "ventaro"
     file.write_text(f'#!/bin/sh\nexec {EMULATOR} {shlex.quote(str(root / "usr/bin/ventaro"))} "$@"\n')
     file.chmod(0o755)
@@ -133,11 +133,11 @@ def test_the_program_finds_its_libraries_where_the_packages_put_them(root):
 
 @pytest.fixture
 def example(root, tmp_path):
-    """The installed example, in a folder of one's own."""
+    """A copy of the installed example."""
     return shutil.copytree(root / "usr/share/doc/ventaro-dev/examples", tmp_path / "example")
 
 
-# Some compilers link as needed by themselves. The example calls nothing of the platform.
+# Some compilers link as needed by default, and the example calls nothing in the platform.
 def build_with_cmake(root, example):
     settings = ["-G", "Ninja", f"-Dventaro_DIR={root}/usr/{LIBRARY_DIR}/../cmake/ventaro",
                 # A target's toolchain file has flags of its own, which these must not replace.

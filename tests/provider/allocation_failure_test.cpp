@@ -1,4 +1,4 @@
-// What the provider does when it gets no memory.
+// What the provider does when memory runs out.
 #include "failing_allocations.h"
 #include "provider_test.h"
 
@@ -6,7 +6,7 @@ namespace {
 
 struct Switch {
   const char* key;
-  const char* object;  // as its value's line names it
+  const char* object;  // as the log line of its value names it
 };
 
 constexpr Switch kSwitches[] = {

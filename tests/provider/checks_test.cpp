@@ -1,5 +1,5 @@
-// The exported checks: which items are shown, and which may be used. When the device name may be
-// stands in device_name_check_test.cpp.
+// The exported checks: which items are shown, and which may be used. device_name_check_test.cpp
+// covers the device name.
 #include "checks_test.h"
 
 #include <vector>
@@ -119,7 +119,7 @@ TEST_F(Checks, ABusinessProductWhoseNetworkSupportIsUnreadableShowsEveryItem) {
   makeBusinessProduct();
   EXPECT_TRUE(isVisible());
   EXPECT_EQ(journal(), (Journal{locks(), businessProduct(), kReadsNetworkSupport, unlocks()}));
-  // Also when the failed reading left a 0.
+  // Even if the failed read wrote a 0.
   flags().set("network.network_support", 0);
   failWith("system_info_get_custom_int", "network.network_support", -5, Effect::kAsSuccess);
   EXPECT_TRUE(isVisible());

@@ -92,7 +92,7 @@ TEST_F(DeviceNameCheck, TheScreenAndTheHotelModeAreReadAnewAtEveryCheck) {
 
 // ---- The multi-view document ----
 
-// The document, and how far it is read.
+// The document, and how much of it is read.
 struct MultiView {
   std::string document;
   bool parsed;

@@ -25,13 +25,13 @@ class DeviceNameObject : public ObjectTest {
     clearJournal();
   }
 
-  // ... of user input alone ...
+  // ... of only user input ...
   void fillWithoutName() {
     DeviceNameListInterface::fillDeviceNameList();
     clearJournal();
   }
 
-  // ... or of more entries than ever come from the store.
+  // ... or of more entries than the store ever provides.
   void fillWithEntries(std::vector<std::string> entries) {
     fillWith(entries.front());
     DeviceNameListInterface::m_DevicenameList = std::move(entries);

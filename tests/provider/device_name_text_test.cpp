@@ -1,4 +1,4 @@
-// The device name as text: what the user types, and what is shown of it.
+// The device name as text: what the user types, and what is shown.
 #include <climits>
 
 #include "setting_test.h"
@@ -99,7 +99,7 @@ TEST_F(DeviceNameText, WhatTheOutputOfItsPositionHoldsBeforehandIsLoggedWhatever
 
 // ---- get_current_value_sid ----
 
-// The caller's buffer, a few bytes larger than it need be: the text, its end, and then filling.
+// The caller's buffer, a few bytes larger than required: the text, its end, then padding.
 std::string bufferWith(const std::string& text) {
   std::string buffer(VENTARO_CURRENT_VALUE_SIZE + 16, '-');
   return buffer.replace(0, text.size() + 1, text.c_str(), text.size() + 1);

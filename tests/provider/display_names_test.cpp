@@ -1,5 +1,5 @@
-// The callback that gives an item's name. Which leading part of a key gets which name stands in
-// every_key_table.cpp.
+// The callback that gives an item's name. every_key_table.cpp lists which prefix of a key gets
+// which name.
 #include <string>
 
 #include "provider_test.h"
@@ -43,7 +43,7 @@ constexpr TranslatedName kTranslatedNames[] = {
 
 class DisplayNames : public ProviderTest {
  protected:
-  // The name, which the callback must have given with the result 0 in a block of its own.
+  // The name, which the callback must return with the result 0 in a new block.
   std::string name(const std::string& key) const {
     OwnedText text;
     clearJournal();
@@ -146,7 +146,7 @@ TEST_F(DisplayNames, ATranslationIsCutTo2047Bytes) {
                {VENTARO_KEY_NETWORK_STATUS, "TV_SID_NETWORK_STATUS", 2400}};
   for (const auto& each : cases) {
     ASSERT_EQ(tr(each.sid).size(), each.size);
-    // By bytes, through a character of two if need be.
+    // By bytes, even through a two-byte character.
     EXPECT_EQ(name(each.key), tr(each.sid).substr(0, 2047)) << each.key;
   }
 }

@@ -23,15 +23,15 @@ struct Answer {
 void PrintTo(const Answer& answer, std::ostream* out);
 
 Journal b2bOption();
-// With the screen as a whole or split, and with so many saved networks.
+// With the screen whole or split, and with that many saved networks.
 Answer enabled(const std::string& key, Rule rule, bool split, int count);
 Answer intOf(const std::string& key, Owner owner);
 // Of setting 0.
 Answer setOf(const std::string& key, Owner owner);
 Answer textOf(Owner owner);
 Answer nameOf(const std::string& key, const char* name);
-// The lines of the texts that depend on the product are left out: they are many, and no other
-// item has them.
+// Without the log lines of texts that depend on the product: they are many, and no other item has
+// them.
 Answer helpOf(const char* help);
 Answer listOf(const std::string& key, List list);
 Answer titleOf(const std::string& key, Icon icon);

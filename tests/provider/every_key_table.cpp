@@ -67,7 +67,7 @@ constexpr Row kAnyOther =
     {"",                                         kAlways,      kName,   kName,     kName,      kNameList,   kFullSignal,   kSecondStatus};
 // clang-format on
 
-// The leading parts of `longest`, from `shortest` to `longest` itself.
+// The prefixes of `longest`, from `shortest` to `longest` itself.
 struct LeadingParts {
   const char* shortest;
   const char* longest;
@@ -112,7 +112,7 @@ constexpr LeadingParts kHelps[] = {
     {"menu/network/WiredEAP", "menu/network/WiredEAP", kWiredHelp},
 };
 
-// The text of the rows that the key belongs to: at most one.
+// The text of the row that the key belongs to, if any.
 template <std::size_t size>
 const char* textOf(const LeadingParts (&table)[size], const std::string& key) {
   const char* text = kNone;

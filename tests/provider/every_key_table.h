@@ -1,4 +1,4 @@
-// Every key that the provider knows, with its neighbours, and who answers for each of them.
+// Every key that the provider knows, with similar keys, and what answers for each of them.
 #ifndef EVERY_KEY_TABLE_H
 #define EVERY_KEY_TABLE_H
 
@@ -33,21 +33,21 @@ struct Row {
   List listItems;
   Icon titleIcon;
   Icon secondIcon;
-  // These also have rows for leading parts.
+  // These also have rows for prefixes.
   const char* displayName = kNone;
   const char* helpText = kNone;
 };
 
-// Names that more than the table speaks of.
+// Names used outside the table too.
 inline constexpr char kName1[] = "Net One";
 inline constexpr char kName2[] = "Net Two";
 inline constexpr char kResetName[] = "TV_SID_SYSTEM_RESET_NETWORK";
 inline constexpr char kExpertName[] = "TV_SID_EXPERT_SETTINGS";
 
-// What the tables say of a key.
+// What the tables say about a key.
 Row expectedOf(const std::string& key);
 
-// The known keys, every leading part of these, longer keys, and keys in other letter case.
+// The known keys, all their prefixes, longer keys, and keys in other letter case.
 std::set<std::string> allKeys();
 
 #endif  // EVERY_KEY_TABLE_H

@@ -1,6 +1,6 @@
-// Every callback that takes a key, asked with every key that the provider knows, with every leading
-// part of these, with longer keys, and with keys in other letter case. every_key_table.cpp says who
-// answers, every_key_answers.cpp what.
+// Calls every callback that takes a key with every key that the provider knows, with all their
+// prefixes, with longer keys, and with keys in other letter case. every_key_table.cpp says what
+// answers, every_key_answers.cpp how.
 #include <set>
 #include <string>
 
@@ -11,7 +11,7 @@ namespace {
 
 class EveryKey : public ProviderTest {
  protected:
-  // No two answers are alike.
+  // No two answers are equal.
   void SetUp() override {
     ProviderTest::SetUp();
     useLanguage("none");
@@ -23,12 +23,12 @@ class EveryKey : public ProviderTest {
     setWakeOnMobile(true);
     publish(2);
     create();
-    listItems("menu/network/WiredEAP");    // or the wired switch refuses every value
+    listItems("menu/network/WiredEAP");    // otherwise the wired switch refuses every value
     displayName("menu/network/SavedAP1");  // from here on the saved networks are watched
     startAnew();
   }
 
-  // What setting a value may have changed.
+  // Restores what setting a value may have changed.
   static void startAnew() {
     store().set(kTvName, "TV Two");
     setRadio(1);
@@ -179,10 +179,10 @@ TEST_F(EveryKey, IsAnsweredByEveryCallbackAsTheTableSays) {
     EXPECT_EQ(iconOf(table().get_second_icon_path, key), statusOf(key, row.secondIcon));
     EXPECT_EQ(setIntOf(key), setOf(key, row.setInt));
     expectTheSameForAllKeys(key);
-    if (HasFailure()) break;  // the other keys' would be the same
+    if (HasFailure()) break;  // the other keys would fail in the same way
   }
 
-  // What disables an item disables no other.
+  // What disables an item must not disable another.
   publish(1);
   store().set("memory/multiscreen/state",
               R"({"end": {"style": "PAP_FN"}, "status": "PostCondition"})");

@@ -1,4 +1,4 @@
-// The product's words in generated texts, against a plain replacing that need not end.
+// The product's words in generated texts, compared with a simple replacement that need not end.
 #include "product_texts_test.h"
 
 #include <optional>
@@ -6,7 +6,7 @@
 
 namespace {
 
-// Replaces the first token over and over, from the start. Empty when there is no end in sight.
+// Replaces the first token again and again, from the start. Empty when this seems endless.
 std::optional<std::string> replacedFromTheStart(std::string text, const std::string& replacement) {
   for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
     const std::size_t at = text.find(kToken);
@@ -16,7 +16,7 @@ std::optional<std::string> replacedFromTheStart(std::string text, const std::str
   return std::nullopt;
 }
 
-// Replaces token after token, each time from one byte behind the last one's place.
+// Replaces token after token, searching on from one byte after the last position.
 std::optional<std::string> replacedOnwards(std::string text, const std::string& replacement) {
   std::size_t from = 0;
   for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
@@ -41,7 +41,7 @@ class Texts {
         return std::string(kMost - below(40), 'x') + pieces(12);
       case 2:
         return pieces(6) + std::string(2500, 'x') + pieces(6);
-      case 3: {  // a long row of the same, as far as the limit and beyond
+      case 3: {  // a long run of the same, up to the limit and beyond
         std::string one = pieces(3);
         if (one.empty()) one = "<<A";
         return pieces(3) + repeated(one, below(3000)) + pieces(4);
@@ -69,7 +69,7 @@ class Texts {
 
 class GeneratedReplaceText : public ReplaceText {
  protected:
-  // Returns whether the replacing comes to an end.
+  // Returns whether the replacing ends.
   static bool compare(const std::string& name, const std::string& text) {
     const auto expected = replacedFromTheStart(text, name);
     if (!expected) return false;
@@ -101,7 +101,7 @@ TEST_F(GeneratedReplaceText, EndsAlsoWhereThatDoesNot) {
   }
 }
 
-// Each replacement makes a token one place in front of it, from behind the limit into what is
+// Each replacement creates a token one position before it, from beyond the limit into the bytes
 // handed out.
 TEST_F(GeneratedReplaceText, IsSoAlsoWhenATokenComesInFromBehindTheLimit) {
   EXPECT_TRUE(compare(">>abc<", std::string(kMost - 3, 'x') + "<<A<<A>>"));
@@ -120,7 +120,7 @@ TEST_F(GeneratedProductName, IsWhatReplacingOnwardsGivesWhereverThatEnds) {
     for (int j = 0; j < 10; ++j) {
       const std::string text = texts.text();
       std::string result = text;
-      CProductUtil::AddProductNameInSID(result);  // ends, in any case
+      CProductUtil::AddProductNameInSID(result);  // must return at all
       if (const auto expected = replacedOnwards(text, name)) {
         EXPECT_EQ(result, *expected) << "name: " << name << "\ntext: " << text;
       }

@@ -1,4 +1,4 @@
-// The help texts: what each item's is made of, on each kind of product.
+// The help texts: how each item's is built, on each kind of product.
 #include <map>
 #include <ostream>
 #include <stdexcept>
@@ -49,8 +49,8 @@ constexpr char kListSecond[] = "COM_SID_NETWORK_CONNECT_USB_CERTI_DEVICE";
 constexpr char kDirectTemplate[] = "TV_SID_SETTINGS_MIX_CBOCT_USE_SOME_SERVICE_WIFI_DIRECT_TURN_ON";
 constexpr char kEasyTemplate[] = "PJT_SID_MENU_TEMP_SET_TV_WIFI_MOBILE_CONNECT";
 
-// The texts of the three items that depend on the kind of product; the templates get the device's
-// name.
+// The texts of the three items that depend on the kind of product; the device's name is filled into
+// the templates.
 constexpr char kTvNetwork[] = "TV_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK";
 constexpr char kNetworkTemplate[] = "PJT_SID_SYSTEM_42683_CONFIGURE_TV_NETWORK";
 constexpr char kScreenMobile[] =
@@ -61,7 +61,7 @@ constexpr char kScreenDeviceName[] =
     "REP.DEVICE.SCREEN_SID_CCDEC_CHANGE_DEVICE_NAME_MOBILE_NETWORK";
 constexpr char kDeviceNameTemplate[] = "PJT_SID_CHANGE_TV_DEVICE_NAME_MOBILE_NETWORK";
 
-// A kind of product: its flags, how it is found out, and its texts. A text is null where it is the
+// A kind of product: its flags, how it is determined, and its texts. A text is null if it is the
 // template with the device's name.
 struct ProductKind {
   const char* name;
@@ -194,7 +194,7 @@ class HelpTextOf : public HelpTextTest, public testing::WithParamInterface<Produ
     return {text, {findsDeviceSid("REP.DEVICE.PROJECTOR"), replaces(tr(templateSid), text)}};
   }
 
-  // Of an item whose text depends on the kind of product.
+  // For an item whose text depends on the kind of product.
   static Expected ofKind(const char* sid, const char* templateSid) {
     const Expected text = sid != nullptr ? Expected{filled(tr(sid), tr(product().nameSid)), {}}
                                          : withDeviceName(templateSid);
@@ -235,8 +235,8 @@ TEST_P(HelpTextOf, EveryItemIsComposedOfKoreanTranslations) {
   expectAllHelps();
 }
 
-// The device's name goes into the templates, the product's into the five items that have words of
-// the product, and into nothing else.
+// The device's name is filled into the templates, the product's into the five items with words of
+// the product, and into no other text.
 TEST_P(HelpTextOf, OnlyFiveItemsHaveTheProductsWords) {
   std::map<std::string, std::string> texts = {{"REP.DEVICE.PROJECTOR", "device"},
                                               {product().nameSid, "product"},
@@ -261,7 +261,7 @@ TEST_P(HelpTextOf, OnlyFiveItemsHaveTheProductsWords) {
     EXPECT_EQ(help(each.key), "<<A>> <<B>> <<C>>") << each.key;
   }
   EXPECT_EQ(help(kList), "<<A>> <<B>> <<C>>\n<<A>> <<B>> <<C>>");
-  // All placeholders, and what was filled in stays.
+  // All placeholders are filled, and the inserted text is not changed.
   EXPECT_EQ(help(kWifiDirect), "<<B>>, two  ");
 }
 
@@ -325,13 +325,13 @@ TEST_F(HelpTextTest, TheTwoLinesOfTheCertificateListAreCutTogether) {
 TEST_F(HelpTextTest, TheWorkBufferOfTheDevicesNameCutsBeforeTheProductsNameIsFilledIn) {
   const std::string start(2040, 'x');
   useTextsNow({{kEasyTemplate, start + "<<A>> and more"},
-               {"REP.DEVICE.PROJECTOR", "12345<<"},  // with what follows no token
+               {"REP.DEVICE.PROJECTOR", "12345<<"},  // not a token with the text that follows
                {"COM_SID_TV", "TV"}});
   EXPECT_EQ(help(kEasyConnect), start + "12345<<");
   EXPECT_TRUE(logLines().contains(Journal{mainLog("original text:" + start + "<<A>> and more"),
                                           mainLog("replaced text:" + start + "12345<< and more"),
                                           mainLog("result text:" + start + "12345<<")}));
-  // A token that the cut went through is none any more.
+  // A token that was cut is no longer a token.
   useTextsNow({{kEasyTemplate, std::string(2000, 'x') + "<<A>>"},
                {"REP.DEVICE.PROJECTOR", "<<A>>" + std::string(39, 'y')},
                {"COM_SID_TV", "TV"}});
@@ -342,7 +342,7 @@ TEST_F(HelpTextTest, WhatTheProductsNameMakesTooLongIsCut) {
   const std::string start(2040, 'x');
   useTextsNow({{kTvNetwork, start + "<<A>>"}, {"COM_SID_TV", "1234567890"}});
   EXPECT_EQ(help(kNetwork), start + "1234567");
-  // The name comes in before the cut, not behind it.
+  // The name is filled in before the text is cut, not after.
   useTextsNow({{kTvNetwork, "<<A>>" + std::string(2050, 'x')}, {"COM_SID_TV", ""}});
   EXPECT_EQ(help(kNetwork), std::string(2047, 'x'));
   useTextsNow({{kTvNetwork, std::string(2045, 'x') + "<<A>>"}, {"COM_SID_TV", "TV"}});

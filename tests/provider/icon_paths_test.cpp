@@ -148,7 +148,7 @@ TEST_F(IconPaths, AnUnreadableContrastIsTheNormalOne) {
                         mainLog("vconf_get_int db/menu/system/accessibility/highcontrast error")});
   EXPECT_EQ(second(kFirst), kCheck);
   EXPECT_EQ(journal(), expected);
-  // Also when the failed reading left a 1.
+  // Even if the failed read wrote a 1.
   store().set(kHighContrast, 1);
   failWith("vconf_get_int", kHighContrast, -5, Effect::kAsSuccess);
   EXPECT_EQ(second(kFirst), kCheck);

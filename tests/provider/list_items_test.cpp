@@ -1,4 +1,4 @@
-// The option lists: what their entries are, what follows the choice of each, and who frees what.
+// The option lists: their entries, what follows when one is chosen, and who frees what.
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -25,7 +25,7 @@ constexpr auto kNothing = ITEM_FOLLOWING_ACTION_NONE;
 constexpr auto kRefresh = ITEM_FOLLOWING_ACTION_REFRESH;
 constexpr auto kMessageBox = ITEM_FOLLOWING_ACTION_MESSAGE_BOX;
 
-// An item as it lies in memory.
+// An item's layout in memory.
 struct Record {
   char* text;
   int value;
@@ -61,7 +61,7 @@ struct Free {
 };
 using Block = std::unique_ptr<void, Free>;
 
-// The second record of a list that counts one entry: nobody frees it but the test.
+// The second record of a list with one entry: only the test frees it.
 Block uncounted(const OptionList& list) {
   return Block(list.item(1));
 }
@@ -78,7 +78,7 @@ class ListItems : public ProviderTest {
     create();
   }
 
-  // Asks for the list alone and checks the journal: the key's line, then these.
+  // Requests only the list and checks the journal: the key's line, then these.
   Entries expectList(const std::string& key, const Journal& lines) const {
     clearJournal();
     const OptionList list = listItems(key.c_str());
@@ -100,7 +100,7 @@ class ListItems : public ProviderTest {
     return {call("evas_textblock_text_utf8_to_markup", "null", name)};
   }
 
-  // The journal of a callback that does no more than this.
+  // The journal of a callback that does only this.
   static Journal underLock(const Journal& lines) {
     return {locks(), mainLog("START"), lines, unlocks()};
   }
@@ -137,7 +137,7 @@ TEST_F(ListItems, AnUnreadableEnergyRegulationCountsAsSet) {
       mainLog("[WifiOFFON => 1]")};
   const Entries regulated = {{"Off", 0, kMessageBox}, {"On", 1, kMessageBox}};
   EXPECT_EQ(expectList(kWifi, lines), regulated);
-  // Also when the failed reading left another answer.
+  // Even if the failed read wrote another answer.
   flags().setBool("setting.eu_energy_regulation", false);
   failWith("system_info_get_custom_bool", "setting.eu_energy_regulation", -5, Effect::kAsSuccess);
   EXPECT_EQ(expectList(kWifi, lines), regulated);

@@ -1,4 +1,4 @@
-// The one lock: which functions take it, when, and what they do when they cannot have it.
+// The one lock: which functions take it, when, and what they do when they cannot take it.
 
 #include <cerrno>
 #include <functional>
@@ -18,7 +18,7 @@ constexpr char kLanguageKey[] = "db/menu_widget/language";
 
 constexpr char kSavedNetworkItem[] = VENTARO_KEY_SAVED_NETWORK_1;
 
-// All that the functions write to, preset.
+// Everything that the functions write to, preset.
 struct Outputs {
   data_provider_cbs* table = nullptr;
   void** items = nullptr;
@@ -33,7 +33,7 @@ struct Outputs {
   bool operator==(const Outputs&) const = default;
 };
 
-// Outputs in which every pointer is preset too, for functions that are to touch none.
+// Outputs in which every pointer is preset too, for functions that must not touch any.
 Outputs presetOutputs() {
   static data_provider_cbs table;
   static void* items[1];
@@ -124,7 +124,7 @@ class Locking : public ProviderTest {
          }},
         {"get_list_item_display_value", Start::kUnderTheLock,
          [&t, item](Outputs& out) {
-           char* text = out.text;  // stays the list's
+           char* text = out.text;  // still owned by the list
            t.get_list_item_display_value(item, &text);
            if (text != nullptr) out.message = text;
          }},
@@ -238,8 +238,8 @@ TEST_F(Locking, NothingButTheStartHappensBeforeTheLockIsTaken) {
 
 TEST_F(Locking, TheStartIsLoggedOnce) {
   for (const Function& each : lockedFunctions()) {
-    // Where the message box asks for the regulation, and the icon for the network's state, those
-    // log a start of their own.
+    // The message box asks for the regulation, and the icon for the network's state; those log
+    // their own "START".
     const std::string name = each.name;
     if (name == "get_messagebox_info" || name == "get_second_icon_path") continue;
     const std::size_t starts = each.start == Start::kNowhere ? 0 : 1;
@@ -354,7 +354,7 @@ TEST_F(Locking, TheLockFreeFunctionsDoNotNoticeThatItCannotBeTaken) {
   failNextLock(EDEADLK);
   Outputs out;
   for (const Function& each : lockFreeFunctions()) EXPECT_NO_THROW(each.run(out)) << each.name;
-  EXPECT_THROW(setInt("key", 1), std::system_error);  // the failure was still to come
+  EXPECT_THROW(setInt("key", 1), std::system_error);  // the failure was still pending
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ TEST_F(Log, AStatementsPlaceIsTheSameRecordEveryTime) {
   create();
   const std::vector<LogStatement> first = statementsOfGetInt();
   std::vector<LogStatement> second;
-  // On another stack, so that a place on the stack would be another.
+  // On another stack, so that a location on the stack would have another address.
   std::thread([&] { second = statementsOfGetInt(); }).join();
   ASSERT_EQ(first.size(), second.size());
   for (std::size_t i = 0; i < first.size(); ++i) {

@@ -14,7 +14,7 @@ constexpr char kRegulation[] = "com.norvane/featureconf/setting.eu_energy_regula
 constexpr char kSomeFeatures[] = "TV_SID_SETTINGS_MIX_CASEP_SOME_FEATURES_NOT_AVAIL_GO_AHEAD";
 constexpr char kMorePower[] = "TV_SID_CHANGING_FEATURE_INCREASE_POWER";
 
-// The caller's buffers, exactly as large as they must be: a sanitizer sees a byte too many.
+// The caller's buffers, exactly as large as required: a sanitizer detects one byte too many.
 struct Box {
   explicit Box(const std::string& preset = "", std::size_t extra = 0)
       : text(1024 + extra), first(512 + extra), second(512 + extra) {

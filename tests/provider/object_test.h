@@ -1,5 +1,5 @@
-// The fixture of tests of single classes, which live in the test program, over the fake platform.
-// Their lock, if they took any, would not show in the journal.
+// The fixture of tests of single classes, which are part of the test program, over the fake
+// platform. If they took a lock, it would not appear in the journal.
 #ifndef OBJECT_TEST_H
 #define OBJECT_TEST_H
 

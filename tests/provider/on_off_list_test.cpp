@@ -1,4 +1,4 @@
-// The lists and texts of the four On/Off settings, as far as these are the same for all of them.
+// The lists and texts of the four On/Off settings, as far as they are the same for all four.
 #include <cstring>
 #include <ostream>
 

@@ -1,4 +1,4 @@
-// What the objects behind the four On/Off settings do that no callback shows.
+// Behaviour of the objects behind the four On/Off settings that no callback shows.
 #include <cstdlib>
 
 #include "list_copy.h"

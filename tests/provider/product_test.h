@@ -58,7 +58,7 @@ class Product : public ObjectTest {
     return {readsSmartMonitor(),
             systemLog("fail to get com.norvane/featureconf/product.smart_monitor_feature_support")};
   }
-  // What finding out takes on a television.
+  // The calls that determine the kind on a television.
   static Journal findsTv() {
     return {tunerlessIs(false), readsGeneration(), readsProjector(), readsSmartMonitor()};
   }

@@ -27,11 +27,11 @@ TEST_F(ReplaceText, FillsAnEmptyReplacementIn) {
 }
 
 TEST_F(ReplaceText, SearchesFromTheStartAfterEveryReplacement) {
-  // The token arises in front of what was filled in.
+  // The token arises before the replacement.
   EXPECT_EQ(replaced("<<<<A>>A>>", ""), "");
   EXPECT_EQ(replaced("<<A<<A>>", ">>"), ">>");
   EXPECT_EQ(replaced("<<A<<A<<A>>.", ">>"), ">>.");
-  // And behind its start.
+  // And after its start.
   EXPECT_EQ(replaced("<<A>>>>", "-<<A"), "--<<A");
 }
 
@@ -105,12 +105,13 @@ TEST_F(AddProductName, FillsAlsoAnEmptyNameIn) {
 }
 
 TEST_F(AddProductName, GoesOnOneByteBehindTheStartOfWhatItFilledIn) {
-  // Not at the start of what was filled in, which would find the name's own token,
+  // The search does not go on at the start of the name, which would find the name's own token,
   EXPECT_EQ(named("<<A>>!", "<<A>> <<A>>"), "<<A>>! <<A>>!");
   EXPECT_EQ(named("", "<<A>><<A>>"), "<<A>>");
-  // not behind its end, which would miss the token that it makes with what follows,
+  // not after its end, which would miss the token that it forms with the text that follows,
   EXPECT_EQ(named("-<<A", "<<A>>>>"), "--<<A");
-  // and not at the start of the text, which would find the token that it makes with what precedes.
+  // and not at the start of the text, which would find the token that it forms with the text
+  // before.
   EXPECT_EQ(named(">>", "<<A<<A>>"), "<<A>>");
   EXPECT_EQ(named("", "<<<<A>>A>>"), "<<A>>");
 }
@@ -150,11 +151,11 @@ TEST_F(AddProductName, DoesNotCutTheText) {
 
 // ---- Names that bring the token in again ----
 
-// A name, and what the token grows to, as far as bytes are handed out.
+// A name, and the bytes handed out for the token.
 struct EndlessName {
   const char* name;
   std::string replaced;  // by ReplaceText
-  std::string named;     // by AddProductNameInSID; empty where that comes to an end
+  std::string named;     // by AddProductNameInSID; empty if that ends
 };
 
 const EndlessName kEndlessNames[] = {
@@ -167,7 +168,7 @@ const EndlessName kEndlessNames[] = {
     {"x<<A>>y<<A>>z", repeated("x", kSize), repeated("x", kSize)},
 };
 
-// Where the first token stands.
+// The position of the first token.
 constexpr std::size_t kStarts[] = {0, 10, 2042, 2044, 2047, 3000};
 
 TEST_F(ReplaceText, EndsForANameThatHoldsTheTokenWithWhatItWouldHandOutInTheEnd) {

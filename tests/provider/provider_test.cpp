@@ -60,7 +60,7 @@ void ProviderTest::SetUp() {
 }
 
 void ProviderTest::TearDown() {
-  clearHooks();  // they may refer to what the test has left
+  clearHooks();  // they may refer to the finished test's variables
   unload();
   EXPECT_EQ(logMistakes(), std::vector<std::string>());
   reset();

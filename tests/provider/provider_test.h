@@ -38,17 +38,17 @@ class OwnedText {
   OwnedText(OwnedText&& other) noexcept : text_(other.release()) {}
   ~OwnedText() { std::free(text_); }
 
-  // For the callback to write to, null before it does; once per object.
+  // The callback writes here; null before. Once per object.
   char** out() { return &text_; }
   const char* get() const { return text_; }
-  // Gives the string up, to be freed by the caller.
+  // Releases the string, for the caller to free.
   char* release() { return std::exchange(text_, nullptr); }
 
   bool isNull() const { return text_ == nullptr; }
   // The text, "(null)" when there is none.
   std::string str() const { return text_ != nullptr ? text_ : "(null)"; }
   std::size_t length() const { return str().size(); }
-  // How large a block the provider asked for.
+  // The size of the block that the provider allocated.
   std::size_t blockSize() const { return requestedSize(text_); }
 
   bool operator==(std::string_view text) const { return text_ != nullptr && text == text_; }
@@ -58,7 +58,7 @@ class OwnedText {
 };
 void PrintTo(const OwnedText& text, std::ostream* out);
 
-// What a callback returned, and what stood in its int output afterwards.
+// What a callback returned, and the value of its int output afterwards.
 struct IntAnswer {
   int result;
   int value;
@@ -86,7 +86,7 @@ class OptionList {
   ITEM_FOLLOWING_ACTION_TYPE action(int index) const;
   // For the size of its block.
   const void* array() const { return items_; }
-  // Gives the list up, to be freed by the caller.
+  // Releases the list, for the caller to free.
   void** release() { return std::exchange(items_, nullptr); }
 
  private:
@@ -101,14 +101,15 @@ class ProviderTest : public testing::Test {
 
   // A new fake platform, the language English, the library not loaded.
   void SetUp() override;
-  // Unloads; both log channels must have told the same all along.
+  // Unloads; both log channels must always have logged the same.
   void TearDown() override;
 
-  // Loads the library: its objects are constructed over the platform as it is scripted now.
+  // Loads the library: its objects are constructed over the platform as currently scripted.
   void load();
-  // Loads the library when it is not, creates the provider, and clears the journal.
+  // Loads the library if necessary, creates the provider, and clears the journal.
   void create();
-  // Returns the table, unloads the library, and checks that it is gone and left no timer behind.
+  // Deletes the table, unloads the library, and checks that it is unloaded and left no timer
+  // behind.
   void unload();
 
   const Exports& entries() const { return library_->exports(); }

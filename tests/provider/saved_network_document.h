@@ -1,5 +1,5 @@
 // The document in which the network service publishes the saved networks, as tests write it, and
-// what a reading of it does.
+// the journal of reading it.
 #ifndef SAVED_NETWORK_DOCUMENT_H
 #define SAVED_NETWORK_DOCUMENT_H
 
@@ -10,8 +10,8 @@
 
 inline constexpr char kSavedNetworksKey[] = "db/menu/network/TopSavedAP";
 
-// An element of the document. The texts stand between quotes as they are: JSON escapes are the
-// test's.
+// An element of the document. The texts are put between quotes unchanged: JSON escapes are up to
+// the test.
 inline std::string network(const std::string& ssid, int strength, const std::string& status) {
   return R"({"SSID": ")" + ssid + R"(", "SIGNAL_STRENGTH": )" + std::to_string(strength) +
          R"(, "STATUS": ")" + status + R"("})";

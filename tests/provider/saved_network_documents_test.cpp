@@ -1,4 +1,4 @@
-// What the saved networks' object makes of a document, and of one that is none.
+// What the saved networks' object makes of valid and invalid documents.
 #include <json/reader.h>
 #include <json/value.h>
 
@@ -20,7 +20,7 @@ class SavedNetworkDocuments : public SavedNetworks {
             call("vconf_get_str", kSavedNetworksKey), logged, unlocks()};
   }
 
-  // What the exception says that leaves the provider for this document.
+  // The message of the exception that leaves the provider for this document.
   std::string exceptionOf(const std::string& text) const {
     try {
       read(text);
@@ -30,7 +30,7 @@ class SavedNetworkDocuments : public SavedNetworks {
     return "none";
   }
 
-  // What a parser without leniency says to this document. Empty when it finds nothing wrong.
+  // The error of a strict parser for this document; empty when there is none.
   static std::string parseErrors(const std::string& text) {
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);

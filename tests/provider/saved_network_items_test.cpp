@@ -25,7 +25,7 @@ class SavedNetworkItem : public SettingTest {
 
   static void publish(const std::string& text) { store().set(kSavedNetworksKey, text); }
 
-  // The command to connect to a network of this name, which stands in it as it is.
+  // The command to connect to a network with this name, which it contains unchanged.
   static std::string command(const std::string& ssid) {
     return "{\n\t\"COMMAND\" : \"1\",\n\t\"SSID\" : \"" + ssid + "\"\n}";
   }

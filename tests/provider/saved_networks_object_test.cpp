@@ -1,4 +1,4 @@
-// What the saved networks' object keeps that no callback shows.
+// State of the saved networks' object that no callback shows.
 #include <json/value.h>
 
 #include <climits>

@@ -17,7 +17,7 @@
 
 class SettingTest : public ProviderTest {
  protected:
-  // The item's menu key, and the object's name as get_string logs it (none: it logs none).
+  // The item's menu key, and the object's name as get_string logs it (empty if it logs none).
   explicit SettingTest(const char* key, const char* object = nullptr)
       : key_(key), object_(object) {}
 
@@ -29,7 +29,7 @@ class SettingTest : public ProviderTest {
   OwnedText text() const;
   OptionList list() const;
 
-  // What the journal of each should be, around what the object does.
+  // The expected journal of each, around what the object does.
   Journal aroundGetInt(int result, const Journal& object) const;  // of get() with its own preset
   Journal aroundSetInt(int value, const Journal& object) const;
   Journal aroundGetString(const std::string& text, const Journal& object) const;
@@ -42,7 +42,7 @@ class SettingTest : public ProviderTest {
   const char* object_;
 };
 
-// The lines from the n-th one on that is this call, 1 being the first. Empty when there is none.
+// The lines from the n-th occurrence of this call on, 1 being the first. Empty if there is none.
 Journal fromCall(const Journal& journal, const Journal::Piece& call, int n);
 
 #endif  // PROVIDER_TEST_SETTING_TEST_H

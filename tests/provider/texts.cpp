@@ -68,7 +68,7 @@ std::string compiled(const std::map<std::string, std::string>& texts) {
 
 }  // namespace
 
-// A new language in a new folder each time: gettext keeps what it has once read.
+// A new language in a new folder each time, because gettext caches what it has read.
 void useTexts(const std::map<std::string, std::string>& texts) {
   static const TemporaryFolder folder;
   static int number = 0;

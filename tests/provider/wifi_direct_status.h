@@ -1,5 +1,4 @@
-// Pieces of expected journals: what Wi-Fi Direct does to know its status, for every key that shows
-// it.
+// Pieces of expected journals: how Wi-Fi Direct determines its status, for every key that shows it.
 #ifndef WIFI_DIRECT_STATUS_H
 #define WIFI_DIRECT_STATUS_H
 

@@ -13,7 +13,7 @@ class WifiPower : public SettingTest {
  protected:
   WifiPower() : SettingTest(VENTARO_KEY_WIFI, "CWiFiOnOffObj") {}
 
-  // What the object does to switch the radio, up to the timer.
+  // What the object does to switch the radio, before it starts the timer.
   static Journal switching(int radio, int value, int result = 0) {
     return {call("wifi_set_enable_qx", radio), call("vconf_set_int", kMirrorKey, value),
             mainLog("wifi_set_power_state ret = [" + std::to_string(result) + "], value = [" +
@@ -383,7 +383,7 @@ TEST_F(WifiPower, ASwitchWhileTheTimerRemovesItselfKeepsItsOwnTimer) {
   advanceTimers();
   EXPECT_EQ(runningTimers(), 1);
   clearJournal();
-  unload();  // fails when a timer is left
+  unload();  // fails if a timer remains
   EXPECT_TRUE(calls().contains(call("g_source_remove", 2)));
 }
 

@@ -12,17 +12,17 @@ class WiredEap : public SettingTest {
  protected:
   WiredEap() : SettingTest(VENTARO_KEY_WIRED_EAP, "CWiredEAPObj") {}
 
-  // A provider with these profiles whose list has been asked for.
+  // A provider with these profiles whose list has been requested.
   void createWithList(std::vector<int> profiles = {kEthernetProfile}) {
     setProfiles(std::move(profiles));
     create();
     list();
   }
 
-  // What the loading did from this object's construction on.
+  // The journal of loading from this object's construction on.
   static Journal construction() { return fromCall(journal(), call("connection_create"), 3); }
 
-  // The construction with a search that went on like this.
+  // The construction with a search that continued like this.
   static Journal constructionWith(const Journal& search) {
     return {call("connection_create"), call("connection_get_profile_iterator", "connection 3", 0),
             search};

@@ -18,8 +18,7 @@ namespace threads_tests {
 
 inline constexpr int kCallers = 8;
 
-// Over a platform whose functions do not fail, and on which the saved-network document may have any
-// shape.
+// Over a platform whose functions do not fail, and whose saved-network document may be misshapen.
 class Callers {
  public:
   Callers(const contract::Provider& provider, std::uint64_t seed) {
@@ -31,8 +30,8 @@ class Callers {
     }
   }
 
-  // Returns when every thread has made that many steps, or has had a wrong answer; meanwhile
-  // `isRunning()`.
+  // Returns when every thread has made that many steps or got a wrong answer; `isRunning()` until
+  // then.
   void run(int stepsOfEach) {
     std::vector<std::thread> threads;
     for (contract::RandomCalls& random : random_) {
@@ -46,7 +45,7 @@ class Callers {
 
   bool isRunning() const { return running_; }
 
-  // The functions across the boundary that no thread has called.
+  // The functions of the ABI that no thread has called.
   std::vector<std::string> notCalled() const {
     std::vector<std::string> missing;
     for (const contract::Function& function : contract::kFunctions) {

@@ -17,7 +17,7 @@ namespace {
 constexpr guint kProvidersPeriod = 2;  // seconds
 
 struct Timer {
-  GSource source;  // first, as GLib wants it
+  GSource source;  // first, as GLib requires
   GSourceFunc function;
   gpointer data;
 };
@@ -26,7 +26,7 @@ struct State {
   std::mutex mutex;
   std::condition_variable changed;
   Timer* running = nullptr;
-  int firings = 0;  // to come
+  int firings = 0;  // still to come
   int wrongTimersRemoved = 0;
 };
 
@@ -42,8 +42,9 @@ struct Firing {
   gpointer data;
 };
 
-// What the timer calls, when it fires now. Read with the mutex held, which end() takes before GLib
-// frees the timer: the thread sanitizer does not know GLib's own way of keeping order.
+// The function that the timer calls when it fires now. Read with the mutex held, which end() takes
+// before GLib frees the timer, because the thread sanitizer does not know GLib's own
+// synchronisation.
 std::optional<Firing> begin(Timer* timer) {
   const std::lock_guard lock(state().mutex);
   if (timer != state().running || state().firings == 0) {
@@ -65,7 +66,7 @@ gboolean dispatch(GSource* source, GSourceFunc /*callback*/, gpointer /*data*/) 
   return goesOn;
 }
 
-// The main loop calls this without a firing when a timer has ended itself, or was removed by
+// The main loop calls this, without a firing, when a timer has removed itself or was removed by
 // another thread while it fired.
 void end(gpointer data) {
   const auto* timer = static_cast<const Timer*>(data);
@@ -113,15 +114,15 @@ int wrongTimersRemoved() {
 
 }  // namespace threads_tests::clock
 
-// The deadlines of the tests stay what they are.
+// The tests' deadlines are not affected.
 PLATFORM_API guint g_timeout_add_seconds(guint interval, GSourceFunc function, gpointer data) {
   using namespace threads_tests::clock;
   if (interval == kProvidersPeriod) return addTimer(function, data);
   return g_timeout_add(interval * 1000, function, data);
 }
 
-// The radio is asked with the provider's lock held: while nobody switches. Then the time of the
-// timer passes.
+// The radio is asked with the provider's lock held, so nobody switches it meanwhile. Then the
+// timer's time passes.
 int wifi_get_enable_qx(int* state) {
   static const auto hosts =
       reinterpret_cast<decltype(&wifi_get_enable_qx)>(dlsym(RTLD_NEXT, "wifi_get_enable_qx"));

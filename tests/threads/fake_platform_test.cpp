@@ -1,5 +1,5 @@
-// The provider under eight threads of a framework, with everything that a platform may do beside
-// them on threads of its own: notifications, and the firing of the Wi-Fi timer.
+// The provider under eight threads of a framework, with everything that a platform may do at the
+// same time on its own threads: notifications, and firing the Wi-Fi timer.
 #include <atomic>
 #include <string>
 #include <thread>
@@ -41,7 +41,7 @@ TEST(OnAnyPlatform, EveryFunctionAnswersRightWhateverThePlatformDoesBesideIt) {
     const contract::Provider provider(VENTARO_PROVIDER);
     Callers callers(provider, seed);
     std::atomic<int> firings = 0;
-    // The radio is asked while nobody switches. Then the time of the timer passes.
+    // The radio is asked while nobody switches it. Then the timer's time passes.
     fake_platform::onCall("wifi_get_enable_qx", [&] { firings = kFirings - 1; });
     const auto beside = [&](const auto& action) {
       return std::thread([&callers, action] {

@@ -1,4 +1,4 @@
-// Holds a thread inside the provider: this program's own __dlog_print stands before the host
+// Holds a thread inside the provider: this program's own __dlog_print overrides the host
 // platform's, and does its work.
 #ifndef TESTS_THREADS_GATE_H
 #define TESTS_THREADS_GATE_H
@@ -9,7 +9,7 @@
 
 namespace threads_tests {
 
-// How long the tests wait for what must come, before they say that it has not.
+// How long the tests wait for an expected event before they fail.
 inline constexpr std::chrono::seconds kPatience{10};
 
 // One thread at a time.
@@ -19,8 +19,7 @@ class Gate {
   // until the gate opens.
   void stopThisThreadAt(int statement);
 
-  // Until a thread has come to the gate, be it open or not. That none comes in time is a failure
-  // of the test.
+  // Waits until a thread has reached the gate, open or not. The test fails if none does in time.
   void waitForSomebody();
   void open();
 

@@ -1,4 +1,4 @@
-// The provider and the host platform under everything that runs beside each other in a TV: the
+// The provider and the host platform under everything that runs concurrently in a TV: the
 // framework's threads, other programs that change the store, and the main loop, which delivers the
 // notifications, fires the Wi-Fi timer and runs the network service.
 #include <glib.h>
@@ -38,7 +38,7 @@ struct Change {
   StoreValue value;
 };
 
-// What other programs of a TV set. Two of the documents have a wrong shape.
+// What a TV's other programs set. Two of the documents are misshapen.
 const Change kChanges[] = {
     {"db/menu/network/TopSavedAP", R"({"count": 2, "values": [
         {"SSID": "Net One", "SIGNAL_STRENGTH": -50, "STATUS": "Connected"},
@@ -110,10 +110,10 @@ class OnTheHostPlatform : public platform_tests::PlatformTest {
         &complaints_);
   }
 
-  // A timer that is removed twice, or that is none, is one.
+  // GLib warns about a timer that is removed twice, or does not exist.
   int complaintsOfGlib() const { return complaints_; }
 
-  // All is as it was: there is one refresh, four firings after the switch.
+  // Everything still works: there is one refresh, four firings after the switch.
   static void expectARefreshAfterTheNextSwitch(const Provider& provider) {
     while (g_main_context_iteration(nullptr, FALSE)) {
     }

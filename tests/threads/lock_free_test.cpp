@@ -1,4 +1,4 @@
-// The functions that do without the provider's lock, while another thread is stopped inside one
+// The functions that do not take the provider's lock, while another thread is stopped inside one
 // that holds it.
 #include <atomic>
 #include <cstring>
@@ -42,8 +42,8 @@ class ALockFreeFunction : public platform_tests::PlatformTest {
     provider_.reset();
   }
 
-  // All that take the lock, but the one that logs nothing and calls nothing of the platform:
-  // get_module_info.
+  // All functions that take the lock, except get_module_info, which logs nothing and does not call
+  // the platform.
   std::vector<Function> lockedFunctions() const {
     const contract::Item item = list_.item(0);
     return {
@@ -89,7 +89,7 @@ class ALockFreeFunction : public platform_tests::PlatformTest {
     function.run(calls);
   }
 
-  // On a thread of its own, or a function that waits for the lock would never end.
+  // On a separate thread, because a function that waits for the lock would never return.
   void expectToEnd(const Function& function, Gate& gate) {
     const std::future<void> end = std::async(std::launch::async, [&] { run(function); });
     if (end.wait_for(kPatience) == std::future_status::ready) return;
@@ -113,8 +113,8 @@ TEST_F(ALockFreeFunction, AnswersWhileAnyLockedOneIsStoppedWithTheLockInItsHands
       run(locked);
     });
     gate.waitForSomebody();
-    // Has the lock only when the holder does not, or does not any more. Its first statement is the
-    // last thing before the lock.
+    // Gets the lock only when the holder does not have it. Its first statement is the last one
+    // before it locks.
     Gate beforeTheLock;
     beforeTheLock.open();
     std::atomic<bool> lockWasFree = false;
@@ -129,7 +129,7 @@ TEST_F(ALockFreeFunction, AnswersWhileAnyLockedOneIsStoppedWithTheLockInItsHands
     gate.open();
     holder.join();
     another.join();
-    if (HasFailure()) return;  // the others would be the same, and take their time
+    if (HasFailure()) return;  // the others would fail in the same way, slowly
   }
 }
 

@@ -1,4 +1,4 @@
-// Where the random numbers of a test begin.
+// The seed of a test's random numbers.
 #ifndef TESTS_THREADS_SEED_H
 #define TESTS_THREADS_SEED_H
 
@@ -9,7 +9,7 @@
 
 namespace threads_tests {
 
-// $VENTARO_TEST_SEED where that is set, else another one each time; printed, so that it can be set
+// $VENTARO_TEST_SEED if set, otherwise a different one each time; printed, so that it can be set
 // again.
 inline std::uint64_t testSeed() {
   const char* chosen = std::getenv("VENTARO_TEST_SEED");

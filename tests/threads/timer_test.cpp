@@ -1,5 +1,5 @@
-// The Wi-Fi timer by itself: a firing and a switch at the same time, as close as two threads get to
-// each other. The timer takes no lock.
+// The Wi-Fi timer by itself: a firing and a switch at the same time, as close together as two
+// threads can get. The timer takes no lock.
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -15,13 +15,13 @@ namespace {
 
 constexpr int kFirings = 4;  // until the timer asks for the refresh
 
-// Two threads come out of it together.
+// A barrier: two threads leave it together.
 class Meeting {
  public:
   void wait() {
     const int goal = (arrived_++ / 2 + 1) * 2;
-    // On a machine with more work than cores the other may have to be let in. Seldom: whoever is
-    // away comes late.
+    // On a machine with more work than cores, the other thread may need the processor. Yields only
+    // rarely, because a thread that yields comes back late.
     for (int turns = 1; arrived_ < goal; ++turns) {
       if (turns % 1000 == 0) std::this_thread::yield();
     }
@@ -45,7 +45,7 @@ int firingsToCome() {
   return firings;
 }
 
-// The firing may count for the switch's timer, but once only: then the refresh comes after six
+// The firing may count for the switch's timer, but only once: then the refresh comes after six
 // seconds instead of eight.
 TEST(AFiringAndASwitchAtOnce, LeaveTheSwitchsTimerAndNoOtherWithThreeOrFourFiringsToCome) {
   fake_platform::reset();
@@ -64,7 +64,7 @@ TEST(AFiringAndASwitchAtOnce, LeaveTheSwitchsTimerAndNoOtherWithThreeOrFourFirin
   for (int i = 0; i < MEETINGS; ++i) {
     fake_platform::clearJournal();
     power.UpdateWifiDirect();
-    // Each of its firings in turn meets the switch.
+    // Each of its firings in turn coincides with the switch.
     for (int before = i % kFirings; before > 0; --before) CWiFiOnOff::OnTimerTimeOut(&power);
     meeting.wait();
     linger(i / kFirings / 32 % 32);
