@@ -84,7 +84,7 @@ void requireRadio(std::size_t points) {
   int mhz = 0;
   require((wifi_ap_get_frequency(point, &mhz) == 0) == isConnected,
           "an access point has a channel");
-  require((wifi_ap_destroy(point) == 0) == isConnected, "an access point goes back");
+  require((wifi_ap_destroy(point) == 0) == isConnected, "an access point is returned");
 }
 
 void requireProfiles(std::size_t profiles) {
@@ -102,7 +102,7 @@ void requireProfiles(std::size_t profiles) {
     require(type == 2 ? result == 0 || result == -106 : result == -104, "802.1X is for Ethernet");
   }
   require(count == profiles, "all profiles of the scenario are there");
-  require(connection_destroy(connection) == 0, "the connection goes back");
+  require(connection_destroy(connection) == 0, "the connection is returned");
 }
 
 void requireScenario() {

@@ -32,7 +32,7 @@ debian_source() {
     suite=$(debian_main_suite)
   fi
   if [ -z "$suite" ]; then
-    echo "apt knows no source of \"$(debian_release) main\"; add one to /etc/apt, as sources.list(5) tells" >&2
+    echo "apt knows no source of \"$(debian_release) main\"; add one to /etc/apt, see sources.list(5)" >&2
     return 1
   fi
   keyring=$(keyring_of "${suite#* }")

@@ -20,35 +20,35 @@ FIGURES = [f"{side}_{measured}" for measured in ("instructions", "allocations") 
 BETWEEN_KEYS = " | "
 RATIO_TOLERANCE = 0.02
 FLOOR_TOLERANCE = 0.03  # a worse floor improves the ratio
-HOW_TO_ACCEPT = "if these figures are as they should be, accept them by bench/run --accept"
+HOW_TO_ACCEPT = "if these figures are right, accept them with bench/run --accept"
 
 # A callback has to look up its key; the floor is written for one key.
 FINDS = "finds its key"
 UNIT = f"{FINDS}, and calls the object that the value belongs to"
-READS = "what is known of the saved networks is in `std::string`s, which are compared and handed on by functions"
+READS = "the saved networks are kept in `std::string`s, which functions compare and pass on"
 
 # Why a function is above the aim for some keys, found with callgrind_annotate on both sides' dumps.
 REASONS = {
-    "get_display_name": f"{FINDS}; one that it does not know is compared with each, for names are found by leading "
-                        f"parts of keys, too; {READS}",
-    "get_help_text": f"{FINDS}; a text with a product's or a device's name is put together by functions of "
-                     "`std::string`, where the floor copies it, and is copied by `strncpy`, which fills the rest of 2 KiB",
+    "get_display_name": f"{FINDS}; an unknown one is compared with every key, because names are also "
+                        f"found by prefix; {READS}",
+    "get_help_text": f"{FINDS}; a text with a product's or a device's name is composed by functions of "
+                     "`std::string`, while the floor copies it; `strncpy` then copies it and fills the rest of 2 KiB",
     "get_string": UNIT,
     "get_int": UNIT,
-    "set_int": f"{UNIT}; that of a saved network builds the command that jsoncpp writes, which the floor has at hand",
-    "get_title_icon_path": f"{FINDS}; a network's path is made as a `std::string`, and every path is measured before "
+    "set_int": f"{UNIT}; for a saved network, builds the command that jsoncpp writes; the floor has it ready",
+    "get_title_icon_path": f"{FINDS}; a network's path is built as a `std::string`, and every path is measured before "
                            f"it is copied; {READS}",
     "get_second_icon_path": f"{READS}; {FINDS}",
-    "get_list_items": "the owner hands over the texts in an array of their own, the largest part; each is measured "
+    "get_list_items": "the setting returns the texts in a separate array, the largest part; each is measured "
                       f"before it is copied; {FINDS}",
-    "check_visibility_int": "asks for the feature flag in functions of its own, and looks at what it is told",
-    "check_enable_int": f"{FINDS}, which is most of it: beside it there are the lock and a log line; {READS}",
-    "get_list_item_display_value": "looks for the end of the text before it logs it, for one that fills its block has "
-                                   "none",
-    "get_list_item_following_action_type": "looks whether it was given an entry and a place for the action",
-    "get_messagebox_info": "puts the text together in a buffer that it clears before, and appends it and the buttons' "
-                           "texts to what the caller's buffers hold",
-    "get_module_info": f"{FINDS}, beside which there is only the lock",
+    "check_visibility_int": "reads the feature flag in separate functions, and checks the result",
+    "check_enable_int": f"{FINDS}, which is most of its work: besides, it takes the lock and logs a line; {READS}",
+    "get_list_item_display_value": "looks for the end of the text before it logs it, because one that fills its block "
+                                   "has none",
+    "get_list_item_following_action_type": "checks its two arguments for null",
+    "get_messagebox_info": "composes the text in a buffer that it clears first, and appends it and the buttons' "
+                           "texts to the caller's buffers",
+    "get_module_info": f"{FINDS}; besides, it only takes the lock",
 }
 # The only call of a page that parses JSON. jsoncpp costs the same on both sides, and hides the rest.
 PARSES = ("check_enable_int", "menu/network/devicename")
@@ -215,7 +215,7 @@ def search_sentence(figures):
     search = common.median([more(case, "instructions") for case in by_function(figures)["check_enable_int"]])
     calls = sum(case["calls_per_page"] for case in figures["cases"] if FINDS in REASONS.get(case["function"], ""))
     share = 100 * calls * search / page(figures, "instructions")["floor"]
-    return (f"`check_enable_int` does little else than find its key, and takes {search:.0f} instructions more than\n"
+    return (f"`check_enable_int` does little more than find its key, and takes {search:.0f} instructions more than\n"
             f"  its floor (median). {calls} calls of a page find a key; as much for each would be {share:.0f} % of\n"
             "  the floor's instructions.")
 
@@ -226,26 +226,25 @@ def report(figures, pictures):
     calls = sum(case["calls_per_page"] for case in figures["cases"])
     return f"""## The callbacks
 
-Every function for every key, and for some in a second state, over a platform that costs nothing, beside its *floor*:
-a replay of what it did once, as straight-line C++ that was made from a recording. It makes the same platform calls
-with the same arguments, takes and leaves the lock at the same places, logs the same, hands out and frees the same
-blocks, and has jsoncpp read and write the same texts. It knows nothing else: no rule, no key and no state. That a
-recording of the floor is that of the provider is checked before it is measured, every byte of a block included. A page
-is the {calls} calls of one drawing of the Network branch, as in the next section.
+Every function for every key, and for some in a second state, over a platform with almost no cost, compared with its
+*floor*: straight-line C++, generated from a recording, that replays what it did once. It makes the same platform calls
+with the same arguments, takes and releases the lock at the same places, logs the same lines, hands out and frees the
+same blocks, and has jsoncpp read and write the same texts. It contains nothing else: no rule, no key and no state.
+Before measuring, a recording of the floor is checked against the provider's, including every byte of a block. A page is
+the {calls} calls of one drawing of the Network branch, as in the next section.
 
 {page_table(figures)}
-![Instructions beside the floor's](performance/callbacks.svg)
+![Instructions compared with the floor's](performance/callbacks.svg)
 
 {function_table(figures)}
-- Instructions are counted by callgrind and do not depend on the machine's load. Each case is counted in a process of
-  its own, so that all find the same heap, and is checked beside its figure in `bench/callbacks/expected.csv`.
-- The provider is measured as it is shipped, made small (`-Os`), while the floor is made fast (`-O2`); both are
-  hardened alike.
-- Of the texts that it gets from the platform, the floor measures and copies those that it hands on, and compares those
-  of the store that it does not hand on with the recorded ones. Whatever else it writes is a constant: where the
-  provider puts a text together, its floor does not.
-- Where the provider has jsoncpp read or write a text, the floor has it do so, but does not look at what was read. One
-  call of the page reads one at every drawing, `{PARSES[0]}` of `{PARSES[1]}`:
-  {parsing['provider']:,.0f} instructions, of the floor {parsing['floor']:,.0f}.
+- Instructions are counted by callgrind and do not depend on the machine's load. Each case is counted in a separate
+  process, so that all start with the same heap, and is compared with its figure in `bench/callbacks/expected.csv`.
+- The provider is measured as it is shipped, optimised for size (`-Os`), while the floor is optimised for speed (`-O2`);
+  both are hardened in the same way.
+- The floor measures and copies the platform's texts that it passes on, and compares the store's other texts with the
+  recorded ones. Everything else that it writes is a constant: where the provider composes a text, its floor does not.
+- Where the provider has jsoncpp read or write a text, so does the floor, but it ignores what was read. One call of the
+  page reads a text at every drawing, `{PARSES[0]}` of `{PARSES[1]}`:
+  {parsing['provider']:,.0f} instructions, and {parsing['floor']:,.0f} in the floor.
 - {search_sentence(figures)}
 """

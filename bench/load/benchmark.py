@@ -89,13 +89,13 @@ def bound(figures, name):
 
 def too_many(figures):
     limits = (("relocations", relocated, MOST_RELOCATIONS), ("bound symbols", bound, MOST_SYMBOLS))
-    return [f"the provider has {count(figures, 'provider')} {what}, at most {most} may be"
+    return [f"the provider has {count(figures, 'provider')} {what}, the limit is {most}"
             for what, count, most in limits if count(figures, "provider") > most]
 
 
 def other_libraries(figures):
     libraries = figures["needed"]
-    return [f"{ours} and {theirs} need other libraries: {libraries[ours]}, {libraries[theirs]}"
+    return [f"{ours} and {theirs} need different libraries: {libraries[ours]}, {libraries[theirs]}"
             for ours, theirs in (("provider", "empty"), ("menu", "baseline"))
             if libraries[ours] != libraries[theirs]]
 
@@ -112,7 +112,7 @@ def times(figures, case, steps=STEPS):
 
 def loading_rows(figures):
     names = {"host": "over the host platform, which is loaded and in use",
-             "bare": "over a bare platform, which knows nothing"}
+             "bare": "over a bare platform, which returns nothing"}
     for platform, name in names.items():
         provider, empty = f"{platform} provider", f"{platform} empty"
         ratio = common.ratios(times(figures, provider), times(figures, empty))
@@ -188,20 +188,20 @@ def report(figures, pictures):
     starts = common.table(["start to end", "ratio", "time"], start_rows(figures))
     return f"""## Loading
 
-From `dlopen(RTLD_NOW)` to the table of `create_provider()`, in fresh processes that have the libraries that the
-provider needs, against a library with the same dependencies and link options whose `create_provider()` gives an empty
-table.
+From `dlopen(RTLD_NOW)` to the table of `create_provider()`, in fresh processes that have already loaded the
+provider's libraries, compared with a library with the same dependencies and link options whose `create_provider()`
+returns an empty table.
 
 {loading}
 ![From dlopen to a ready table](performance/load.svg)
 
 {relocations}
-And the menu program, from its start to its end:
+The menu program, from start to exit:
 
 {starts}
 - Over the bare platform, the provider has more than the empty library:
   {excess(figures)}.
-- Over the host platform the answers come on top: the constructors of the provider's objects ask for the network, its
+- Over the host platform, its calls add to this: the constructors of the provider's objects query the network, its
   profiles and the store, and write log lines.
 - A start of `ventaro show` opens the store and the network, loads the provider, draws the page and prints it.
 """

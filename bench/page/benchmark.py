@@ -217,13 +217,13 @@ def agreement(figures):
     ratio = common.ratios(figures["counted_page"], figures["mean"])
     apart = abs(common.median(ratio) - 1) > AGREEING
     return (f"They are means;\n  all together are {common.with_spread(ratio)} times the mean of the pages above" +
-            (", **so only the shares are of use, not the times**." if apart else "."))
+            (", **so only the shares are meaningful, not the times**." if apart else "."))
 
 
 def log_lines(figures):
     lines = figures["functions"]["__dlog_print"]
     share = common.median(common.ratios(lines["nanoseconds"], figures["counted_page"]))
-    return (f"A page writes {lines['calls']:.0f} log lines, each of them formatted and then a write to a file, which\n"
+    return (f"A page writes {lines['calls']:.0f} log lines, each formatted and written to a file, which\n"
             f"  takes {100 * share:.0f} % of its time.")
 
 
@@ -232,16 +232,16 @@ def report(figures, pictures):
     return f"""## A page
 
 One drawing of the Network branch over the host platform, as a framework makes it: {figures["callbacks"]} calls of the
-table and the checks for 16 items, and everything handed out given back.
+table and the checks for 16 items, with everything handed out returned.
 
 {aims(figures)}
 ![Where a page's time goes](performance/page.svg)
 
 {time_table(figures)}
 {instruction_table(figures)}
-- The times by function come from a run of its own, in which each platform function is timed; what that costs,
-  {figures["overhead"]:.0f} ns a call, is taken off. What the platform calls in itself belongs to the function that was
+- The times by function come from a separate run, in which each platform function is timed; the cost of that,
+  {figures["overhead"]:.0f} ns per call, is subtracted. Calls inside the platform belong to the function that was
   called. {agreement(figures)}
 - {log_lines(figures)} On a TV these lines cost what the TV's log costs.
-- Instructions are those of processes, without the kernel's, which writes the log files.
+- Instructions do not include those of the kernel, which writes the log files.
 """

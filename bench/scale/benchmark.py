@@ -97,7 +97,7 @@ def wrong_growth(figures):
     for (few, many), power in instruction_exponents(figures).items():
         if power > MOST_EXPONENT:
             yield (f"the instructions grow with the power of {power:.2f} from {few} to {many} networks, "
-                   f"at most {MOST_EXPONENT} may be")
+                   f"the limit is {MOST_EXPONENT}")
 
 
 def check(figures):
@@ -205,19 +205,19 @@ def report(figures, pictures):
     rates = common.table(["threads", "against one", "callbacks a second"], throughput_rows(figures))
     return f"""## Scale
 
-The items of the saved networks, with documents of 1 to 10,000 networks. "Growth" is what one network more costs in time
-between 1,000 and 10,000 against between 100 and 1,000; "exponent" is the power that the cost grows with from 100 to
-10,000. A straight line has 1 for both.
+The items of the saved networks, with documents of 1 to 10,000 networks. "Growth" is the time that one more network costs
+between 1,000 and 10,000, relative to between 100 and 1,000; "exponent" is the power with which the cost grows from 100
+to 10,000. Linear growth has 1 for both.
 
 {costs}
 ![A saved network's callbacks, by the networks in the document](performance/scale-networks.svg)
 
 {memory}
-- Each of these callbacks looks at the whole document and logs each network. One network more costs each of them
+- Each of these callbacks reads the whole document and logs each network. One more network costs each of them
   {one_more(figures)} between 1,000 and 10,000.
 - The instructions of the four together, counted by callgrind, grow with a power of {powers(figures)} from 100 to
   10,000 networks; `bench/run` fails above {MOST_EXPONENT}.
-- A notification makes a durable set, the request to refresh.
+- A notification leads to a durable set, the request to refresh.
   {of_one_network(figures)}
 
 One to eight threads draw the branch at once:
@@ -225,6 +225,6 @@ One to eight threads draw the branch at once:
 {rates}
 ![Threads that draw the branch at once](performance/scale-threads.svg)
 
-- Of what a drawing calls all but two callbacks take the one lock. {of_one_thread(figures)}
+- All but two of the callbacks in a drawing take the one lock. {of_one_thread(figures)}
 - There were {figures["processors"]} processors for up to {max(DRAWING)} threads.
 """

@@ -204,7 +204,7 @@ Each is the median (least to most) of {RUNS} processes.
 {table(memory)}
 ### The biggest symbols, in bytes
 
-By their size on {TV}; a function's overloads, clones and exceptional paths together.
+Sorted by their size on {TV}; a function's overloads, clones and exception paths count together.
 
 {table(functions)}
 ### The sections of at least {SMALL_SECTION} bytes

@@ -149,7 +149,7 @@ def notice_table(figures):
             rows.append([f"{store}, {durability}", len(calls), common.duration(common.median(calls)),
                          percentile_99(calls), common.duration(common.median(sets)),
                          after_return(calls, sets) if durability == "durable" else "–"])
-    return common.table(["from the begin of a set in one process to the call in another", "sets", "median",
+    return common.table(["from the start of a set in one process to the call in another", "sets", "median",
                          "99th percentile", "to the set's own return", "from that to the call"], rows)
 
 
@@ -205,41 +205,41 @@ def report(figures, pictures):
     return f"""## The store
 
 {aim_table(figures)}
-A store of N keys holds numbers and texts of 32 bytes, by halves, and 16 texts of 4 KiB; it was filled in the keys'
-order. Of each kind {DRAWN_KEYS:,} keys were drawn at random, the same for all, and are used in turn; so of a larger
-store most keys are not used. The stores of one size took turns, but the sizes came one after the other: ratios can be
-compared from row to row, times cannot.
+A store of N keys holds 16 texts of 4 KiB; the rest are half numbers, half texts of 32 bytes. It was filled in key
+order. {DRAWN_KEYS:,} keys of each kind were drawn at random, the same for all stores, and are used in turn, so most keys
+of a larger store are not used. The stores of one size took turns, but the sizes were measured one after the other:
+ratios can be compared between rows, times cannot.
 
-- "LMDB" is what the store is built on, without anything around it: one table, plain bytes, and a read transaction that
-  is kept and renewed for each get.
-- SQLite has its log ahead (`WAL`), its file mapped, no lock of its own, prepared statements, and `synchronous=FULL`
-  where durable.
-- GSettings keeps a key file, of which it syncs the file but not the folder.
-- ventaro's gets also find its named table, which LMDB does anew in each transaction, check the key and the value's type,
-  and look for an injected fault; its sets also enter the change
-  in the journal and wake the subscribers of other processes, which none but GSettings does.
-- "Durable" is on this machine's disk, whose sync varies; "volatile" is in memory, without syncs where the store can do
-  without.
+- "LMDB" is the library below the store, used directly: one table, plain bytes, and a read transaction that is kept and
+  renewed for each get.
+- SQLite uses a write-ahead log, a mapped file, no internal lock, prepared statements, and `synchronous=FULL` for durable
+  sets.
+- GSettings keeps a key file; it syncs the file but not the folder.
+- ventaro's gets also look up its named table, which LMDB requires in each transaction, check the key and the value's
+  type, and check for an injected fault; its sets also add the change to the journal and wake the subscribers in other
+  processes, which otherwise only GSettings does.
+- "Durable" is on this machine's disk, whose sync varies; "volatile" is in memory, without syncs if the store allows
+  that.
 
 {ratio_table(figures)}
 {time_table(figures)}
-![The time of a get beside LMDB's by the number of keys](performance/store-get.svg)
+![The time of a get relative to LMDB's, by the number of keys](performance/store-get.svg)
 
-With more than {MOST_KEYS:,} keys GSettings is left out: its schema would have to declare every key, and each set writes
-all values anew, which takes milliseconds with {MOST_KEYS:,} keys already.
+With more than {MOST_KEYS:,} keys GSettings is left out: its schema would have to declare every key, and each set
+rewrites all values, which takes milliseconds even with {MOST_KEYS:,} keys.
 
 Readers get integers from {READ_KEYS:,} keys while one writer makes durable sets, each as fast as it can; with more
-readers than processors they share these. Here more is better. GSettings has no threads, for its key file has no lock,
-and its readers read a copy within their process that is not brought up to date meanwhile.
+readers than processors, they share the processors. Here more is better. GSettings is not measured with threads, because
+its key file has no lock; its readers read a copy in their own process that is not updated meanwhile.
 
 {reader_table(figures)}
 {writer_table(figures)}
-![Reads a second by the number of readers](performance/store-readers.svg)
+![Reads per second by the number of readers](performance/store-readers.svg)
 
-The other process waits in its GLib main loop, with nothing else going on. LMDB and SQLite tell other processes of
-nothing; they would have to be asked again and again. Of fewer than {ENOUGH} sets no 99th percentile is given.
+The other process waits in its GLib main loop, with nothing else going on. LMDB and SQLite do not notify
+other processes; these would have to poll. With fewer than {ENOUGH} sets, no 99th percentile is given.
 
-- ventaro and GSettings tell of a durable set after its sync, so the last column has what comes after the set's return.
-- GSettings watches by GIO's monitor, which waits 100 ms before it reads on when an event has just come.
+- ventaro and GSettings notify of a durable set after its sync, so the last column is the time after the set's return.
+- GSettings watches with GIO's monitor, which waits 100 ms after an event before it reads the next one.
 
 {notice_table(figures)}"""
