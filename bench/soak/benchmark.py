@@ -35,5 +35,5 @@ def check(figures):
 def report(figures, _pictures):
     rows = [[f"{row['callbacks']:,}", *(f"{row[name] // 1024:,}" for name in ("resident", "heap", "kept"))]
             for row in (figures["series"][index] for index in SHOWN)]
-    return common.table(["callbacks", "resident memory, KiB", "heap in use but for what is kept, KiB",
-                         "kept on purpose, KiB"], rows)
+    return common.table(["callbacks", "resident memory, KiB", "heap in use without the texts never freed, KiB",
+                         "texts never freed, KiB"], rows)

@@ -32,8 +32,8 @@ constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // bytes
 constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
-constexpr std::uint64_t kJournalLength = 4096;  // at least so many changes are kept
-constexpr std::uint64_t kPruningStep = 256;     // older ones are dropped after so many changes
+constexpr std::uint64_t kJournalLength = 4096;  // the least number of changes kept
+constexpr std::uint64_t kPruningStep = 256;     // changes between two prunings
 
 MDB_val asVal(std::string_view bytes) {
   return {bytes.size(), const_cast<char*>(bytes.data())};

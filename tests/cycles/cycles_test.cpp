@@ -128,7 +128,7 @@ TEST_F(LoadingAndUnloading, LeavesNothingBehindHoweverOften) {
   EXPECT_EQ(refreshesPerChange(), 1);
 }
 
-TEST_F(LoadingAndUnloading, LeavesNothingBehindAlsoWhenChangesAreToldInBetween) {
+TEST_F(LoadingAndUnloading, LeavesNothingBehindEvenWithNotificationsInBetween) {
   constexpr int kCycles = CYCLES / 10;
   constexpr std::size_t kSlack = 64UL * 1024;
   const auto runWithNews = [] {

@@ -155,7 +155,7 @@ TEST_F(FakePlatform, PlaceholdersAreFilledOnceAndTheResultIsCut) {
   EXPECT_STREQ(text, "<<B>>||");
 }
 
-TEST_F(FakePlatform, AHandleIsMisusedWhenItIsNoneOrNoLonger) {
+TEST_F(FakePlatform, AnInvalidOrReleasedHandleIsMisuse) {
   setProfiles({kEthernetProfile});
   setConnectedAp(5955);
   connection_h connection = nullptr;
@@ -202,7 +202,7 @@ TEST_F(FakePlatform, AnIteratorIsMisusedBeyondItsEndAndAProfileThatIsKnownToBeAn
                                                  "an iterator is not moved beyond its end"}));
 }
 
-TEST_F(FakePlatform, WhatIsNotRecordedFailsAndIsMisusedAllTheSame) {
+TEST_F(FakePlatform, CallsThatAreNotRecordedStillFailAndCountAsMisuse) {
   record(false);
   failWith("vconf_set_int", "db/bad", -7);
   EXPECT_EQ(vconf_set_int("db/bad", 1), -7);
@@ -290,7 +290,7 @@ TEST_F(FakePlatform, AProperLogStatementIsNoMistake) {
   EXPECT_EQ(logMistakes(), std::vector<std::string>());
 }
 
-TEST_F(FakePlatform, ALogStatementThatFailsIsRecordedAllTheSame) {
+TEST_F(FakePlatform, ALogStatementThatFailsIsStillRecorded) {
   failCall("__dlog_print", 2, -9);
   for (const int result : {0, -9, 0}) {
     EXPECT_EQ(__dlog_print(0, 4, "VENTARO", "file.cpp: function(12) > text"), result);

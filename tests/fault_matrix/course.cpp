@@ -92,7 +92,7 @@ const char* nameOf(Mode mode) {
     case Mode::kThirdCall:
       return "on its third call";
     case Mode::kAlwaysWithOutput:
-      return "always, its work done all the same";
+      return "always, after doing its work";
   }
   return "";
 }

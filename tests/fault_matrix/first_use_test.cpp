@@ -20,7 +20,7 @@ class FirstUse : public FaultMatrix {
             {f.named("check_enable_int"), enableIntTable(world)}};
   }
 
-  // The library is loaded anew for each, or the networks would be watched already.
+  // The library is loaded again for each, otherwise the networks would already be watched.
   void expectFirstUse(std::size_t which, const std::string& key, const Fault& fault) {
     const World world;
     enter(world, /*watching=*/false);
@@ -44,7 +44,7 @@ TEST_F(FirstUse, WatchesTheSavedNetworksOnceUnderEveryFault) {
   }
 }
 
-TEST_F(FirstUse, ThatCouldNotWatchIsToldOfNoChange) {
+TEST_F(FirstUse, ThatCouldNotWatchIsNotNotified) {
   const World world;
   enter(world, /*watching=*/false);
   const Fault fault{"vconf_notify_key_changed", Mode::kAlways};

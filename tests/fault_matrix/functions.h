@@ -9,7 +9,7 @@
 
 #include "../broken_promises.h"
 
-// As a text of the tables: the result, and what the outputs hold. An entry is asked for anew.
+// The result and the outputs, as in the tables' texts. An entry's text is requested again.
 std::string shown(contract::Calls& calls, const contract::Answer& answer);
 
 struct Function {

@@ -164,7 +164,7 @@ TEST_F(EveryFault, LeavesTheDeletingOfAProviderAlone) {
   expectOn(kUsual, "delete_provider", deleteProviderTable);
 }
 
-TEST_F(EveryFault, OfSayingWhoItIsIsAnsweredAsTheTableSays) {
+TEST_F(EveryFault, OfTheModuleInformationIsAnsweredAsTheTableSays) {
   expectOn(kUsual, "get_module_info", moduleInfoTable);
 }
 

@@ -205,7 +205,7 @@ TEST_F(Loading, CreatingDeletingAndUnloadingAreUnderEveryFaultAsTheTableSays) {
   }
 }
 
-TEST_F(Loading, AFaultOfTheUnloadingLeavesNoTimerBehind) {
+TEST_F(Loading, AFaultWhileUnloadingLeavesNoTimerBehind) {
   for (const Mode mode : matrixModes()) {
     const Fault fault{"connection_destroy", mode};
     SCOPED_TRACE(nameOf(kProfiles.front(), fault));

@@ -25,7 +25,7 @@ void recordCall(keynode_t* node, void* data) {
 
 class ACSubscriber : public ASubscriber {};
 
-TEST_F(ACSubscriber, IsToldOfItsVeryKeyWithItsData) {
+TEST_F(ACSubscriber, IsNotifiedOfExactlyItsKeyWithItsData) {
   CCalls calls;
   ASSERT_EQ(vconf_notify_key_changed("db/a", recordCall, &calls), 0);
   for (const char* key : {"db/a", "db/ab", "db/a/b", "db/", "db/b"}) vconf_set_int(key, 1);
@@ -33,7 +33,7 @@ TEST_F(ACSubscriber, IsToldOfItsVeryKeyWithItsData) {
   EXPECT_EQ(calls, (CCalls{{"db/a", &calls}}));
 }
 
-TEST_F(ACSubscriber, IsToldOfEverySetAlsoOfAnEqualValue) {
+TEST_F(ACSubscriber, IsNotifiedOfEverySetEvenToAnEqualValue) {
   CCalls calls;
   ASSERT_EQ(vconf_notify_key_changed("memory/a", recordCall, &calls), 0);
   for (int i = 0; i < 3; ++i) vconf_set_str("memory/a", "equal");
@@ -52,7 +52,7 @@ TEST_F(ACSubscriber, MayHaveNoData) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST_F(ACSubscriber, ThatSubscribesTwiceIsToldTwice) {
+TEST_F(ACSubscriber, ThatSubscribesTwiceIsNotifiedTwice) {
   CCalls first;
   CCalls second;
   ASSERT_EQ(vconf_notify_key_changed("db/a", recordCall, &first), 0);
@@ -95,7 +95,7 @@ TEST_F(ACSubscriber, WhoseLibraryWasUnloadedIsNotCalled) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST_F(ACSubscriber, WhoseLibraryIsLoadedAgainIsToldOnceItSubscribesAgain) {
+TEST_F(ACSubscriber, WhoseLibraryIsLoadedAgainIsNotifiedOnceItSubscribesAgain) {
   int calls = 0;
   int callsAgain = 0;
   const Library library;

@@ -211,7 +211,7 @@ TEST(AFaultOfAFunction, CanBeTriedForEveryOneThatCanFail) {
   EXPECT_EQ(tried, listed);
 }
 
-TEST_F(AFault, ThatIsNoNumberIsNone) {
+TEST_F(AFault, ThatIsNotANumberHasNoEffect) {
   for (const Function& function : kFunctions) {
     Handles handles = openHandles();
     store().set(keyOf(function), "fail");
@@ -219,7 +219,7 @@ TEST_F(AFault, ThatIsNoNumberIsNone) {
   }
 }
 
-TEST_F(AFault, OfAnotherFunctionIsNone) {
+TEST_F(AFault, OfAnotherFunctionHasNoEffect) {
   for (const Function& function : kFunctions) {
     Handles handles = openHandles();
     std::map<std::string, StoreValue> faults;

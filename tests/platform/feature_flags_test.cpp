@@ -293,7 +293,7 @@ TEST_F(AProduct, WithAMemberOfAnotherTypeIsNamedWithItsLine) {
             ":1: member \"flags\" is missing: expected an object");
 }
 
-TEST_F(AProduct, WithAMemberOrAFlagThatThereIsNotIsToldTheNearest) {
+TEST_F(AProduct, WithAnUnknownMemberOrFlagGetsTheNearestNameInTheMessage) {
   EXPECT_EQ(messageAbout("{\"description\": \"x\",\n\"flag\": {}}"),
             ":2: member \"flag\" means nothing here; did you mean \"flags\"?");
   EXPECT_EQ(messageAbout("{\"description\": \"x\", \"flags\": {\n\"orlex_verison\": 1}}"),

@@ -140,7 +140,7 @@ TEST_F(Service, AnswersEveryCommandToConnect) {
   EXPECT_EQ(answer(), "Shed: Wi-Fi is off");
 }
 
-TEST_F(Service, HasGivenNoAnswerWhenWhatIsStoredIsNone) {
+TEST_F(Service, HasGivenNoAnswerWhenTheStoredOneIsInvalid) {
   for (const char* text : {"", "[]", "5", "{", "{}", R"({"ssid": "Shed"})",
                            R"({"ssid": 5, "refusal": ""})", R"({"ssid": "Shed", "refusal": 5})"}) {
     store().set(kConnectAnswerKey, text);
@@ -150,7 +150,7 @@ TEST_F(Service, HasGivenNoAnswerWhenWhatIsStoredIsNone) {
   EXPECT_EQ(answer(), "none");
 }
 
-TEST_F(Service, HasNoCommandWhenWhatIsStoredIsNone) {
+TEST_F(Service, HasNoCommandWhenTheStoredOneIsInvalid) {
   EXPECT_EQ(commandedNetwork(), std::nullopt);
   for (const char* text :
        {"", "[]", "5", "{", "{}", R"({"COMMAND": "1"})", R"({"COMMAND": "2", "SSID": "Shed"})"}) {

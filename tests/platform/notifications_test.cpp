@@ -16,7 +16,7 @@ namespace {
 constexpr int kJournalLength = 4096;  // a process this many changes behind misses nothing
 constexpr int kTooMany = 4096 + 256;  // too many changes for a process that is behind
 
-TEST_F(ASubscriber, IsToldOfEverySetOfItsProcessAlsoOfAnEqualValue) {
+TEST_F(ASubscriber, IsNotifiedOfEverySetByItsProcessEvenToAnEqualValue) {
   Keys told;
   const auto subscription = listen("db/key", told);
   for (const int value : {1, 2, 2, 2}) store().set("db/key", value);
@@ -24,7 +24,7 @@ TEST_F(ASubscriber, IsToldOfEverySetOfItsProcessAlsoOfAnEqualValue) {
   EXPECT_EQ(told, Keys(4, "db/key"));
 }
 
-TEST_F(ASubscriber, IsToldOfEverySetOfAnotherProcessAlsoOfAnEqualValue) {
+TEST_F(ASubscriber, IsNotifiedOfEverySetByAnotherProcessEvenToAnEqualValue) {
   Process other([](Channel& test) {
     test.receiveLine();
     for (const int value : {1, 2, 2, 2}) store().set({{"db/key", value}, {"memory/key", value}});
@@ -54,7 +54,7 @@ TEST_F(ASubscriber, IsToldInTheOrderOfTheSets) {
   EXPECT_EQ(told, expected);
 }
 
-TEST_F(ASubscriber, IsToldOnceOfEachKeyOfASetOfSeveral) {
+TEST_F(ASubscriber, IsNotifiedOnceOfEachKeyOfASetOfSeveral) {
   Keys told;
   const auto subscription = listen("db/set/", told);
   store().set({{"db/set/b", 1}, {"db/set/c", 2}, {"db/set/a", 3}});
@@ -93,7 +93,7 @@ TEST_F(ASubscriber, IsNotToldWhatWasSetWhileThereWasNone) {
   EXPECT_EQ(told, Keys());
 }
 
-TEST_F(ASubscriber, IsToldOfAllKeysThatBeginWithItsPrefixAndOfNoOthers) {
+TEST_F(ASubscriber, IsNotifiedOnlyOfKeysThatBeginWithItsPrefix) {
   Keys told;
   const auto subscription = listen("db/a", told);
   for (const char* key : {"db/a", "db/ab", "db/a/b", "db/b", "db/A", "memory/a"})
@@ -103,7 +103,7 @@ TEST_F(ASubscriber, IsToldOfAllKeysThatBeginWithItsPrefixAndOfNoOthers) {
   EXPECT_EQ(told, (Keys{"db/a", "db/ab", "db/a/b"}));
 }
 
-TEST_F(ASubscriber, OfAWholeAreaIsToldOfAllItsKeys) {
+TEST_F(ASubscriber, OfAWholeAreaIsNotifiedOfAllItsKeys) {
   Keys told;
   const auto subscription = listen("memory/", told);
   store().set({{"memory/a", 1}, {"memory/b", 1}, {"db/a", 1}});
@@ -135,7 +135,7 @@ TEST_F(ASubscriber, IsNotToldOfASetThatFailed) {
   EXPECT_EQ(told, Keys());
 }
 
-TEST_F(ASubscriber, IsToldOfAnAbsentValueThatIsSetAndNotOfOneThatIsThere) {
+TEST_F(ASubscriber, IsNotifiedOfSettingAnAbsentValueAndNotOfSkippingAPresentOne) {
   store().set("db/set/there", 1);
   Keys told;
   const auto subscription = listen("db/set/", told);
@@ -144,7 +144,7 @@ TEST_F(ASubscriber, IsToldOfAnAbsentValueThatIsSetAndNotOfOneThatIsThere) {
   EXPECT_EQ(told, Keys{"db/set/new"});
 }
 
-TEST_F(ASubscriber, IsToldBesideOthers) {
+TEST_F(ASubscriber, IsNotifiedTogetherWithOthers) {
   Keys first;
   Keys second;
   const auto firstSubscription = listen("db/key", first);
@@ -155,7 +155,7 @@ TEST_F(ASubscriber, IsToldBesideOthers) {
   EXPECT_EQ(second, (Keys{"db/key", "db/the/last/key"}));
 }
 
-TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
+TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsNotified) {
   Process subscriber([](Channel& test) {
     Keys told;
     const auto subscription = listen("db/key", told);
@@ -183,7 +183,7 @@ TEST_F(ASubscriber, OfAnotherProcessSleepsUntilItIsTold) {
   subscriber.join();
 }
 
-TEST_F(ASubscriber, OfAnotherProcessIsToldAlsoWhenTheFileItWatchesIsNewToTheWriter) {
+TEST_F(ASubscriber, OfAnotherProcessIsNotifiedEvenWhenTheFileItWatchesIsNewToTheWriter) {
   Process subscriber([](Channel& test) {
     test.receiveLine();
     Keys told;
@@ -201,7 +201,7 @@ TEST_F(ASubscriber, OfAnotherProcessIsToldAlsoWhenTheFileItWatchesIsNewToTheWrit
   subscriber.join();
 }
 
-TEST_F(ASubscriber, IsToldForeverAlsoWhenTheFileItWatchesIsRemovedOrReplaced) {
+TEST_F(ASubscriber, IsStillNotifiedAfterTheFileItWatchesIsRemovedOrReplaced) {
   Keys told;
   const auto subscription = listen("db/key", told);
   Keys expected;
@@ -222,7 +222,7 @@ TEST_F(ASubscriber, IsToldForeverAlsoWhenTheFileItWatchesIsRemovedOrReplaced) {
   EXPECT_EQ(told, expected);
 }
 
-TEST_F(ASubscriber, ThatIsAsFarBehindAsTheJournalIsLongMissesNothing) {
+TEST_F(ASubscriber, ThatIsAWholeJournalBehindMissesNothing) {
   Keys told;
   const auto subscription = listen("db/", told);
   Keys expected;
@@ -234,7 +234,7 @@ TEST_F(ASubscriber, ThatIsAsFarBehindAsTheJournalIsLongMissesNothing) {
   EXPECT_EQ(told, expected);
 }
 
-TEST_F(ASubscriber, ThatIsFurtherBehindIsToldOfEveryKeyOnce) {
+TEST_F(ASubscriber, ThatIsFurtherBehindIsNotifiedOfEveryKeyOnce) {
   store().set("db/key/unchanged", 1);
   Keys told;
   const auto subscription = listen("db/key/", told);
@@ -310,7 +310,7 @@ TEST_F(ASubscriber, MaySetValues) {
   EXPECT_EQ(told, (Keys{"db/chain/0", "db/chain/1", "db/chain/2", "db/chain/3"}));
 }
 
-TEST_F(ASubscriber, MaySubscribeAndIsNotToldOfTheSameChangeAgain) {
+TEST_F(ASubscriber, MaySubscribeInACallWithoutGettingTheSameChangeAgain) {
   Keys late;
   std::vector<Subscription> subscriptions;
   subscriptions.push_back(store().subscribe("db/key", [&](const std::string&) {

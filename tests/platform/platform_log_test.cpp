@@ -152,7 +152,7 @@ TEST_F(PlatformLog, GoesToStandardErrorWhenAsked) {
   EXPECT_FALSE(std::filesystem::exists(logFile()));
 }
 
-TEST_F(PlatformLog, GoesToItsFileWhenAskedForNothingThatThereIs) {
+TEST_F(PlatformLog, GoesToItsFileWhenAnUnknownPlaceIsAskedFor) {
   setenv("VENTARO_LOG", "somewhere", 1);
   log("text");
   EXPECT_EQ(texts(), std::vector<std::string>{"main TAG: text"});

@@ -150,7 +150,7 @@ TEST_F(AScenario, IsLoadedOnceByProcessesThatStartTogether) {
   EXPECT_EQ(radio(), 0) << "the second did not undo what the first did";
 }
 
-TEST_F(AScenario, CanBeLoadedOverWhateverThereIs) {
+TEST_F(AScenario, CanBeLoadedOverAnyPreviousState) {
   use(scenarioText(0, "Shed"));
   EXPECT_EQ(connectedNetwork(), "Shed");
   loadScenario(write("other.json", scenarioText(0, "Attic")));
@@ -232,7 +232,7 @@ TEST_F(AScenario, ThatIsWrongLeavesTheNetworkAsItWas) {
   EXPECT_EQ(publishedNetworks(), "Attic=Connected Shed=Disconnected");
 }
 
-TEST_F(AScenario, OfANetworkThatThereIsNotIsRefused) {
+TEST_F(AScenario, OfAnUnknownNetworkIsRefused) {
   setenv("VENTARO_NETWORK", "quantum", 1);
   EXPECT_EQ(errorRaisedBy([] { openNetwork(); }),
             "VENTARO_NETWORK is \"quantum\"; there is: simulated");

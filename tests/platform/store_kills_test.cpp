@@ -49,7 +49,7 @@ void expectNothingLost(int writer, const Acknowledged& acknowledged) {
   }
 }
 
-// Writes for ever, and says the number of each write when it is done.
+// Writes for ever, and reports the number of each finished write.
 class Writer {
  public:
   Writer(int writer, const Acknowledged& acknowledged)

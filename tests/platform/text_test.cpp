@@ -53,7 +53,7 @@ TEST_F(Markup, PassesBytesThatAreNoCharacterThrough) {
   EXPECT_EQ(markupOf("\xe2\x80<"), "\xe2\x80&lt;");
 }
 
-TEST_F(Markup, OfNoTextIsNone) {
+TEST_F(Markup, OfANullTextIsNull) {
   EXPECT_EQ(evas_textblock_text_utf8_to_markup(nullptr, nullptr), nullptr);
 }
 

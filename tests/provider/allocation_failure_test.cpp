@@ -35,7 +35,7 @@ TEST_F(AllocationFailure, AHelpTextWithoutMemoryIsRefusedAndTheOutputUntouched) 
             (Journal{mainLog("START"), locks(), mainLog("Memory not allocated"), unlocks()}));
 }
 
-TEST_F(AllocationFailure, ASwitchsWordWithoutMemoryIsNullAndTheCallCompletedAllTheSame) {
+TEST_F(AllocationFailure, WithoutMemoryASwitchsWordIsNullAndTheCallStillCompletes) {
   char preset[] = "preset";
   for (const Switch& each : kSwitches) {
     char* text = preset;

@@ -125,7 +125,7 @@ TEST_F(Checks, ABusinessProductWhoseNetworkSupportIsUnreadableShowsEveryItem) {
   EXPECT_TRUE(isVisible());
 }
 
-TEST_F(Checks, TheFlagsAreReadAnewAtEveryCheck) {
+TEST_F(Checks, TheFlagsAreReadAgainAtEveryCheck) {
   EXPECT_TRUE(isVisible());
   makeBusinessProduct();
   flags().set("network.network_support", 0);

@@ -78,7 +78,7 @@ TEST_F(DeviceNameCheck, IsNoOnASplitScreenEvenForTheAdministrator) {
   EXPECT_FALSE(calls().contains(readsHotelMode()));
 }
 
-TEST_F(DeviceNameCheck, TheScreenAndTheHotelModeAreReadAnewAtEveryCheck) {
+TEST_F(DeviceNameCheck, TheScreenAndTheHotelModeAreReadAgainAtEveryCheck) {
   EXPECT_TRUE(isEnabled());
   store().set(kMultiView, kSplitScreen);
   EXPECT_FALSE(isEnabled());

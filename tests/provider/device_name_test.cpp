@@ -87,7 +87,7 @@ TEST_F(DeviceName, WithoutADefaultNameTheListIsUserInputAlone) {
   std::free(secondRecord);  // a list of one entry is returned without it
 }
 
-TEST_F(DeviceName, AnEmptyDefaultNameIsAnEntryAllTheSameWithoutADirection) {
+TEST_F(DeviceName, AnEmptyDefaultNameIsStillAnEntryWithoutADirection) {
   createWith("");
   const OptionList list = this->list();
   EXPECT_EQ(journal(), aroundGetListItems({marking("")}));

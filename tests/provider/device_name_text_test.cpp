@@ -89,7 +89,7 @@ TEST_F(DeviceNameText, IsAStringOfItsOwnForEveryCall) {
 
 // ---- get_int, of what the caller's output holds beforehand ----
 
-TEST_F(DeviceNameText, WhatTheOutputOfItsPositionHoldsBeforehandIsLoggedWhateverItIs) {
+TEST_F(DeviceNameText, ThePresetOfThePositionsOutputIsAlwaysLogged) {
   for (const int preset : {0, -1, INT_MAX, INT_MIN}) {
     get(preset);
     EXPECT_TRUE(logLines().contains(systemLog("Key ---->menu/network/devicename::Value------>" +

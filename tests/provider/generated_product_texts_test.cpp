@@ -64,7 +64,7 @@ class Texts {
     return result;
   }
 
-  std::mt19937 random_{20261120};  // NOLINT(cert-msc51-cpp): on purpose the same every time
+  std::mt19937 random_{20261120};  // NOLINT(cert-msc51-cpp): repeatable
 };
 
 class GeneratedReplaceText : public ReplaceText {
@@ -90,7 +90,7 @@ TEST_F(GeneratedReplaceText, IsWhatReplacingFromTheStartGivesWhereverThatEnds) {
   EXPECT_GT(ended, 900);
 }
 
-TEST_F(GeneratedReplaceText, EndsAlsoWhereThatDoesNot) {
+TEST_F(GeneratedReplaceText, EndsEvenIfTheSimpleReplacementDoesNot) {
   Texts texts;
   for (int endless = 0; endless < 6;) {
     const std::string name = texts.name();
@@ -103,7 +103,7 @@ TEST_F(GeneratedReplaceText, EndsAlsoWhereThatDoesNot) {
 
 // Each replacement creates a token one position before it, from beyond the limit into the bytes
 // handed out.
-TEST_F(GeneratedReplaceText, IsSoAlsoWhenATokenComesInFromBehindTheLimit) {
+TEST_F(GeneratedReplaceText, IsTheSameWhenATokenMovesInFromBeyondTheLimit) {
   EXPECT_TRUE(compare(">>abc<", std::string(kMost - 3, 'x') + "<<A<<A>>"));
   EXPECT_TRUE(compare(">>abc<", std::string(kMost - 3, 'x') + repeated("<<A", 300) + "<<A>>"));
   EXPECT_TRUE(compare("A>>><", std::string(kMost - 2, 'x') + "<<<<A>>"));

@@ -142,7 +142,7 @@ TEST_F(MessageBoxes, OnlyTheRadiosStateCountsNotWhetherTheReadingFailed) {
   EXPECT_EQ(journal(), ofBox({english(), regulation(true), radio(-5, 1)}));
 }
 
-TEST_F(MessageBoxes, TheFlagAndTheRadioAreReadAnewEveryTime) {
+TEST_F(MessageBoxes, TheFlagAndTheRadioAreReadAgainEveryTime) {
   EXPECT_EQ(message(), someFeatures());
   flags().setBool("setting.eu_energy_regulation", true);
   EXPECT_EQ(message(), tr(kMorePower));

@@ -24,7 +24,7 @@ TEST_F(Product, IsTunerlessWhenItsTunerCanBeRemoved) {
   }
 }
 
-TEST_F(Product, IsNotTunerlessWhenThatCannotBeReadWhateverTheReadingLeft) {
+TEST_F(Product, IsNotTunerlessWhenTheFlagCannotBeReadWhateverTheReadLeft) {
   EXPECT_FALSE(CProductUtil::IsProductTunerless());
   EXPECT_EQ(journal(), tunerlessIsUnreadable());
   clearJournal();
@@ -118,7 +118,7 @@ TEST_F(ProductType, AnUnreadableFlagLetsTheLaterOnesDecide) {
              {tunerlessIs(false), readsGeneration(), readsProjector(), smartMonitorIsUnreadable()});
 }
 
-TEST_F(ProductType, AGenerationWhoseReadingFailedIsNoneWhateverItLeft) {
+TEST_F(ProductType, AGenerationThatCannotBeReadIsNoneWhateverTheReadLeft) {
   for (const int generation : {1, 2}) {
     setFlags({false, generation, false, false});
     failWith("system_info_get_custom_int", kGeneration, -5, Effect::kAsSuccess);
@@ -138,7 +138,7 @@ TEST_F(ProductType, TheProjectorsAndTheMonitorsFlagCountAsTheyStandAfterAFailure
              {tunerlessIs(false), readsGeneration(), readsProjector(), smartMonitorIsUnreadable()});
 }
 
-TEST_F(ProductType, IsFoundOutAnewAtEveryCall) {
+TEST_F(ProductType, IsDeterminedAgainAtEveryCall) {
   expectType(kTv, 1, "COM_SID_TV", findsTv());
   expectScreen({true, 0, false, false});
   expectType(kTv, 1, "COM_SID_TV", findsTv());
@@ -199,7 +199,7 @@ TEST_F(DeviceSid, ThatCannotBeReadIsTheTelevisions) {
   expectSid("REP.DEVICE.TV", failed());
 }
 
-TEST_F(DeviceSid, IsReadAnewAtEveryCall) {
+TEST_F(DeviceSid, IsReadAgainAtEveryCall) {
   flags().set(kDeviceSid, "REP.DEVICE.PROJECTOR");
   EXPECT_EQ(CProductUtil::GetDeviceNameString(), "REP.DEVICE.PROJECTOR");
   flags().set(kDeviceSid, "REP.DEVICE.MONITOR");

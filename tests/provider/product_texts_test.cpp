@@ -21,7 +21,7 @@ TEST_F(ReplaceText, LeavesATextWithoutTheTokenAsItIs) {
   }
 }
 
-TEST_F(ReplaceText, FillsAnEmptyReplacementIn) {
+TEST_F(ReplaceText, InsertsAnEmptyReplacement) {
   EXPECT_EQ(replaced("The <<A>>.", ""), "The .");
   EXPECT_EQ(replaced("<<A>>", ""), "");
 }
@@ -49,13 +49,13 @@ TEST_F(ReplaceText, CutsWhatAReplacementMadeTooLong) {
   EXPECT_EQ(journal(), lines(start + "<<A>>.", start + "1234567890.", start + "1234567"));
 }
 
-TEST_F(ReplaceText, ReplacesAndLogsAlsoBehindWhatItHandsOut) {
+TEST_F(ReplaceText, ReplacesAndLogsEvenBeyondWhatItHandsOut) {
   const std::string start(3000, 'x');
   EXPECT_EQ(replaced(start + "<<A>>", "TV"), start.substr(0, kMost));
   EXPECT_EQ(journal(), lines(start + "<<A>>", start + "TV", start.substr(0, kMost)));
 }
 
-TEST_F(ReplaceText, ReplacesAndLogsAllOfATextAlsoForANameWithBrackets) {
+TEST_F(ReplaceText, ReplacesAndLogsAWholeTextEvenForANameWithBrackets) {
   const std::string start(3000, 'x');
   EXPECT_EQ(replaced(start + "<<A>>", "<b>TV</b>"), start.substr(0, kMost));
   EXPECT_EQ(journal(), lines(start + "<<A>>", start + "<b>TV</b>", start.substr(0, kMost)));
@@ -99,12 +99,12 @@ TEST_F(AddProductName, LeavesTheTwoOtherTokensAlone) {
   EXPECT_EQ(named("<<B>>", "<<A>>"), "<<B>>");
 }
 
-TEST_F(AddProductName, FillsAlsoAnEmptyNameIn) {
+TEST_F(AddProductName, FillsInEvenAnEmptyName) {
   EXPECT_EQ(named("", "The <<A>>."), "The .");
   EXPECT_EQ(named("", "<<A>>"), "");
 }
 
-TEST_F(AddProductName, GoesOnOneByteBehindTheStartOfWhatItFilledIn) {
+TEST_F(AddProductName, SearchesOnFromTheSecondByteOfTheInsertedName) {
   // The search does not go on at the start of the name, which would find the name's own token,
   EXPECT_EQ(named("<<A>>!", "<<A>> <<A>>"), "<<A>>! <<A>>!");
   EXPECT_EQ(named("", "<<A>><<A>>"), "<<A>>");
@@ -171,7 +171,7 @@ const EndlessName kEndlessNames[] = {
 // The position of the first token.
 constexpr std::size_t kStarts[] = {0, 10, 2042, 2044, 2047, 3000};
 
-TEST_F(ReplaceText, EndsForANameThatHoldsTheTokenWithWhatItWouldHandOutInTheEnd) {
+TEST_F(ReplaceText, EndsForANameThatHoldsTheTokenWithTheFinalBytes) {
   for (const EndlessName& each : kEndlessNames) {
     for (const std::size_t start : kStarts) {
       for (const std::size_t rest : {0U, 3000U}) {
@@ -202,7 +202,7 @@ TEST_F(ReplaceText, EndsForALongNameThatHoldsTheToken) {
   EXPECT_EQ(replaced("<<A>>", "<<A>>" + tail), "<<A>>" + tail.substr(0, kMost - 5));
 }
 
-TEST_F(AddProductName, EndsForANameThatHoldsTheTokenWithWhatWouldBeHandedOutInTheEnd) {
+TEST_F(AddProductName, EndsForANameThatHoldsTheTokenWithTheFinalBytesHandedOut) {
   for (const EndlessName& each : kEndlessNames) {
     if (each.named.empty()) continue;
     callTelevision(each.name);
@@ -218,7 +218,7 @@ TEST_F(AddProductName, EndsForANameThatHoldsTheTokenWithWhatWouldBeHandedOutInTh
   }
 }
 
-TEST_F(AddProductName, KeepsNoMoreThanIsHandedOutOfATextThatWouldGrowWithoutEnd) {
+TEST_F(AddProductName, KeepsOnlyTheBytesHandedOutOfATextThatWouldGrowWithoutEnd) {
   callTelevision("x<<A>>" + std::string(3000, 't'));
   std::string text = "<<A>>" + std::string(3000, 'r');
   CProductUtil::AddProductNameInSID(text);
@@ -226,7 +226,7 @@ TEST_F(AddProductName, KeepsNoMoreThanIsHandedOutOfATextThatWouldGrowWithoutEnd)
   EXPECT_LT(text.size(), kMost + sizeof("<<A>>"));
 }
 
-TEST_F(AddProductName, FillsANameThatBeginsWithTheTokenInOnce) {
+TEST_F(AddProductName, InsertsANameThatBeginsWithTheTokenOnce) {
   for (const std::size_t start : kStarts) {
     const std::string before(start, 'b');
     EXPECT_EQ(named("<<A>>x", before + "<<A>> and <<A>>"), before + "<<A>>x and <<A>>x") << start;

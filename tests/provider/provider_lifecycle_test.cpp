@@ -51,7 +51,7 @@ TEST_F(ProviderLifecycle, UnloadingDestroysTheObjectsInReverseOrder) {
   EXPECT_EQ(openConnections(), 0);
 }
 
-TEST_F(ProviderLifecycle, ALibraryLoadedAgainStartsAnew) {
+TEST_F(ProviderLifecycle, ALibraryLoadedAgainStartsFresh) {
   store().set(kDefaultNameKey, "TV One");
   create();
   unload();
@@ -158,7 +158,7 @@ TEST_F(ProviderLifecycle, TextsComeFromTheResourceRootsCatalogues) {
   EXPECT_NE(tr("COM_SID_NETWORK"), "COM_SID_NETWORK");
 }
 
-TEST_F(ProviderLifecycle, ASecondProviderBindsTheTextsAnew) {
+TEST_F(ProviderLifecycle, ASecondProviderBindsTheTextsAgain) {
   create();
   EXPECT_EQ(displayName(VENTARO_KEY_NETWORK), "Network");
   useLongTexts(256);

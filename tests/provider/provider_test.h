@@ -1,4 +1,4 @@
-// The fixture of all tests of the provider library: the real libventaro.so, loaded anew for each
+// The fixture of all tests of the provider library: the real libventaro.so, loaded afresh for each
 // test, over the fake platform.
 //
 //   TEST_F(Values, AnUnknownKeyIsTheDeviceNames) {

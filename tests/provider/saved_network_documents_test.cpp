@@ -82,7 +82,7 @@ TEST_F(SavedNetworkDocuments, ACountBelowOneFindsNothingAndLogsNothing) {
   }
 }
 
-TEST_F(SavedNetworkDocuments, TheCountIsTakenAsAnIntegerWhereItCanBeOne) {
+TEST_F(SavedNetworkDocuments, TheCountIsConvertedToAnIntegerIfPossible) {
   createWithObject();
   const std::vector<std::string> elements = {network("Home", -60, "Connected"),
                                              network("Office", -80, "Saved")};
@@ -137,14 +137,14 @@ TEST_F(SavedNetworkDocuments, AMissingNameOrStatusIsEmpty) {
             reading({networkLog("Home", ""), networkLog("", "Saved"), networkLog("", "")}, 3));
 }
 
-TEST_F(SavedNetworkDocuments, ANameOrStatusThatIsNoTextIsTakenAsOneWhereItCanBe) {
+TEST_F(SavedNetworkDocuments, ANameOrStatusThatIsNotATextIsConvertedIfPossible) {
   createWithObject();
   read(document(2, {R"({"SSID": 5, "SIGNAL_STRENGTH": -60, "STATUS": true})",
                     R"({"SSID": null, "SIGNAL_STRENGTH": -60, "STATUS": null})"}));
   EXPECT_EQ(journal(), reading({networkLog("5", "true"), networkLog("", "")}, 2));
 }
 
-TEST_F(SavedNetworkDocuments, AStrengthIsTakenAsAnIntegerWhereItCanBeOne) {
+TEST_F(SavedNetworkDocuments, AStrengthIsConvertedToAnIntegerIfPossible) {
   createWithObject();
   store().set(kSavedNetworksKey,
               document(2, {R"({"SSID": "Home", "SIGNAL_STRENGTH": -82.9, "STATUS": ""})",
@@ -230,7 +230,7 @@ TEST_F(SavedNetworkDocuments, ADocumentThatIsNotStrictJsonIsLoggedWithTheParsers
   }
 }
 
-TEST_F(SavedNetworkDocuments, TheParsersWordsSayWhereTheMistakeIs) {
+TEST_F(SavedNetworkDocuments, TheParsersMessageSaysWhereTheMistakeIs) {
   createWithObject();
   read("{\"count\": 1,\n \"count\": 1}");
   EXPECT_EQ(journal(), reading(parseFailure("* Line 2, Column 2\n  Duplicate key: 'count'\n"), 0));

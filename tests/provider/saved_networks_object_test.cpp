@@ -66,7 +66,7 @@ TEST_F(SavedNetworksObject, AnUnchangedDocumentIsReadAndLoggedAsAChangedOneIs) {
   }
 }
 
-TEST_F(SavedNetworksObject, ADocumentThatCannotBeReadToItsEndIsReadAnewEachTime) {
+TEST_F(SavedNetworksObject, ADocumentThatCannotBeReadToItsEndIsReadAgainEachTime) {
   for (int i = 0; i < 3; ++i) {
     publish(R"({"count":2,"values":[{"SSID":"Home","STATUS":"Saved","SIGNAL_STRENGTH":-50}]})");
     EXPECT_EQ(networks_.GetFirstItemName(), "Home");

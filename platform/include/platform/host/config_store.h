@@ -91,8 +91,8 @@ class PLATFORM_API ConfigStore {
   // The value, or nothing when there is no such key.
   std::optional<StoreValue> get(std::string_view key) const;
 
-  // Calls `take` with the value, whose text is valid until `take` returns; saves a copy. Returns
-  // whether there is such a key.
+  // Calls `take` with the value, whose text is valid until `take` returns. Avoids the copy that
+  // get() makes. Returns whether there is such a key.
   bool read(std::string_view key, const std::function<void(const StoreView&)>& take) const;
 
   void set(const std::string& key, const StoreValue& value);
