@@ -183,8 +183,8 @@ std::string body() {
   return all;
 }
 
-// NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the caller has started them. The argument that
-// a conversion of a format takes; `end` is its last character.
+// NOLINTBEGIN(clang-analyzer-valist.Uninitialized): the caller has started them.
+// The argument that a conversion of a format takes; `end` is its last character.
 std::string argument(const char* end, std::va_list& arguments) {
   switch (*end) {
     case 's':

@@ -57,8 +57,8 @@ class SavedAPConnection {
   void WriteConnectToVconf(std::string ssid);
 
   // Called by the store when the document changed, on any thread and without the lock. Asks the
-  // menu to refresh; touches no member. NOLINTNEXTLINE(bugprone-reserved-identifier): the handler
-  // has always had this name.
+  // menu to refresh; touches no member.
+  // NOLINTNEXTLINE(bugprone-reserved-identifier): the handler has always had this name.
   static void _VconfSavedAPCommandChnage(keynode_t* node, void* data);
 
  private:
