@@ -2,6 +2,7 @@
 
 #include "commands.h"
 #include "environment.h"
+#include "exit_codes.h"
 
 namespace cli {
 
@@ -45,6 +46,9 @@ Json::Value documentation() {
     if (command.action != nullptr) json["commands"].append(describe(command));
   }
   for (const Variable& variable : variables()) json["variables"].append(describe(variable));
+  for (const ExitMeaning& exit : kExitMeanings) {
+    json["exit_codes"][std::to_string(exit.code)] = exit.meaning;
+  }
   return json;
 }
 

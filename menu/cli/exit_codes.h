@@ -6,11 +6,25 @@ namespace cli {
 
 enum ExitCode : int {
   kDone = 0,
-  kFailed = 1,         // what was asked for could not be done
-  kUnknown = 2,        // there is no such command, key or value
-  kUnanswered = 3,     // nobody was there to answer a confirmation
-  kOtherwise = 4,      // an item does not show the value that was expected
-  kInterrupted = 130,  // a wait was ended by Ctrl-C or the system
+  kFailed = 1,
+  kUnknown = 2,
+  kUnanswered = 3,
+  kOtherwise = 4,
+  kInterrupted = 130,
+};
+
+// What the documents say of them.
+struct ExitMeaning {
+  ExitCode code;
+  const char* meaning;
+};
+inline constexpr ExitMeaning kExitMeanings[] = {
+    {kDone, "done, also where watch, store watch or network serve was ended"},
+    {kFailed, "could not be done, or a variable of the environment is wrong"},
+    {kUnknown, "there is no such command, key, value, product or scenario"},
+    {kUnanswered, "nobody was there to answer a confirmation"},
+    {kOtherwise, "an item does not show what expect or wait expected"},
+    {kInterrupted, "a wait was ended by Ctrl-C or by the system"},
 };
 
 }  // namespace cli

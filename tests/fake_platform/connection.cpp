@@ -168,13 +168,17 @@ int connection_profile_iterator_next(connection_profile_iterator_h iterator,
 
 int connection_profile_get_type(connection_profile_h profile, int* type) {
   demandProfile(profile);
-  return Call("connection_profile_get_type", Handle{profile}).answer([&] {
+  const int result = Call("connection_profile_get_type", Handle{profile}).answer([&] {
     const std::optional<int> found = typeOf(profile);
     if (!found) return kError;
     *type = *found;
-    state().known.insert(profile);
     return 0;
   });
+  if (result == 0) {
+    const StateLock lock(stateMutex());
+    state().known.insert(profile);
+  }
+  return result;
 }
 
 int connection_profile_enable_ethernet_eap(connection_profile_h profile, bool enable) {

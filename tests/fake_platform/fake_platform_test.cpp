@@ -194,7 +194,11 @@ TEST_F(FakePlatform, AnIteratorIsMisusedBeyondItsEndAndAProfileThatIsKnownToBeAn
   connection_get_profile_iterator(connection, 0, &iterator);
   connection_profile_iterator_next(iterator, &profile);
   connection_profile_enable_ethernet_eap(profile, true);
+  failWith("connection_profile_get_type", -1, Effect::kAsSuccess);
+  connection_profile_get_type(profile, &type);
+  connection_profile_enable_ethernet_eap(profile, true);
   EXPECT_EQ(misuses(), std::vector<std::string>());
+  succeedAgain("connection_profile_get_type");
   connection_profile_get_type(profile, &type);
   connection_profile_enable_ethernet_eap(profile, true);
   connection_profile_iterator_next(iterator, &profile);
