@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "log.h"
 #include "platform/system_info.h"
@@ -15,32 +17,41 @@ constexpr int kFirstGeneration = 1;
 constexpr int kSecondGeneration = 2;
 
 // Replacing may never end when the replacement itself brings the token back. It is taken to be
-// endless after this many replacements, or after growing by this many bytes. Real texts stay far
-// below both.
-constexpr int kManyReplacements = 10'000;
-constexpr std::size_t kMuchGrowth = std::size_t{64} << 10;
+// endless after this many bytes were read: no text that fits the caller's buffer is known to need
+// as many and to end, and in the others the bytes that count have long stopped changing.
+constexpr std::size_t kMostRead = std::size_t{2} << 20;
 
-// Replaces the first token until none is left. If that is endless, only the first `limit` bytes
-// matter: the text is cut to what can still change them, and the loop stops once they hold no token
-// or a replacement no longer changes them.
-void replaceUntilGone(std::string& text, std::string_view token, std::string_view replacement,
-                      std::size_t limit) {
-  if (token.empty()) return;
-  const bool mayNotEnd = replacement.size() >= token.size();  // a shorter one shrinks the text
-  const std::size_t large = text.size() + kMuchGrowth;
-  std::string before;
-  int replacements = 0;
-  // A token before the last position can only be one that ends in the replacement text.
-  const auto next = [&](std::size_t last) {
-    return text.find(token, last - std::min(last, token.size() - 1));
-  };
-  for (std::size_t at = text.find(token); at != std::string::npos; at = next(at)) {
-    const bool endless = mayNotEnd && (++replacements > kManyReplacements || text.size() > large);
-    if (endless && (at >= limit || text == before)) return;
-    if (endless) before = text;
-    text.replace(at, token.size(), replacement);
-    if (endless) text.resize(std::min(text.size(), limit + token.size() - 1));
+// Replaces the first token until none is left. It need not search from the start each time: what
+// was read holds no token, and a replacement is put back in front of the unread rest, because it
+// may complete a token on either side. If that is endless, returns the first `limit` bytes.
+std::string replaceUntilGone(std::string_view text, std::string_view token,
+                             std::string_view replacement, std::size_t limit) {
+  if (token.empty()) return std::string(text);
+  std::string read;
+  std::string_view next = text;
+  std::vector<std::string_view> later;  // what follows `next`, the last one first
+  for (std::size_t bytes = 0; bytes < kMostRead;) {
+    if (next.empty()) {
+      if (later.empty()) return read;
+      next = later.back();
+      later.pop_back();
+      continue;
+    }
+    const std::size_t end = next.find(token.back());
+    const std::string_view piece = next.substr(0, end == std::string_view::npos ? end : end + 1);
+    read += piece;
+    bytes += piece.size();
+    next.remove_prefix(piece.size());
+    if (!read.ends_with(token)) continue;
+    read.resize(read.size() - token.size());
+    if (!next.empty()) later.push_back(next);
+    next = replacement;
   }
+  for (; read.size() < limit && !later.empty(); later.pop_back()) {
+    read += next;
+    next = later.back();
+  }
+  return (read += next).substr(0, limit);
 }
 
 // Replaces token after token, searching on from the second byte of the filled-in value. That would
@@ -163,9 +174,10 @@ std::string CProductUtil::GetDeviceNameString() {
 
 void CProductUtil::ReplaceText(char* buffer, const char* text, const char* token,
                                const char* replacement, std::size_t size) {
-  std::string working = text;
-  LOG_MAIN("original text:%s", working.c_str());
-  replaceUntilGone(working, token, replacement, size - 1);
+  const std::string original = text;
+  const std::string filledIn = replacement;
+  LOG_MAIN("original text:%s", original.c_str());
+  const std::string working = replaceUntilGone(original, token, filledIn, size - 1);
   LOG_MAIN("replaced text:%s", working.c_str());
   std::strncpy(buffer, working.c_str(), size - 1);
   LOG_MAIN("result text:%s", buffer);

@@ -37,9 +37,10 @@ class CProductUtil {
   // The string ID of the device's name, untranslated.
   static std::string GetDeviceNameString();
 
-  // Replaces every occurrence of `token` in `text`, including those that a replacement brings in,
-  // and copies the first `size` - 1 bytes of the result into `buffer`, which holds `size` zeroes.
-  // If the replacing is endless, it stops once the copied bytes can no longer change.
+  // Replaces every occurrence of `token` in `text`, also those that a replacement brings in, and
+  // copies the first `size` - 1 bytes of the result into `buffer`, which holds `size` zeroes. Ends
+  // also when a replacement brings the token in for ever. `text` and `replacement` must not be
+  // null: std::logic_error.
   static void ReplaceText(char* buffer, const char* text, const char* token,
                           const char* replacement, std::size_t size);
 };

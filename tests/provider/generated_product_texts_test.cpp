@@ -8,7 +8,7 @@ namespace {
 
 // Replaces the first token again and again, from the start. Empty when this seems endless.
 std::optional<std::string> replacedFromTheStart(std::string text, const std::string& replacement) {
-  for (int step = 0; step < 1500 && text.size() < 30000; ++step) {
+  for (int step = 0; step < 1500 && text.size() < 100'000; ++step) {
     const std::size_t at = text.find(kToken);
     if (at == std::string::npos) return text;
     text.replace(at, 5, replacement);

@@ -72,9 +72,11 @@ TEST_F(ReplaceText, TakesAnotherTokenAndSize) {
   EXPECT_EQ(replaced("<<A>> {name} {name}", "Beamer", "{name}", 12), "<<A>> Beame");
 }
 
-TEST_F(ReplaceText, RefusesANullTextByAnException) {
+TEST_F(ReplaceText, RefusesANullTextOrReplacementByAnException) {
   std::vector<char> buffer(kSize);
   EXPECT_THROW(CProductUtil::ReplaceText(buffer.data(), nullptr, kToken, "TV", kSize),
+               std::logic_error);
+  EXPECT_THROW(CProductUtil::ReplaceText(buffer.data(), "TV", kToken, nullptr, kSize),
                std::logic_error);
   EXPECT_EQ(journal(), Journal());
 }
@@ -182,6 +184,34 @@ TEST_F(ReplaceText, EndsForANameThatHoldsTheTokenWithTheFinalBytes) {
       }
     }
   }
+}
+
+std::string times(std::size_t count, const std::string& text) {
+  return repeated(text, count * text.size());
+}
+
+TEST_F(ReplaceText, IsCarriedToItsEndHoweverMuchTheTextGrows) {
+  // Each replacement makes a token with what stands before it.
+  const std::string tail(1000, 'x');
+  const std::string text = times(578, "<<A>") + "<<A>>";
+  const std::string expected = ">" + times(579, tail);
+  EXPECT_EQ(replaced(text, ">" + tail), expected.substr(0, kMost));
+  EXPECT_EQ(journal(), lines(text, expected, expected.substr(0, kMost)));
+}
+
+// Each of the second parts passes each of the first ones, one replacement at a time: of texts as
+// long as the buffer, none that is known to end takes longer.
+TEST_F(ReplaceText, IsCarriedToItsEndHoweverOftenItReplaces) {
+  const std::string text = times(256, "<<A>") + times(1023, ">");
+  const std::string expected = times(1023, ">") + times(256, "<<A>");
+  EXPECT_EQ(replaced(text, "><<A>"), expected);
+  EXPECT_EQ(journal(), lines(text, expected, expected));
+}
+
+TEST_F(ReplaceText, EndsForANameThatMakesTheTokenWithWhatStandsAroundIt) {
+  EXPECT_EQ(replaced("y<<A>>", "><A><<A>>" + std::string(89, 'p')),
+            ("y" + repeated("><A>", kSize)).substr(0, kMost));
+  EXPECT_EQ(replaced("<<A>>>", ">><<A><<A>"), repeated(">", kMost));  // holds no token itself
 }
 
 TEST_F(ReplaceText, LeavesTheTextForANameThatIsTheToken) {
