@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,7 @@ std::string replaceUntilGone(std::string_view text, std::string_view token,
                              std::string_view replacement, std::size_t limit) {
   if (token.empty()) return std::string(text);
   std::string read;
+  read.reserve(text.size() + replacement.size());
   std::string_view next = text;
   std::vector<std::string_view> later;  // what follows `next`, the last one first
   for (std::size_t bytes = 0; bytes < kMostRead;) {
@@ -174,10 +176,9 @@ std::string CProductUtil::GetDeviceNameString() {
 
 void CProductUtil::ReplaceText(char* buffer, const char* text, const char* token,
                                const char* replacement, std::size_t size) {
-  const std::string original = text;
-  const std::string filledIn = replacement;
-  LOG_MAIN("original text:%s", original.c_str());
-  const std::string working = replaceUntilGone(original, token, filledIn, size - 1);
+  if (text == nullptr || replacement == nullptr) throw std::logic_error("ReplaceText: null");
+  LOG_MAIN("original text:%s", text);
+  const std::string working = replaceUntilGone(text, token, replacement, size - 1);
   LOG_MAIN("replaced text:%s", working.c_str());
   std::strncpy(buffer, working.c_str(), size - 1);
   LOG_MAIN("result text:%s", buffer);
