@@ -26,6 +26,7 @@ const std::map<std::string, StoreValue> kKnownTypes = {
 
 std::vector<std::string> namesOf(const std::map<std::string, StoreValue>& flags) {
   std::vector<std::string> names;
+  names.reserve(flags.size());
   for (const auto& [name, value] : flags) names.push_back(name);
   return names;
 }

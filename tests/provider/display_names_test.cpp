@@ -161,23 +161,4 @@ TEST_F(DisplayNames, ASavedNetworksNameIsCutTo2047Bytes) {
   }
 }
 
-// ---- Misshapen documents ----
-
-constexpr const char* kMisshapenDocuments[] = {
-    R"({})",
-    R"([])",
-    R"([1, 2])",
-    R"({"values": [{"SSID": "Net One", "SIGNAL_STRENGTH": -60}]})",
-    R"({"count": "two", "values": []})",
-    R"({"count": 10000000000, "values": []})",
-    R"({"count": {}, "values": []})",
-    R"({"count": 1, "values": "text"})",
-    R"({"count": 1, "values": {"SSID": "Net One"}})",
-    R"({"count": 1, "values": ["text"]})",
-    R"({"count": 1, "values": [{"SSID": ["Net One"], "SIGNAL_STRENGTH": -60}]})",
-    R"({"count": 1, "values": [{"SSID": "Net One"}]})",
-    R"({"count": 1, "values": [{"SSID": "Net One", "SIGNAL_STRENGTH": "strong"}]})",
-    R"({"count": 1, "values": [{"SSID": "Net One", "SIGNAL_STRENGTH": -60, "STATUS": {}}]})",
-};
-
 }  // namespace
