@@ -20,8 +20,8 @@ struct ExitMeaning {
 };
 inline constexpr ExitMeaning kExitMeanings[] = {
     {kDone, "done, also where watch, store watch or network serve was ended"},
-    {kFailed, "could not be done, or a variable of the environment is wrong"},
-    {kUnknown, "there is no such command, key, value, product or scenario"},
+    {kFailed, "could not be done"},
+    {kUnknown, "there is no such command, key, value, product or scenario, or a variable is wrong"},
     {kUnanswered, "nobody was there to answer a confirmation"},
     {kOtherwise, "an item does not show what expect or wait expected"},
     {kInterrupted, "a wait was ended by Ctrl-C or by the system"},

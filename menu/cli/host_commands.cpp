@@ -59,6 +59,12 @@ std::string typeFor(const std::string& key, const std::string& asked) {
   return platform::host::typeName(*value);
 }
 
+// The store of commands that only read it: what is wrong with it would else look like missing keys.
+ConfigStore& openStore() {
+  ConfigStore::instance().open();
+  return ConfigStore::instance();
+}
+
 [[noreturn]] void failOnUnknownKey(const std::string& key) {
   throw UnknownError("the store has no \"" + key + "\"; \"ventaro store list\" shows what it has");
 }
@@ -106,14 +112,14 @@ StoreEntries valuesOf(const Switches& switches, StoreEntries otherwise) {
 
 int storeGet(Session& /*session*/, const Arguments& arguments) {
   const std::string key = arguments.text("KEY");
-  const auto value = ConfigStore::instance().get(key);
+  const auto value = openStore().get(key);
   if (!value) failOnUnknownKey(key);
   Printer(arguments).print(StoreEntry(key, *value));
   return kDone;
 }
 
 int storeList(Session& /*session*/, const Arguments& arguments) {
-  Printer(arguments).print(ConfigStore::instance().list(arguments.text("PREFIX")));
+  Printer(arguments).print(openStore().list(arguments.text("PREFIX")));
   return kDone;
 }
 
@@ -153,6 +159,7 @@ int storeWatch(Session& /*session*/, const Arguments& arguments) {
 
 int networkServe(Session& session, const Arguments& /*arguments*/) {
   const menu::Interruption interruption;
+  openStore();
   session.serveNetwork();
   if (!session.servesNetwork()) {
     complain("another process runs the network service already");

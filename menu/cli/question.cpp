@@ -5,11 +5,21 @@
 #include <iostream>
 
 #include "../host/main_loop.h"
+#include "../host/typed_name.h"
 #include "exit_codes.h"
 #include "session.h"
 #include "stream.h"
 
 namespace cli {
+
+namespace {
+
+// By its number or as the button says, in any letter case; the button's first letters are enough.
+bool isAnswer(const std::string& typed, const char* number, const std::string& button) {
+  return typed == number || (!typed.empty() && menu::beginsPath(typed, button));
+}
+
+}  // namespace
 
 std::optional<int> endUnlessYes(Session& session, const menu::Provider::MessageBox& box) {
   const menu::Interruption interruption;
@@ -17,11 +27,19 @@ std::optional<int> endUnlessYes(Session& session, const menu::Provider::MessageB
     complain("nobody is here to answer \"" + box.text + "\"; --yes answers \"" + box.yes + "\"");
     return kUnanswered;
   }
-  std::cerr << box.text << "\n1 " << box.yes << "\n2 " << box.no << "\n? " << std::flush;
-  const auto answer = session.readLine(interruption);
-  if (answer == "1" || answer == box.yes) return std::nullopt;
-  std::cerr << "Nothing was changed.\n";
-  return kDone;
+  std::cerr << box.text << "\n1 " << box.yes << "\n2 " << box.no << "\n";
+  while (true) {
+    std::cerr << "? " << std::flush;
+    const auto answer = session.readLine(interruption);
+    if (!answer) break;
+    const bool isYes = isAnswer(*answer, "1", box.yes);
+    if (isYes == isAnswer(*answer, "2", box.no)) continue;  // neither, or the start of both
+    if (isYes) return std::nullopt;
+    std::cerr << "Nothing was changed.\n";
+    return kDone;
+  }
+  std::cerr << "\nNothing was changed.\n";
+  return interruption.isAsked() ? kInterrupted : kUnanswered;
 }
 
 }  // namespace cli

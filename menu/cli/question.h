@@ -10,8 +10,9 @@ namespace cli {
 
 class Session;
 
-// Asks on the terminal. Nothing when the answer is yes; else, and when nobody is there to answer,
-// the ExitCode with which the command is to end. The person is told.
+// Asks on the terminal, again until the answer is one of the two. Nothing when it is yes; else, and
+// when nobody is there to answer, the ExitCode with which the command is to end. The person is
+// told.
 std::optional<int> endUnlessYes(Session& session, const menu::Provider::MessageBox& box);
 
 }  // namespace cli

@@ -38,7 +38,10 @@ void tellOfUnknownLanguage() {
 }  // namespace
 
 menu::MenuModel& Session::menu() {
-  if (menu_ != nullptr) return *menu_;
+  if (menu_ != nullptr) {
+    menu::chooseLanguage();  // the TV's may have changed
+    return *menu_;
+  }
   // What is wrong with the store would else be told as what the provider makes of it.
   platform::host::ConfigStore::instance().open();
   menu::MenuTree tree = menuTree(region());

@@ -92,7 +92,7 @@ std::unique_ptr<Form> formFor(const Arguments& arguments) {
 
 int watch(Session& session, const Arguments& arguments) {
   const menu::Interruption interruption;
-  menu::MenuModel& menu = session.menu();
+  session.menu();
   session.serveNetwork();
   // Which keys an item reads is the provider's own affair, so every key counts.
   bool isDue = true;
@@ -101,7 +101,7 @@ int watch(Session& session, const Arguments& arguments) {
   MenuChanges changes([&form](const Item& item) { return form->shown(item); });
   while (interruption.runUntil([&isDue] { return isDue; })) {
     isDue = false;
-    const std::vector<Item> items = menu.readAll();
+    const std::vector<Item> items = session.menu().readAll();
     const std::vector<Item> changed = changes.since(items);
     if (!changed.empty()) form->show(items, changed);
   }

@@ -30,8 +30,10 @@ std::string tvLanguage() {
 }  // namespace
 
 std::string wantedLanguage() {
-  const char* wanted = std::getenv("LANGUAGE");
-  std::string language = wanted != nullptr && *wanted != '\0' ? wanted : tvLanguage();
+  // As it was set for this program, which sets it itself afterwards.
+  static const char* const variable = std::getenv("LANGUAGE");
+  static const std::string wanted = variable != nullptr ? variable : "";
+  std::string language = !wanted.empty() ? wanted : tvLanguage();
   // To gettext these mean string IDs instead of texts.
   if (language == "C" || language == "POSIX") language = "en";
   return language;
@@ -46,7 +48,11 @@ void useLanguage(const std::string& list) {
 }
 
 void chooseLanguage() {
-  useLanguage(wantedLanguage() + ":en");
+  static std::string chosen;
+  if (const std::string wanted = wantedLanguage(); chosen != wanted) {
+    useLanguage(wanted + ":en");
+    chosen = wanted;
+  }
   bindtextdomain(kTextDomain, (platform::host::resourceRoot() / "res/locale").c_str());
 }
 

@@ -185,6 +185,10 @@ Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::str
                        keysOf([](const MenuNode& other) { return hasValue(other.kind); }));
   }
   const std::vector<Provider::ListEntry> entries = provider_.list(node.listKey);
+  if (entries.empty()) {
+    throw RefusedError("the provider gave no choices for " + inQuotes(node.key) +
+                       " by get_list_items");
+  }
   const auto found = entryOf(entries, choice);
   if (found == entries.end()) {
     throw UnknownError(inQuotes(node.key) + " has no choice " + inQuotes(choice) + "; it has " +

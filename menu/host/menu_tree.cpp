@@ -1,6 +1,7 @@
 #include "menu_tree.h"
 
 #include <algorithm>
+#include <set>
 #include <string_view>
 
 #include "platform/host/json_file.h"
@@ -63,15 +64,35 @@ std::string readListKey(const JsonFile& file, const Json::Value& entry, const Me
   return {};
 }
 
+// A member that items of one kind have, and no others.
+void allowOnlyIn(ItemKind kind, const char* member, const JsonFile& file, const Json::Value& entry,
+                 const MenuNode& node) {
+  if (node.kind == kind || !entry.isMember(member)) return;
+  file.fail(entry[member], "only a " + std::string(kindName(kind)) + " has \"" + member + "\"");
+}
+
+MenuNode readNode(const JsonFile& file, const Json::Value& entry) {
+  file.allowOnly(entry, {"key", "kind", "items", "states", "region"});
+  MenuNode node{file.text(entry, "key"), readKind(file, entry), {}, {}};
+  if (node.key.empty()) file.expected("a menu key", "key", entry["key"]);
+  allowOnlyIn(ItemKind::kPage, "items", file, entry, node);
+  allowOnlyIn(ItemKind::kSavedNetwork, "states", file, entry, node);
+  node.listKey = readListKey(file, entry, node);
+  return node;
+}
+
+// The items of a region; no key may stand among them twice.
 std::vector<MenuNode> readItems(const JsonFile& file, const Json::Value& parent,
-                                const std::string& region) {
+                                const std::string& region, std::set<std::string>& keys) {
   std::vector<MenuNode> nodes;
   for (const Json::Value& entry : file.array(parent, "items")) {
-    file.allowOnly(entry, {"key", "kind", "items", "states", "region"});
-    MenuNode node{file.text(entry, "key"), readKind(file, entry), {}, {}};
-    node.listKey = readListKey(file, entry, node);
-    if (node.kind == ItemKind::kPage) node.items = readItems(file, entry, region);
-    if (isOfRegion(file, entry, region)) nodes.push_back(std::move(node));
+    MenuNode node = readNode(file, entry);
+    const bool isShown = isOfRegion(file, entry, region);
+    if (isShown && !keys.insert(node.key).second) {
+      file.fail(entry["key"], "the key \"" + node.key + "\" stands here twice");
+    }
+    if (node.kind == ItemKind::kPage) node.items = readItems(file, entry, region, keys);
+    if (isShown) nodes.push_back(std::move(node));
   }
   return nodes;
 }
@@ -92,7 +113,9 @@ const char* kindName(ItemKind kind) {
 MenuTree readMenuTree(const std::filesystem::path& path, const std::string& region) {
   const JsonFile file(path);
   file.allowOnly(file.root(), {"text_domain", "items"});
-  return {optionalText(file, file.root(), "text_domain"), readItems(file, file.root(), region)};
+  std::set<std::string> keys;
+  return {optionalText(file, file.root(), "text_domain"),
+          readItems(file, file.root(), region, keys)};
 }
 
 std::vector<const MenuNode*> flatten(const std::vector<MenuNode>& nodes) {

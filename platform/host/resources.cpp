@@ -53,7 +53,8 @@ std::filesystem::path resourceFile(const std::string& name) {
 std::filesystem::path findResource(const std::string& folder, const std::string& nameOrPath) {
   if (isPath(nameOrPath)) return nameOrPath;
   const auto file = resourceRoot() / folder / (nameOrPath + ".json");
-  if (std::filesystem::exists(file)) return file;
+  std::error_code error;  // a name that is no file's, such as one that is too long
+  if (std::filesystem::exists(file, error)) return file;
   throw UnknownNameError("there is no \"" + nameOrPath + "\" in " +
                          (resourceRoot() / folder).string() +
                          "; there are: " + joined(resourceNames(folder)));

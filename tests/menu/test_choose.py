@@ -65,7 +65,7 @@ def test_an_entry_that_does_not_ask_is_chosen_at_once(tv):
 
 
 def test_a_person_is_asked_and_yes_goes_on(tv):
-    for answer in ("1", "Yes"):
+    for answer in ("1", "Yes", "yes", "y"):
         tv.out("set", WIFI, "1")
         person = tv.at_terminal("choose", WIFI, "0")
         assert "1 Yes\r\n2 No\r\n" in person.reads_until("? ")
@@ -74,13 +74,33 @@ def test_a_person_is_asked_and_yes_goes_on(tv):
         assert person.leaves() == 0
 
 
-@pytest.mark.parametrize("answer", ["2", "No", "", "yes please"])
-def test_any_other_answer_changes_nothing(tv, answer):
-    tv.out("show")
+@pytest.mark.parametrize("answer", ["2", "No", "n"])
+def test_no_changes_nothing(tv, answer):
     person = tv.at_terminal("choose", WIFI, "0")
-    person.reads_until("? ")
+    person.reads_until("\r\n? ")
     person.answers(answer)
     assert person.leaves() == 0
+    assert tv.item(WIFI)["value"] == "On"
+
+
+@pytest.mark.parametrize("answer", ["", "yes please", "3"])
+def test_what_is_no_answer_is_asked_again(tv, answer):
+    person = tv.at_terminal("choose", WIFI, "0")
+    person.reads_until("\r\n? ")
+    person.answers(answer)
+    person.reads_until("\r\n? ")
+    person.answers("1")
+    assert person.leaves() == 0
+    assert tv.item(WIFI)["value"] == "Off"
+
+
+@pytest.mark.parametrize("key, code", [("\x03", 130), ("\x04", 3)])
+def test_ctrl_c_and_ctrl_d_end_a_question_without_an_answer(tv, key, code):
+    person = tv.at_terminal("choose", WIFI, "0")
+    person.reads_until("\r\n? ")
+    person.types(key)
+    assert "\nNothing was changed." in person.reads_to_the_end()
+    assert person.leaves() == code
     assert tv.item(WIFI)["value"] == "On"
 
 

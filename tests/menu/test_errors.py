@@ -106,7 +106,7 @@ def test_a_library_that_is_no_provider_says_what_it_lacks(tv):
         1, "show", VENTARO_PROVIDER="libc.so.6")
 
 
-@pytest.mark.parametrize("words", [["show"], ["get", "menu/network/WiFiOnOff"]])
+@pytest.mark.parametrize("words", [["show"], ["get", "menu/network/WiFiOnOff"], ["network", "serve"]])
 @pytest.mark.parametrize("folder", ["state", "runtime"])
 def test_a_damaged_store_is_named_as_store_list_does(tv, folder, words):
     tv.out("show")

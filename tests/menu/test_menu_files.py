@@ -90,6 +90,13 @@ def test_the_environment_names_a_menu_file_as_well(tv):
     ('{"items": [\n{"key": "clock", "kind": "clock"}]}', 'own-menu.json:2: member "kind": expected'),
     ('{"items": [\n{"key": "clock", "kind": "action", "region": "eu"}]}',
      'own-menu.json:2: member "region": expected "us" or "other", found "eu"'),
+    ('{"items": [\n{"key": "", "kind": "action"}]}', 'own-menu.json:2: member "key": expected a menu key'),
+    ('{"items": [{"key": "a", "kind": "page", "items": [\n{"key": "a", "kind": "action"}]}]}',
+     'own-menu.json:2: the key "a" stands here twice'),
+    ('{"items": [{"key": "a", "kind": "choice",\n"items": []}]}',
+     'own-menu.json:2: only a page has "items"'),
+    ('{"items": [{"key": "a", "kind": "action",\n"states": "b"}]}',
+     'own-menu.json:2: only a saved-network has "states"'),
 ])
 def test_a_wrong_menu_file_names_file_line_member_and_what_was_expected(tv, menu, message):
     assert message in tv.error(1, "--menu", menu_file(tv, menu), "show")

@@ -26,6 +26,15 @@ def test_shows_the_menu_and_shows_it_again_when_it_changes_without_being_asked(t
     assert watch.interrupt() == 0
 
 
+def test_follows_the_language_of_the_tv(tv):
+    tv.out("show")
+    watch = tv.start("watch", LANGUAGE="")
+    assert "  Device Name                     Living Room TV" in read_menu(watch)
+    tv.set("db/menu_widget/language", "ko_KR", "string")
+    assert "네트워크" in read_menu(watch)
+    assert watch.interrupt() == 0
+
+
 def test_shows_nothing_while_nothing_changes(tv):
     watch = tv.start("watch")
     read_menu(watch)
