@@ -103,11 +103,11 @@ int fail(ExitCode code, const std::string& message) {
 // The command that is missing or that there is not.
 int commandError(const CLI::App& group, const std::string& typed) {
   const std::vector<std::string> names = namesOf(group);
-  if (typed.empty()) {
-    return fail(kUnknown, "a command is missing; there are: " + platform::host::joined(names));
-  }
-  return fail(kUnknown,
-              "there is no command \"" + typed + "\"" + platform::host::suggestion(typed, names));
+  const std::string problem =
+      typed.empty()
+          ? "a command is missing; there are: " + platform::host::joined(names)
+          : "there is no command \"" + typed + "\"" + platform::host::suggestion(typed, names);
+  return fail(kUnknown, problem + " (see \"" + pathOf(group) + " --help\")");
 }
 
 // What the parser says, in one line, and where all of it is told.

@@ -14,19 +14,22 @@ COMMANDS = ("show, get, watch, list, box, choose, set, connect, wait, expect, na
 
 def test_an_unknown_command_names_those_there_are(tv):
     assert tv.error(2, "frobnicate") == (
-        f'ventaro: there is no command "frobnicate"; there are: {COMMANDS}\n')
+        f'ventaro: there is no command "frobnicate"; there are: {COMMANDS} (see "ventaro --help")\n')
     assert tv.error(2, "store", "put") == (
-        'ventaro: there is no command "put"; there are: get, list, set, unset, watch\n')
+        'ventaro: there is no command "put"; there are: get, list, set, unset, watch '
+        '(see "ventaro store --help")\n')
 
 
 def test_a_misspelt_command_is_told_the_nearest_one(tv):
-    assert tv.error(2, "shwo") == 'ventaro: there is no command "shwo"; did you mean "show"?\n'
+    assert tv.error(2, "shwo") == (
+        'ventaro: there is no command "shwo"; did you mean "show"? (see "ventaro --help")\n')
     assert tv.error(2, "store", "lst") == (
-        'ventaro: there is no command "lst"; did you mean "list"?\n')
+        'ventaro: there is no command "lst"; did you mean "list"? (see "ventaro store --help")\n')
 
 
 def test_a_missing_command_of_a_group_names_those_there_are(tv):
-    assert tv.error(2, "network") == "ventaro: a command is missing; there are: serve, load\n"
+    assert tv.error(2, "network") == (
+        'ventaro: a command is missing; there are: serve, load (see "ventaro network --help")\n')
 
 
 @pytest.mark.parametrize("words, message", [
