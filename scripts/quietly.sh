@@ -19,7 +19,7 @@ quietly_with_percent() (
   terminal=0
   [ ! -t 2 ] || terminal=1
   "$@" 2>&1 | tee "$output" | awk -v text="$text" -v terminal="$terminal" '
-    match($0, /^\[ *[0-9]+%\]/) {
+    !/Re-checking globbed directories/ && match($0, /^\[ *[0-9]+%\]/) {
       percent = substr($0, 2, RLENGTH - 3) + 0
       if (terminal) printf "\r%s %d %%", text, percent
       else if (!said || percent >= next_quarter) print text, percent, "%"
