@@ -105,6 +105,7 @@ void Calls::requirePromises(const Promises& promises, const Answer& answer) {
 bool Calls::mayRaise(const Answer& answer) const {
   const std::string& type = answer.raised;
   if (!contract::mayRaise(*answer.function, answer.key, type)) return false;
+  if (type == kMemoryError) return conditions_.memoryMayRunOut;
   if (type == kDocumentError) return conditions_.documentMayBeMisshapen;
   if (type == kLanguageError) return conditions_.languageMayBeMissing;
   return conditions_.lockMayFail;
@@ -163,9 +164,19 @@ Answer Calls::getString(const std::string& key, bool holdsText) {
       text(function("get_string"), table_->get_string, key, 0, holdsText ? textBefore : nullptr));
 }
 
+// Without memory, a help text gives -1, and the list of a saved network's states is null though
+// three are counted.
+bool Calls::isWithoutMemory(const Answer& answer) const {
+  if (!conditions_.memoryMayRunOut || answer.hasRaised()) return false;
+  if (answer.function == &function("get_help_text")) return answer.result == -1 && answer.untouched;
+  return answer.function == &function("get_list_items") && isStates(answer.key) &&
+         answer.items == nullptr && answer.value == 3;
+}
+
 // Always gives a text.
 Answer Calls::textAlways(const Function& function, TextCallback callback, const std::string& key) {
   Answer answer = text(function, callback, key, VENTARO_TEXT_SIZE, textBefore);
+  if (isWithoutMemory(answer)) return answer;
   require(answer.hasRaised() || answer.result == 0, answer, "the result is 0");
   require(answer.hasRaised() || answer.text, answer, "a text is handed out");
   return required(std::move(answer));
@@ -281,6 +292,7 @@ Answer Calls::listItems(const std::string& key) {
   answer.value = count;
   answer.untouched = count == kBefore;
   if (answer.hasRaised()) return required(std::move(answer));
+  if (given == nullptr && isWithoutMemory(answer)) return answer;
   require(given != nullptr && count >= 1 && !answer.untouched, answer, "a list has entries");
   if (given == nullptr) return answer;
   auto** items = const_cast<void**>(given);

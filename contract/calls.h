@@ -53,11 +53,12 @@ class Observer {
 };
 
 // In which ways the platform makes calls fail: an exception that these do not explain is a broken
-// promise. Memory never runs out, so std::bad_alloc always is one.
+// promise.
 struct Conditions {
   bool lockMayFail = false;
   bool documentMayBeMisshapen = false;  // the saved networks' document
   bool languageMayBeMissing = false;
+  bool memoryMayRunOut = false;
 };
 
 struct Box {
@@ -166,6 +167,7 @@ class Calls {
   Answer text(const Function& function, TextCallback callback, const std::string& key,
               std::size_t blockSize, char* before);
   Answer textAlways(const Function& function, TextCallback callback, const std::string& key);
+  bool isWithoutMemory(const Answer& answer) const;
   template <typename Call>
   Answer makeOfItem(const Function& function, const Item& item, const Call& call);
   Answer requiredOfItem(Answer answer, const Item& item);

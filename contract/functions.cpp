@@ -20,6 +20,7 @@ bool covers(Keys keys, std::string_view key) {
 
 bool mayRaise(const Function& function, std::string_view key, std::string_view type) {
   if (type.starts_with(kLockError)) return function.isLocked;
+  if (type == kMemoryError) return true;
   if (type == kDocumentError) return covers(function.raisesDocumentError, key);
   return type == kLanguageError && covers(function.raisesLanguageError, key);
 }

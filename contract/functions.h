@@ -52,6 +52,7 @@ bool covers(Keys keys, std::string_view key);
 inline constexpr char kLockError[] = "std::system_error";     // followed by the error's number
 inline constexpr char kDocumentError[] = "Json::LogicError";  // the saved networks' document
 inline constexpr char kLanguageError[] = "std::logic_error";  // there is no menu language
+inline constexpr char kMemoryError[] = "std::bad_alloc";      // of any function
 
 struct Function {
   const char* name;

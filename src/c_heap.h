@@ -8,7 +8,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <string_view>
+#include <utility>
 
 struct FreeDeleter {
   void operator()(void* block) const { std::free(block); }
@@ -21,6 +23,45 @@ using CText = std::unique_ptr<char, FreeDeleter>;
 inline CText zeroedBlock(std::size_t size) {
   return CText(static_cast<char*>(std::calloc(1, size)));
 }
+
+// As calloc(), but raises std::bad_alloc when memory runs out.
+[[gnu::noinline]] inline void* newZeroedBytes(std::size_t count, std::size_t size) {
+  void* const block = std::calloc(count, size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+// `count` objects of zeroes, which the caller owns; raises std::bad_alloc when memory runs out.
+template <typename T>
+T* newZeroed(std::size_t count = 1) {
+  return static_cast<T*>(newZeroedBytes(count, sizeof(T)));
+}
+
+// Owns an array of addresses and what they lead to, until it is handed out with release().
+template <typename T, typename Deleter = FreeDeleter>
+class CArray {
+ public:
+  // Takes over an array of that size, or null.
+  CArray(T** elements, std::size_t size) : elements_(elements), size_(size) {}
+  // Of null pointers; raises std::bad_alloc when memory runs out.
+  explicit CArray(std::size_t size) : CArray(newZeroed<T*>(size), size) {}
+  CArray(const CArray&) = delete;
+  CArray& operator=(const CArray&) = delete;
+  ~CArray() {
+    if (elements_ == nullptr) return;
+    for (std::size_t i = 0; i < size_; ++i) Deleter()(elements_[i]);
+    std::free(elements_);
+  }
+
+  bool isNull() const { return elements_ == nullptr; }
+  std::size_t size() const { return size_; }
+  T*& operator[](std::size_t index) { return elements_[index]; }
+  T** release() { return std::exchange(elements_, nullptr); }
+
+ private:
+  T** elements_;
+  std::size_t size_;
+};
 
 // Puts a text, cut to `size` - 1 bytes, and a NUL into a buffer of `size` bytes.
 [[gnu::noinline]] inline void copyText(char* buffer, std::size_t size, std::string_view text) {

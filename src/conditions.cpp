@@ -80,7 +80,7 @@ bool IsMultiViewControlMode() {
 
   Json::Value root;
   std::string errors;
-  const bool parsed = parseJson(Json::CharReaderBuilder(), text, root, errors);
+  const bool parsed = parseJson(text, JsonRules::kDefault, root, errors);
   LOG_MAIN("parsingSuccessful[%s]  root [%s] ", trueOrFalse(parsed), text.c_str());
   if (!parsed) return false;
 

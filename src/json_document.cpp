@@ -1,13 +1,20 @@
 #include "json_document.h"
 
+#include <cstring>
 #include <memory>
 
-bool parseJson(const Json::CharReaderBuilder& builder, const std::string& text, Json::Value& root,
-               std::string& errors) {
-  const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+bool isOutOfMemory(const Json::Exception& error) {
+  return std::strstr(error.what(), "Failed to allocate") != nullptr;
+}
+
+bool parseJson(const std::string& text, JsonRules rules, Json::Value& root, std::string& errors) {
   try {
+    Json::CharReaderBuilder builder;
+    if (rules == JsonRules::kStrict) Json::CharReaderBuilder::strictMode(&builder.settings_);
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     return reader->parse(text.data(), text.data() + text.size(), &root, &errors);
   } catch (const Json::Exception& error) {
+    if (isOutOfMemory(error)) throw std::bad_alloc();
     errors = error.what();
     return false;
   }

@@ -32,7 +32,7 @@ int get_module_info(const char* key, char** value) {
   // An unknown key is not an error: the caller has set its pointer before and finds it untouched.
   for (const ModuleInfo& info : kModuleInfos) {
     if (info.key != key) continue;
-    CText block = zeroedBlock(VENTARO_MODULE_INFO_SIZE);
+    CText block(newZeroed<char>(VENTARO_MODULE_INFO_SIZE));
     std::memcpy(block.get(), info.value, std::strlen(info.value) + 1);
     *value = block.release();
   }
@@ -53,7 +53,7 @@ int release_string(char* str) {
 }
 
 data_provider_cbs* newTable() {
-  auto* table = static_cast<data_provider_cbs*>(std::calloc(1, sizeof(data_provider_cbs)));
+  auto* table = newZeroed<data_provider_cbs>();
   installValueCallbacks(*table);
   installListCallbacks(*table);
   installDisplayNameCallbacks(*table);

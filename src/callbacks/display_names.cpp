@@ -33,7 +33,7 @@ int get_display_name(const char* key, char** value) {
   LOG_MAIN("START");
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("Key ---->%s\n", key);
-  CText name = zeroedBlock(VENTARO_TEXT_SIZE);
+  CText name(newZeroed<char>(VENTARO_TEXT_SIZE));
   writeName(key, name.get());
   *value = name.release();
   return 0;  // without "END": tools that read the log expect none here

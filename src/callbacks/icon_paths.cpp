@@ -64,7 +64,7 @@ int get_title_icon_path(const char* key, char** path) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   LOG_MAIN("key = %s", key);
-  CText block = zeroedBlock(VENTARO_TEXT_SIZE);
+  CText block(newZeroed<char>(VENTARO_TEXT_SIZE));
   writeTitleIcon(key, block.get());
   *path = block.release();
   return 0;
@@ -73,7 +73,7 @@ int get_title_icon_path(const char* key, char** path) {
 int get_second_icon_path(const char* key, char** path) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("key = %s", key);  // without "START": tools that read the log expect none here
-  CText block = zeroedBlock(VENTARO_TEXT_SIZE);
+  CText block(newZeroed<char>(VENTARO_TEXT_SIZE));
   copyText(block.get(), VENTARO_TEXT_SIZE, statusIcon(networkStatus(key)));
   *path = block.release();
   return 0;

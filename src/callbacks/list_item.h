@@ -2,6 +2,8 @@
 #ifndef VENTARO_LIST_ITEM_H
 #define VENTARO_LIST_ITEM_H
 
+#include <cstdlib>
+
 #include "ventaro/data_provider.h"
 
 // A block of the C heap. Its list owns it, and it owns its text.
@@ -9,6 +11,15 @@ struct ListItem {
   char* displayValue;
   int intValue;
   ITEM_FOLLOWING_ACTION_TYPE followingActionType;
+};
+
+// Releases a record and its text.
+struct ListItemDeleter {
+  void operator()(ListItem* record) const {
+    if (record == nullptr) return;
+    std::free(record->displayValue);
+    std::free(record);
+  }
 };
 
 #endif  // VENTARO_LIST_ITEM_H

@@ -2,8 +2,10 @@
 // records of them.
 #include "callbacks/list_item.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "c_heap.h"
 #include "callbacks/callbacks.h"
@@ -14,18 +16,22 @@
 namespace {
 
 constexpr const char* kStateTexts[] = {"disconnected", "loading", "connected"};
-constexpr int kStateCount = 3;
-constexpr int kRecordCount = 2;
+constexpr std::size_t kStateCount = 3;
+constexpr std::size_t kRecordCount = 2;
 
-// The array for the framework, which sees a record only as an address.
-void** newArray(int count) {
-  return static_cast<void**>(std::calloc(static_cast<std::size_t>(count), sizeof(void*)));
+// The framework sees a record only as an address.
+using Records = CArray<ListItem, ListItemDeleter>;
+
+const void** handedOut(Records& records) {
+  return const_cast<const void**>(reinterpret_cast<void**>(records.release()));
 }
 
-ListItem* newRecord(char* text, int value, ITEM_FOLLOWING_ACTION_TYPE action) {
-  auto* record = static_cast<ListItem*>(std::calloc(1, sizeof(ListItem)));
-  *record = {text, value, action};
-  return record;
+// Records with the values 0, 1, ..., still without texts.
+void fill(Records& records) {
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    records[i] = newZeroed<ListItem>();
+    records[i]->intValue = static_cast<int>(i);
+  }
 }
 
 using PrintableText = char[VENTARO_LIST_TEXT_SIZE + 1];
@@ -38,38 +44,45 @@ const char* printable(const char* text, PrintableText& copy) {
   return copy;
 }
 
-// The states of a saved network; both networks have the same.
-void** stateRecords(int* count) {
-  *count = kStateCount;
-  void** records = newArray(kStateCount);
-  if (records == nullptr) return nullptr;
-  for (int i = 0; i < kStateCount; ++i) {
-    CText text = zeroedBlock(VENTARO_TEXT_SIZE);
-    copyText(text.get(), VENTARO_TEXT_SIZE, kStateTexts[i]);
-    records[i] = newRecord(text.release(), i, ITEM_FOLLOWING_ACTION_NONE);
+// The states of a saved network; both networks have the same. Without memory for the array, the
+// list is null instead of an exception: the ABI promises it.
+const void** stateRecords(int* count) {
+  Records records(static_cast<ListItem**>(std::calloc(kStateCount, sizeof(ListItem*))),
+                  kStateCount);
+  if (!records.isNull()) {
+    fill(records);
+    for (std::size_t i = 0; i < kStateCount; ++i) {
+      records[i]->displayValue = newZeroed<char>(VENTARO_TEXT_SIZE);
+      copyText(records[i]->displayValue, VENTARO_TEXT_SIZE, kStateTexts[i]);
+    }
   }
-  return records;
+  *count = kStateCount;
+  return handedOut(records);
 }
 
-void logTexts(char** texts) {
+void logTexts(Records& records) {
   PrintableText firstCopy;
   PrintableText secondCopy;
-  const char* first = printable(texts[0], firstCopy);
-  const char* second = printable(texts[1], secondCopy);
+  const char* first = printable(records[0]->displayValue, firstCopy);
+  const char* second = printable(records[1]->displayValue, secondCopy);
   // Each text is logged twice: readers of the log expect it.
   LOG_MAIN("pDisplayValue[0]=%s::%s", first, first);
   LOG_MAIN("pDisplayValue[1]=%s::%s", second, second);
 }
 
 // Always two records: if the device-name list has one entry, the second has no text.
-void** settingRecords(const Setting& setting, const char* key, int* count) {
-  auto** texts = const_cast<char**>(setting.listTexts(key, count));
-  void** records = newArray(kRecordCount);
-  records[0] = newRecord(*count > 0 ? texts[0] : nullptr, 0, setting.firstAction);
-  records[1] = newRecord(*count > 1 ? texts[1] : nullptr, 1, setting.secondAction());
-  if (setting.logsListTexts) logTexts(texts);
-  std::free(texts);
-  return records;
+const void** settingRecords(const Setting& setting, const char* key, int* count) {
+  Records records(kRecordCount);
+  fill(records);
+  int textCount = 0;
+  const std::unique_ptr<const char*[], FreeDeleter> texts(setting.listTexts(key, &textCount));
+  const std::size_t filled = std::min(static_cast<std::size_t>(textCount), kRecordCount);
+  for (std::size_t i = 0; i < filled; ++i) records[i]->displayValue = const_cast<char*>(texts[i]);
+  records[0]->followingActionType = setting.firstAction;
+  records[1]->followingActionType = setting.secondAction();
+  if (setting.logsListTexts) logTexts(records);
+  *count = textCount;
+  return handedOut(records);
 }
 
 const void** get_list_items(const char* key, int* count) {
@@ -77,9 +90,8 @@ const void** get_list_items(const char* key, int* count) {
   LOG_MAIN("START");
   LOG_MAIN("Key ---->%s::\n", key);
   const Setting& setting = itemOf(key).setting;
-  void** records =
-      setting.listTexts == nullptr ? stateRecords(count) : settingRecords(setting, key, count);
-  return const_cast<const void**>(records);
+  if (setting.listTexts == nullptr) return stateRecords(count);
+  return settingRecords(setting, key, count);
 }
 
 int get_list_item_display_value(void* item, char** value) {
@@ -117,14 +129,7 @@ int free_list_items(void** items, int count) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   if (items == nullptr) return 0;
-  for (int i = 0; i < count; ++i) {
-    auto* record = static_cast<ListItem*>(items[i]);
-    if (record == nullptr) continue;
-    std::free(record->displayValue);
-    record->displayValue = nullptr;
-    std::free(record);
-    items[i] = nullptr;
-  }
+  for (int i = 0; i < count; ++i) ListItemDeleter()(static_cast<ListItem*>(items[i]));
   std::free(items);
   return 0;
 }

@@ -1,7 +1,5 @@
 #include "settings/DeviceNameListInterface.h"
 
-#include <cstdlib>
-
 #include "c_heap.h"
 #include "log.h"
 #include "platform/config_store.h"
@@ -59,15 +57,16 @@ int DeviceNameListInterface::getListItemIntValue(void* item, int* value) {
 }
 
 const char** DeviceNameListInterface::getListItems(const char* /*key*/, int* count) {
-  auto** texts = static_cast<char**>(std::calloc(m_DevicenameList.size(), sizeof(char*)));
+  CArray<char> texts(m_DevicenameList.size());
   const int last = lastIndex();
   for (int i = 0; i < last; ++i) {
     const CText markup = markupOf(entry(i));
-    texts[i] = hasText(markup) ? newListText(kOverride, markup.get()) : newListText({});
+    texts[static_cast<std::size_t>(i)] =
+        hasText(markup) ? newListText(kOverride, markup.get()) : newListText({});
   }
-  if (last >= 0) texts[last] = newListText(entry(last));
+  if (last >= 0) texts[static_cast<std::size_t>(last)] = newListText(entry(last));
   *count = last + 1;
-  return const_cast<const char**>(texts);
+  return const_cast<const char**>(texts.release());
 }
 
 int DeviceNameListInterface::getListItemDisplayValue(void* item, char** text) {

@@ -8,6 +8,8 @@
 #include <array>
 #include <iterator>
 #include <memory>
+#include <new>
+#include <string>
 #include <utility>
 
 #include "c_heap.h"
@@ -29,12 +31,6 @@ constexpr int kNoSignal = -100;
 constexpr std::array kLevelLimits = {-89, -83, -75, -64};
 
 std::unique_ptr<SavedAPConnection> Instance;
-
-Json::CharReaderBuilder strictReader() {
-  Json::CharReaderBuilder builder;
-  Json::CharReaderBuilder::strictMode(&builder.settings_);
-  return builder;
-}
 
 void logItem(const SavedAPData& item) {
   LOG_MAIN(" AP Name = %s status = %s ", item.ssid.c_str(), item.status.c_str());
@@ -61,13 +57,13 @@ void SavedAPConnection::ReadVconf() {
   m_savedAPs.clear();
   if (document == nullptr) return;
   m_document = document.get();
-  m_isComplete = Parse();
+  m_isComplete = usingJson([this] { return Parse(); });
 }
 
 bool SavedAPConnection::Parse() {
   Json::Value root;
   std::string errors;
-  if (!parseJson(strictReader(), m_document, root, errors)) {
+  if (!parseJson(m_document, JsonRules::kStrict, root, errors)) {
     LOG_MAIN("reader.parse() - return false errs=%s", errors.c_str());
     return false;
   }
@@ -128,10 +124,14 @@ void SavedAPConnection::Connect(int index) {
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the operation takes its own copy.
 void SavedAPConnection::WriteConnectToVconf(std::string ssid) {
-  Json::Value command(Json::objectValue);
-  command["COMMAND"] = kConnectCommand;
-  command["SSID"] = ssid;
-  const std::string text = Json::writeString(Json::StreamWriterBuilder(), command);
+  const std::string text = usingJson([&] {
+    Json::Value command(Json::objectValue);
+    command["COMMAND"] = kConnectCommand;
+    command["SSID"] = ssid;
+    return Json::writeString(Json::StreamWriterBuilder(), command);
+  });
+  // What writeString() has written when memory runs out lacks the end of the object.
+  if (!text.ends_with("\n}")) throw std::bad_alloc();
   vconf_set_str(kCommandKey, text.c_str());
 }
 

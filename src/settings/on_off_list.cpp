@@ -1,14 +1,11 @@
 #include "settings/on_off_list.h"
 
-#include <algorithm>
-#include <cstdlib>
-
 #include "c_heap.h"
 #include "translation.h"
 #include "ventaro/data_provider.h"
 
 char* newListText(std::string_view first, std::string_view second) {
-  auto* block = static_cast<char*>(std::calloc(1, VENTARO_LIST_TEXT_SIZE));
+  char* block = newZeroed<char>(VENTARO_LIST_TEXT_SIZE);
   const std::size_t size = first.copy(block, VENTARO_LIST_TEXT_SIZE);
   second.copy(block + size, VENTARO_LIST_TEXT_SIZE - size);
   return block;
@@ -20,10 +17,10 @@ void OnOffTexts::fill() {
 }
 
 const char** OnOffTexts::copy(int* count) const {
-  auto** copies = static_cast<char**>(std::calloc(texts_.size(), sizeof(char*)));
-  std::ranges::transform(texts_, copies, [](const char* text) { return newListText(text); });
+  CArray<char> copies(texts_.size());
+  for (std::size_t i = 0; i < texts_.size(); ++i) copies[i] = newListText(texts_[i]);
   *count = this->count();
-  return const_cast<const char**>(copies);
+  return const_cast<const char**>(copies.release());
 }
 
 void putOnOffText(bool on, char** text) {

@@ -7,7 +7,7 @@
 
 // Returns a block of VENTARO_LIST_TEXT_SIZE bytes of the C heap, the caller's, with the two texts
 // joined. Longer text is cut to fill the block, without a NUL: the framework never reads beyond the
-// block.
+// block. Raises std::bad_alloc when memory runs out.
 char* newListText(std::string_view first, std::string_view second = {});
 
 // The two entries of an On/Off list in the user's language: Off, then On. gettext owns the texts.
@@ -20,7 +20,8 @@ class OnOffTexts {
   int count() const { return texts_[0] == nullptr ? 0 : static_cast<int>(texts_.size()); }
 
   // Returns an array with a block for each text and puts their number into `*count`. The
-  // caller owns the array and the blocks, all of the C heap.
+  // caller owns the array and the blocks, all of the C heap. Raises std::bad_alloc when memory runs
+  // out, `*count` untouched.
   const char** copy(int* count) const;
 
  private:

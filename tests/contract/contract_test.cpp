@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -49,6 +50,9 @@ const Spoilt kSpoilt[] = {
     {"no other exception leaves it",
      [](auto&, auto& t) { t.get_int = [](auto, auto) -> int { throw 1; }; },
      [](Calls& calls) { calls.getInt(kKey); }},
+    {"no other exception leaves it",
+     [](auto&, auto& t) { t.get_module_info = [](auto, auto) -> int { throw std::bad_alloc(); }; },
+     [](Calls& calls) { calls.moduleInfo(kKey); }},
     {"an exception leaves the outputs untouched",
      [](auto&, auto& t) {
        t.get_int = [](auto, int* value) -> int {

@@ -87,14 +87,6 @@ class Exceptions : public FaultMatrix {
       }
     }
   }
-
- private:
-  // A product's device name is never freed, because the platform may own it.
-  static int keptTexts(const Journal& journal) {
-    const Journal::Piece reading =
-        call("system_info_get_custom_string", "com.norvane/featureconf/product.device_sid");
-    return countsBlocks() ? static_cast<int>(journal.count(reading)) : 0;
-  }
 };
 
 TEST_F(Exceptions, ALockThatCannotBeHadLeavesEveryLockedFunctionAsItsSystemError) {

@@ -32,7 +32,7 @@ class FaultMatrix : public ProviderTest {
   void enter(const World& world, bool watching = true);
 
   // Calls these callbacks from here on; null for the exported functions alone.
-  void useTable(const data_provider_cbs* table);
+  void useTable(const data_provider_cbs* table, bool memoryMayRunOut = false);
 
   Functions& functions() { return *functions_; }
 
@@ -46,6 +46,11 @@ class FaultMatrix : public ProviderTest {
 
   // Makes one call and returns its result, with standard output only if it is captured.
   Outcome callOnce(const Function& function, const std::string& key, bool capture);
+
+  // How many texts of the platform the provider keeps after these calls: a product's device name is
+  // never freed, because the platform may own it.
+  static int keptTexts(const Journal& journal);
+
   void leave();
   void TearDown() override;
 

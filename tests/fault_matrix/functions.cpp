@@ -14,8 +14,12 @@ using contract::Calls;
 
 namespace {
 
-constexpr contract::Conditions kAnyFault{
-    .lockMayFail = true, .documentMayBeMisshapen = true, .languageMayBeMissing = true};
+contract::Conditions anyFault(bool memoryMayRunOut) {
+  return {.lockMayFail = true,
+          .documentMayBeMisshapen = true,
+          .languageMayBeMissing = true,
+          .memoryMayRunOut = memoryMayRunOut};
+}
 
 bool isOneOf(const Answer& answer, std::initializer_list<std::string_view> names) {
   return std::ranges::find(names, std::string_view(answer.function->name)) != names.end();
@@ -89,8 +93,9 @@ void Functions::Observer::givesBack(void** items, int count) {
   contract::freeUncovered(items, count);
 }
 
-Functions::Functions(const contract::Exports& exports, const data_provider_cbs* table)
-    : calls_(exports, table, observer_, kAnyFault, &contract::ownPromises()),
+Functions::Functions(const contract::Exports& exports, const data_provider_cbs* table,
+                     bool memoryMayRunOut)
+    : calls_(exports, table, observer_, anyFault(memoryMayRunOut), &contract::ownPromises()),
       all_({
           setInt(1),
           {"set_string", [this](auto& key) { return calls_.setString(key, "TV Three"); }},

@@ -23,7 +23,8 @@ struct Function {
 class Functions {
  public:
   // The table may be null when only the exported functions are called.
-  Functions(const contract::Exports& exports, const data_provider_cbs* table);
+  Functions(const contract::Exports& exports, const data_provider_cbs* table,
+            bool memoryMayRunOut = false);
 
   // The 27 functions of the ABI; set_int() with the value 1.
   const std::vector<Function>& all() const { return all_; }
