@@ -123,6 +123,10 @@ def test_nothing_installed_knows_where_it_was_built(root):
             assert str(SOURCE).encode() + b"/" not in content, file
 
 
+def test_no_binary_looks_for_libraries_in_a_relative_or_writable_folder(root):
+    run(SOURCE / "scripts/check-binaries", root / "usr")
+
+
 def test_the_program_finds_its_libraries_where_the_packages_put_them(root):
     runpath = re.search(r"RUNPATH.*\[(.*)\]", run("readelf", "-d", root / "usr/bin/ventaro"))[1]
     folder = (root / "usr/bin" / runpath.removeprefix("$ORIGIN/")).resolve()
