@@ -57,6 +57,11 @@ std::vector<Database::Change> takeChanges(const Database& database, std::uint64_
   return news.changes;
 }
 
+void logRaised(const std::string& key, const char* what) {
+  __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
+               "a subscriber of %s raised: %s", key.c_str(), what);
+}
+
 }  // namespace
 
 Notifier::Notifier(const Database& database) : database_(database) {}
@@ -113,7 +118,7 @@ void Notifier::dispatch() {
     const std::lock_guard lock(mutex_);
     if (mayBeGone) watchFile();
     changes = takeChanges(database_, delivered_);
-  } catch (const StoreError& error) {
+  } catch (const std::exception& error) {
     // The main loop has no caller to report to. The changes are read after the next one.
     __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
                  "cannot read what changed: %s", error.what());
@@ -144,8 +149,9 @@ void Notifier::deliver(const Database::Change& change) {
     try {
       subscriber->changed(change.key);
     } catch (const std::exception& error) {
-      __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
-                   "a subscriber of %s raised: %s", change.key.c_str(), error.what());
+      logRaised(change.key, error.what());
+    } catch (...) {
+      logRaised(change.key, "something that is no std::exception");
     }
   }
 }

@@ -361,5 +361,17 @@ TEST_F(ASubscriber, ThatRaisesIsLoggedAndDisturbsNobody) {
   EXPECT_TRUE(logged("system CONFIG_STORE: a subscriber of db/key raised: no, thank you"));
 }
 
+TEST_F(ASubscriber, ThatRaisesNoStandardExceptionIsLoggedAndDisturbsNobody) {
+  Keys told;
+  const auto raising = store().subscribe("db/key", [](const std::string&) { throw 42; });
+  const auto other = listen("db/key", told);
+  store().set("db/key", 1);
+  store().set("db/key", 2);
+  hearAll();
+  EXPECT_EQ(told, Keys(2, "db/key"));
+  EXPECT_TRUE(logged(
+      "system CONFIG_STORE: a subscriber of db/key raised: something that is no std::exception"));
+}
+
 }  // namespace
 }  // namespace platform_tests
