@@ -14,6 +14,14 @@ namespace platform::host {
 
 namespace {
 
+// This library's own. Found while it is loaded: later the loader may be waiting for a library whose
+// constructor waits for one of our locks.
+const char* const kLibraryFile = [] {
+  Dl_info info{};
+  dladdr(reinterpret_cast<const void*>(&resourceRoot), &info);
+  return info.dli_fname;
+}();
+
 bool isPath(const std::string& nameOrPath) {
   return nameOrPath.find('/') != std::string::npos || nameOrPath.ends_with(".json");
 }
@@ -32,11 +40,9 @@ std::filesystem::path shippedRoot() {
 }  // namespace
 
 std::filesystem::path libraryFolder() {
-  Dl_info info{};
-  dladdr(reinterpret_cast<const void*>(&resourceRoot), &info);
   std::error_code error;
-  const auto file = std::filesystem::canonical(info.dli_fname, error);
-  return error ? std::filesystem::path(info.dli_fname).parent_path() : file.parent_path();
+  const auto file = std::filesystem::canonical(kLibraryFile, error);
+  return error ? std::filesystem::path(kLibraryFile).parent_path() : file.parent_path();
 }
 
 std::filesystem::path resourceRoot() {

@@ -135,29 +135,52 @@ struct CSubscription {
   }
 };
 
-// The subscriptions of C callers last as long as the process or the caller's library. Those of
-// unloaded libraries are dropped at the next subscription. If the library may have been loaded
-// again, its new subscription replaces the old one, which still looks valid. So a library that
-// subscribes one callback to one key twice keeps only the last, if in between any library was
-// loaded and any unloaded. That is better than calling a callback with the data of an unloaded
-// library.
+using Entry = std::shared_ptr<CSubscription>;
+
+// The subscriptions of C callers. The loader is never asked with the mutex held: it may be loading
+// a library whose constructor subscribes.
+class CSubscriptions {
+ public:
+  std::vector<Entry> all() {
+    const std::lock_guard lock(mutex_);
+    return entries_;
+  }
+
+  void add(const Entry& entry) {
+    const std::lock_guard lock(mutex_);
+    entries_.push_back(entry);
+  }
+
+  // Another thread may be ending the same one.
+  void end(const Entry& entry) {
+    const std::lock_guard lock(mutex_);
+    entry->subscription = Subscription();
+    std::erase(entries_, entry);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<Entry> entries_;
+};
+
+// They last as long as the process or the caller's library. Those of unloaded libraries are dropped
+// at the next subscription. If the library may have been loaded again, its new subscription
+// replaces the old one, which still looks valid. So a library that subscribes one callback to one
+// key twice keeps only the last, if in between any library was loaded and any unloaded. That is
+// better than calling a callback with the data of an unloaded library.
 void keepSubscribed(const char* key, vconf_callback_fn callback, void* userData) {
-  using Subscriptions = std::vector<std::shared_ptr<CSubscription>>;
-  static std::mutex mutex;
-  static auto& subscriptions = neverDestroyed(new Subscriptions);
-  const auto isOver = [&](const std::shared_ptr<CSubscription>& each) {
+  static auto& subscriptions = neverDestroyed(new CSubscriptions);
+  for (const Entry& each : subscriptions.all()) {
     const bool same = each->key == key && each->callback == callback;
-    if (!each->isLibraryGone() && !(same && each->library.mayHaveBeenReloaded())) return false;
-    each->subscription = Subscription();
-    return true;
-  };
-  const std::lock_guard lock(mutex);
-  std::erase_if(subscriptions, isOver);
+    if (each->isLibraryGone() || (same && each->library.mayHaveBeenReloaded())) {
+      subscriptions.end(each);
+    }
+  }
   const auto entry = std::make_shared<CSubscription>(key, callback, userData);
   // The notifier keeps a reference too: another thread may be using the entry when it is dropped.
   entry->subscription = ConfigStore::instance().subscribe(
       key, [entry](const std::string& changedKey) { entry->tell(changedKey); });
-  subscriptions.push_back(entry);
+  subscriptions.add(entry);
 }
 
 }  // namespace
