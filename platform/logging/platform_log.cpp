@@ -8,6 +8,7 @@
 
 #include "../host/switches.h"
 #include "log_channel.h"
+#include "platform/host/visible_text.h"
 #include "platform/log.h"
 
 namespace {
@@ -38,13 +39,14 @@ std::string_view withoutLastNewlines(std::string_view text) {
   return text.substr(0, text.find_last_not_of('\n') + 1);
 }
 
-// One line in the file per call, even if the texts contain line feeds.
+// One line in the file per call, even if the texts contain line feeds, and nothing that commands
+// the terminal of who reads it.
 std::string lineOf(const char* buffer, std::string_view tag, std::string_view message) {
   std::string line;
   line.reserve(16 + tag.size() + message.size());
   line.append(buffer).append(" ").append(tag).append(": ").append(message);
   for (auto at = line.find('\n'); at != std::string::npos; at = line.find('\n', at)) line[at] = ' ';
-  return line;
+  return platform::host::visibleLine(line);
 }
 
 }  // namespace

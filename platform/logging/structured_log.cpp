@@ -1,19 +1,18 @@
 // The structured logger: records as JSON lines, kept only while storage is enabled.
 #include "platform/structured_log.h"
 
-#include <glib.h>
 #include <json/value.h>
 #include <spdlog/fmt/chrono.h>
 #include <spdlog/spdlog.h>
 
 #include <chrono>
 #include <cstdarg>
-#include <memory>
 #include <string>
 
 #include "../host/json_text.h"
 #include "../host/switches.h"
 #include "log_channel.h"
+#include "platform/host/visible_text.h"
 
 namespace {
 
@@ -30,11 +29,8 @@ std::string timeNow() {
                      fmt::gmtime(std::chrono::system_clock::to_time_t(now)), milliseconds);
 }
 
-// JSON must be UTF-8, but a message may contain a text that was cut inside a character.
-std::string validText(const char* text) {
-  if (text == nullptr) return "";
-  const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(text, -1), &g_free);
-  return valid.get();
+std::string textOf(const char* text) {
+  return text != nullptr ? text : "";
 }
 
 }  // namespace
@@ -55,13 +51,13 @@ void TSLoggerHelper::Log(const TSCodeLocation& location, const char* format, ...
   std::va_list arguments;
   va_start(arguments, format);
   Json::Value record;
-  record["message"] = validText(platform::formatMessage(format, arguments).get());
+  record["message"] = textOf(platform::formatMessage(format, arguments).get());
   va_end(arguments);
   record["time"] = timeNow();
-  record["path"] = validText(location.path);
+  record["path"] = textOf(location.path);
   record["line"] = location.line;
-  record["function"] = validText(location.signature);
-  logger().info("{}", platform::jsonLine(record));
+  record["function"] = textOf(location.signature);
+  logger().info("{}", platform::host::visibleLine(platform::jsonLine(record)));
 }
 
 }  // namespace ht

@@ -66,12 +66,21 @@ TEST_F(PlatformLog, HasOneLinePerCallWhateverTheTextHolds) {
 }
 
 TEST_F(PlatformLog, TakesATextAsItIs) {
-  const std::vector<std::string> messages = {"{} {0} {name} }{", "100 % %s %n",  "a\tb\r",
-                                             "\u00fcber \uac70", "cut \xed\x95", "\x01\x1b[31m"};
+  const std::vector<std::string> messages = {"{} {0} {name} }{", "100 % %s %n", "\u00fcber \uac70",
+                                             "back\\slash"};
   for (const std::string& message : messages) EXPECT_GE(log(message), 0);
   std::vector<std::string> expected;
   for (const std::string& message : messages) expected.push_back("main TAG: " + message);
   EXPECT_EQ(texts(), expected);
+}
+
+TEST_F(PlatformLog, ShowsWhatATerminalWouldObeyAndWhatIsNoCharacter) {
+  const std::string message = "\x1b[31m\tred\u009b\u202e cut \xed\x95";
+  EXPECT_EQ(log(message), static_cast<int>(message.size()));
+  __dlog_print(PLATFORM_LOG_MAIN, PLATFORM_LOG_INFO, "T\rAG", "text");
+  EXPECT_EQ(texts(), (std::vector<std::string>{R"(main TAG: \u001b[31m\u0009red\u009b\u202e cut )"
+                                               "\ufffd\ufffd",
+                                               R"(main T\u000dAG: text)"}));
 }
 
 TEST_F(PlatformLog, TakesAFormatWithoutArguments) {

@@ -102,6 +102,7 @@ TEST_F(StructuredLog, IsValidWhateverTheMessageHolds) {
   const std::vector<std::string> messages = {"\"quotes\" \\ /",
                                              "line\nline\r\n\ttab",
                                              "\x01\x1f\x7f",
+                                             "\u009b\u202e\u2028",
                                              "{} {0} %s",
                                              "",
                                              "\u00fcber \uac70\uc2e4 \U0001f4fa"};
@@ -111,6 +112,15 @@ TEST_F(StructuredLog, IsValidWhateverTheMessageHolds) {
   const auto found = records();
   ASSERT_EQ(found.size(), messages.size());
   for (std::size_t i = 0; i < found.size(); ++i) EXPECT_EQ(found[i]["message"], messages[i]);
+}
+
+TEST_F(StructuredLog, HasNothingInItThatATerminalWouldObey) {
+  store().set(kStorage, true);
+  const std::string message = "\x1b[31m\x7f\u009b\u202e\u2028";
+  ht::TSLoggerHelper::Log(kHere, "%s", message.c_str());
+  const std::string line = linesOf(file()).at(0);
+  EXPECT_NE(line.find(R"(\u001b[31m\u007f\u009b\u202e\u2028)"), std::string::npos) << line;
+  EXPECT_EQ(parsed(line)["message"], message);
 }
 
 TEST_F(StructuredLog, ShowsBytesThatAreNoCharacterAsTheReplacementCharacter) {
