@@ -1,10 +1,10 @@
 #include "call.h"
 
-#include "../host/display_text.h"
 #include "../host/main_loop.h"
 #include "../host/raw_call.h"
 #include "exit_codes.h"
 #include "output.h"
+#include "platform/host/visible_text.h"
 #include "session.h"
 
 namespace cli {
@@ -26,7 +26,8 @@ struct AsText {
   std::string operator()(int value) const { return std::to_string(value); }
   std::string operator()(bool value) const { return value ? "true" : "false"; }
   std::string operator()(const std::string& value) const {
-    return "\"" + menu::displayText(value) + "\" (" + std::to_string(value.size()) + " bytes)";
+    return "\"" + platform::host::visibleLine(value) + "\" (" + std::to_string(value.size()) +
+           " bytes)";
   }
 };
 
@@ -44,7 +45,7 @@ struct AsJson {
   Json::Value operator()(bool value) const { return value; }
   Json::Value operator()(const std::string& value) const {
     Json::Value json(Json::objectValue);
-    json["text"] = menu::validText(value);
+    json["text"] = value;
     json["bytes"] = Json::UInt64{value.size()};
     return json;
   }
@@ -61,7 +62,7 @@ std::string toText(const CallReport& report) {
 Json::Value toJson(const CallReport& report) {
   Json::Value json(Json::objectValue);
   json["function"] = report.function;
-  json["key"] = menu::validText(report.key);
+  json["key"] = report.key;
   json["result"] = std::visit(AsJson(), report.did.result);
   json["outputs"] = Json::objectValue;
   for (const auto& [name, value] : report.did.outputs) {

@@ -95,8 +95,8 @@ std::string pathOf(const CLI::App& command) {
   return (parent != nullptr ? pathOf(*parent) + " " : "") + command.get_name();
 }
 
-int fail(ExitCode code, const std::string& message) {
-  complain(message);
+int fail(ExitCode code, const std::string& message, const std::vector<std::string>& list = {}) {
+  complain(message, "ventaro", list);
   return code;
 }
 
@@ -156,7 +156,7 @@ int runCommandLine(std::span<const Command> table, Session& session,
   try {
     return parseAndCarryOut(table, session, words);
   } catch (const menu::UnknownError& error) {
-    return fail(kUnknown, error.what());
+    return fail(kUnknown, error.what(), error.list());
   } catch (const platform::host::UnknownNameError& error) {
     return fail(kUnknown, error.what());
   } catch (const platform::host::StoreError& error) {

@@ -14,6 +14,7 @@
 #include "platform/host/network_service.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
+#include "platform/host/visible_text.h"
 #include "question.h"
 #include "session.h"
 #include "stream.h"
@@ -174,7 +175,7 @@ int networkServe(Session& session, const Arguments& /*arguments*/) {
 int networkLoad(Session& /*session*/, const Arguments& arguments) {
   const std::string scenario = arguments.text("SCENARIO");
   platform::host::loadScenario(scenario);
-  printLine("Loaded the scenario " + scenario + ".");
+  printLine("Loaded the scenario " + platform::host::visibleLine(scenario) + ".");
   return kDone;
 }
 

@@ -1,6 +1,7 @@
 #include "item_text.h"
 
 #include "../host/language.h"
+#include "platform/host/visible_text.h"
 
 namespace cli {
 
@@ -8,11 +9,13 @@ using menu::Item;
 using menu::ItemKind;
 using menu::NetworkState;
 using menu::translated;
+using platform::host::visibleLine;
+using platform::host::visibleText;
 
 std::string nameText(const Item& item) {
-  if (!item.name.empty()) return item.name;
+  if (!item.name.empty()) return visibleLine(item.name);
   const bool none = item.kind == ItemKind::kSavedNetwork && item.problems.empty();
-  return none ? translated("(no saved network)") : "(" + item.key + ")";
+  return none ? translated("(no saved network)") : "(" + visibleLine(item.key) + ")";
 }
 
 std::string shownValue(const Item& item) {
@@ -22,7 +25,7 @@ std::string shownValue(const Item& item) {
 }
 
 std::string valueText(const Item& item) {
-  std::string text = shownValue(item);
+  std::string text = visibleLine(shownValue(item));
   const auto add = [&text](const std::string& word) { text += (text.empty() ? "" : " ") + word; };
   if (item.kind == ItemKind::kPage && item.items.empty()) text = ">";
   if (!item.enabled) add(translated("(disabled)"));
@@ -31,7 +34,7 @@ std::string valueText(const Item& item) {
 }
 
 std::string entryText(const menu::Provider::ListEntry& entry) {
-  const std::string text = std::to_string(entry.value) + " " + entry.text;
+  const std::string text = std::to_string(entry.value) + " " + visibleLine(entry.text);
   switch (entry.action) {
     case ITEM_FOLLOWING_ACTION_NONE:
       return text;
@@ -43,8 +46,12 @@ std::string entryText(const menu::Provider::ListEntry& entry) {
   return text;
 }
 
+std::string buttonsText(const menu::Provider::MessageBox& box) {
+  return "[" + visibleLine(box.yes) + "] [" + visibleLine(box.no) + "]";
+}
+
 std::string boxText(const menu::Provider::MessageBox& box) {
-  return box.text + "  [" + box.yes + "] [" + box.no + "]";
+  return visibleText(box.text) + "  " + buttonsText(box);
 }
 
 }  // namespace cli

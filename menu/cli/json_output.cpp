@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-#include "../host/display_text.h"
+#include "platform/host/visible_text.h"
 
 namespace cli {
 
@@ -87,15 +87,14 @@ Json::Value toJson(const Item& item) {
   return json;
 }
 
-// Neither a key nor a stored string need be text; JSON must be.
 Json::Value toJson(const StoreEntry& entry) {
   const auto& [key, value] = entry;
   Json::Value json(Json::objectValue);
-  json["key"] = menu::validText(key);
+  json["key"] = key;
   json["type"] = platform::host::typeName(value);
   const auto* text = std::get_if<std::string>(&value);
   json["value"] = text != nullptr
-                      ? Json::Value(menu::validText(*text))
+                      ? Json::Value(*text)
                       : std::visit([](const auto& typed) { return Json::Value(typed); }, value);
   return json;
 }
@@ -114,7 +113,7 @@ Json::Value toJson(const StoreEntries& entries) {
 
 Json::Value toJson(const RemovedKey& removed) {
   Json::Value json(Json::objectValue);
-  json["key"] = menu::validText(removed.key);
+  json["key"] = removed.key;
   json["type"] = Json::nullValue;
   json["value"] = Json::nullValue;
   return json;
@@ -144,7 +143,8 @@ std::string jsonText(const Json::Value& json, const char* indentation) {
   writer["indentation"] = indentation;
   writer["emitUTF8"] = true;
   writer["enableYAMLCompatibility"] = true;  // "key": value, as most write it
-  return Json::writeString(writer, json) + "\n";
+  // Neither a key nor a stored text need be text; JSON must be.
+  return platform::host::visibleText(Json::writeString(writer, json)) + "\n";
 }
 
 }  // namespace cli

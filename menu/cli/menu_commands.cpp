@@ -9,6 +9,7 @@
 #include "output.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
+#include "platform/host/visible_text.h"
 #include "product_process.h"
 #include "question.h"
 #include "session.h"
@@ -79,7 +80,7 @@ int showAll(Session& session, const Arguments& arguments) {
       json["items"] = jsonOf(shown);
       all.append(json);
     } else {
-      printLine(product + ": " + json["description"].asString());
+      print(toText(Descriptions{{product, json["description"].asString()}}));
       printLine("\n" + shown);
     }
   }
@@ -151,7 +152,8 @@ int connect(Session& session, const Arguments& arguments) {
     if (arguments.has("--json")) {
       printer.print(menu.read(network.key));
     } else {
-      printLine("Asked the network service to connect to " + network.name + ".");
+      printLine("Asked the network service to connect to " +
+                platform::host::visibleLine(network.name) + ".");
     }
     return kDone;
   }

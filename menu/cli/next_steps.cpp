@@ -4,6 +4,7 @@
 #include <iostream>
 #include <utility>
 
+#include "platform/host/visible_text.h"
 #include "terminal.h"
 
 namespace cli {
@@ -11,6 +12,7 @@ namespace cli {
 namespace {
 
 using menu::Item;
+using platform::host::visibleLine;
 
 // The words that choose something else than there is, of the first item that can be chosen from.
 std::string exampleChoice(const std::vector<Item>& items) {
@@ -42,7 +44,7 @@ void suggestNextSteps(Session& session, const std::string& program) {
   std::cerr << '\n';
   for (const auto& [words, meaning] : steps) {
     const std::string gap(width - words.size() + 3, ' ');
-    std::cerr << program << ' ' << words << gap << meaning << '\n';
+    std::cerr << visibleLine(program + " " + words) << gap << meaning << '\n';
   }
 }
 

@@ -36,7 +36,8 @@ struct View {
   bool keys = false;  // whether each item's key is shown
 };
 
-// Each line with its line feed.
+// Each line with its line feed. Keys, names and values are shown in one line, and nothing in the
+// text commands a terminal but the styles of View's kScreen.
 std::string toText(const std::vector<menu::Item>& items, const View& view = {});
 std::string toText(const menu::Item& item, const View& view = {});
 std::string toText(const std::vector<menu::Provider::ListEntry>& entries);
@@ -56,7 +57,9 @@ Json::Value toJson(const StoreEntries& entries);
 Json::Value toJson(const RemovedKey& removed);
 Json::Value toJson(const Descriptions& descriptions);
 
-// The document, with a line feed at its end; without indentation it is one line.
+// The document, with a line feed at its end; without indentation it is one line. It is JSON in
+// UTF-8 whatever bytes the document's texts have: U+FFFD stands for each that is no character. What
+// a terminal would obey is escaped.
 std::string jsonText(const Json::Value& json, const char* indentation);
 
 // What jsonText() wrote; null for what is no JSON.

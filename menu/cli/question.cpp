@@ -7,12 +7,16 @@
 #include "../host/main_loop.h"
 #include "../host/typed_name.h"
 #include "exit_codes.h"
+#include "platform/host/visible_text.h"
 #include "session.h"
 #include "stream.h"
 
 namespace cli {
 
 namespace {
+
+using platform::host::visibleLine;
+using platform::host::visibleText;
 
 // By its number or as the button says, in any letter case; the button's first letters are enough.
 bool isAnswer(const std::string& typed, const char* number, const std::string& button) {
@@ -27,7 +31,8 @@ std::optional<int> endUnlessYes(Session& session, const menu::Provider::MessageB
     complain("nobody is here to answer \"" + box.text + "\"; --yes answers \"" + box.yes + "\"");
     return kUnanswered;
   }
-  std::cerr << box.text << "\n1 " << box.yes << "\n2 " << box.no << "\n";
+  std::cerr << visibleText(box.text) << "\n1 " << visibleLine(box.yes) << "\n2 "
+            << visibleLine(box.no) << "\n";
   while (true) {
     std::cerr << "? " << std::flush;
     const auto answer = session.readLine(interruption);

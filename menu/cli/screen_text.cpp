@@ -5,6 +5,7 @@
 #include "../host/display_text.h"
 #include "../host/language.h"
 #include "item_text.h"
+#include "platform/host/visible_text.h"
 #include "terminal.h"
 
 namespace cli {
@@ -13,6 +14,8 @@ namespace {
 
 using menu::Item;
 using menu::ItemKind;
+using platform::host::visibleLine;
+using platform::host::visibleText;
 
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 3;
@@ -41,11 +44,6 @@ NameAndValue lineOf(const Item& item, std::size_t indent, std::size_t valueColum
   return {name, value.empty() ? "" : gap + value};
 }
 
-std::string inOneLine(std::string text) {
-  std::ranges::replace(text, '\n', ' ');
-  return text;
-}
-
 class Screen {
  public:
   Screen(const std::vector<Item>& items, bool keys)
@@ -59,8 +57,8 @@ class Screen {
   void addItems(const std::vector<Item>& items, std::size_t indent) {
     for (const Item& item : items) {
       addLine(item, indent);
-      if (keys_) addWrapped(Style::kDim, item.key, indent + kIndent);
-      if (!item.help.empty()) addWrapped(Style::kDim, item.help, indent + kIndent);
+      if (keys_) addWrapped(Style::kDim, visibleLine(item.key), indent + kIndent);
+      if (!item.help.empty()) addWrapped(Style::kDim, visibleText(item.help), indent + kIndent);
       if (item.kind != ItemKind::kSavedNetwork) addChoices(item, indent + kIndent);
       if (item.box) {
         const std::string asks = menu::translated("asks:") + " " + boxText(*item.box);
@@ -105,7 +103,7 @@ void addLines(const std::vector<Item>& items, const std::set<std::string>& marke
     const bool isMarked = marked.contains(item.key);
     const auto [name, value] = lineOf(item, indent, valueColumn);
     std::string line = isMarked ? "* " : "  ";
-    line.append(indent, ' ').append(inOneLine(name + value));
+    line.append(indent, ' ').append(name + value);
     lines.push_back(
         terminal.styled(isMarked ? Style::kBold : Style::kPlain, cutTo(line, terminal.width)));
     addLines(item.items, marked, indent + kIndent, valueColumn, lines);

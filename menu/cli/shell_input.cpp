@@ -14,6 +14,7 @@
 #include "menu_changes.h"
 #include "output.h"
 #include "platform/host/folders.h"
+#include "platform/host/visible_text.h"
 #include "session.h"
 #include "shell_words.h"
 
@@ -22,6 +23,7 @@ namespace cli {
 namespace {
 
 using menu::Interruption;
+using platform::host::visibleLine;
 
 constexpr char kPrompt[] = "ventaro> ";
 
@@ -59,11 +61,12 @@ std::string commonBeginning(const Words& words) {
   return common;
 }
 
-// Those of the words that the typed one may become. Options are only for who types a hyphen.
+// Those of the words that the typed one may become. Options are only for who types a hyphen, and
+// what cannot be shown cannot be offered.
 Words matching(const std::string& typed, Words words) {
   std::erase_if(words, [&typed](const std::string& word) {
     const bool isUnwantedOption = word.starts_with("-") && !typed.starts_with("-");
-    return isUnwantedOption || !menu::beginsPath(typed, word);
+    return isUnwantedOption || word != visibleLine(word) || !menu::beginsPath(typed, word);
   });
   return words;
 }

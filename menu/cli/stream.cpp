@@ -6,14 +6,26 @@
 #include <cstdio>
 #include <iostream>
 
-#include "../host/display_text.h"
+#include "platform/host/visible_text.h"
 
 namespace cli {
 
 namespace {
 
+using platform::host::visibleLine;
+
+constexpr std::size_t kLongestComplaint = 4096;  // bytes
+
 std::FILE* standardOutput = nullptr;
 std::string inputLine;  // as "line 3: "; empty where complaints are about no line
+
+// Without the middle of what nobody would read. The beginning says what is wrong, and the end what
+// there is.
+std::string shortened(const std::string& message) {
+  if (message.size() <= kLongestComplaint) return message;
+  constexpr std::size_t kHalf = kLongestComplaint / 2;
+  return message.substr(0, kHalf) + " ... " + message.substr(message.size() - kHalf);
+}
 
 }  // namespace
 
@@ -41,8 +53,10 @@ void printLine(const std::string& line) {
   print(line + "\n");
 }
 
-void complain(const std::string& message, const std::string& who) {
-  std::cerr << who << ": " << inputLine << menu::displayText(message) << '\n';
+void complain(const std::string& message, const std::string& who,
+              const std::vector<std::string>& list) {
+  std::cerr << who << ": " << inputLine << visibleLine(shortened(message)) << '\n';
+  for (const std::string& each : list) std::cerr << "  " << visibleLine(shortened(each)) << '\n';
 }
 
 InputLine::InputLine(int number) {

@@ -3,6 +3,7 @@
 #define MENU_CLI_STREAM_H
 
 #include <string>
+#include <vector>
 
 namespace cli {
 
@@ -21,8 +22,10 @@ void print(const std::string& text);
 void printLine(const std::string& line);
 
 // On standard error, as "ventaro: message", or as said by another than the program as a whole:
-// "ventaro get: message". Control characters, which may come from what was typed, are replaced.
-void complain(const std::string& message, const std::string& who = "ventaro");
+// "ventaro get: message". The message is one line, whatever was typed or stored that it tells of,
+// and what is very long loses its middle; each text of the list is an indented line below it.
+void complain(const std::string& message, const std::string& who = "ventaro",
+              const std::vector<std::string>& list = {});
 
 // While it lives, complaints are about that line of the input: "ventaro: line 3: message".
 class InputLine {

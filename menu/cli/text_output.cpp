@@ -5,6 +5,7 @@
 #include "../host/display_text.h"
 #include "../host/language.h"
 #include "item_text.h"
+#include "platform/host/visible_text.h"
 #include "screen_text.h"
 
 namespace cli {
@@ -15,6 +16,8 @@ using menu::Item;
 using menu::ItemKind;
 using menu::translated;
 using platform::host::StoreValue;
+using platform::host::visibleLine;
+using platform::host::visibleText;
 using ListEntry = menu::Provider::ListEntry;
 using MessageBox = menu::Provider::MessageBox;
 
@@ -47,7 +50,7 @@ std::string indented(std::size_t depth, const std::string& text) {
 
 // Icons by their file names: the folders are long, and the same for all.
 std::string fileName(const std::string& path) {
-  return path.substr(path.rfind('/') + 1);
+  return visibleLine(path.substr(path.rfind('/') + 1));
 }
 
 std::size_t labelColumns() {
@@ -66,7 +69,7 @@ std::vector<std::string> explanation(const Item& item) {
   const auto add = [&lines](const char* label, const std::string& text) {
     if (!text.empty()) lines.push_back(labelled(label, text));
   };
-  if (!item.help.empty()) lines.push_back(item.help);
+  if (!item.help.empty()) lines.push_back(visibleText(item.help));
   add(kTitleIcon, fileName(item.titleIcon));
   add(kStatusIcon, fileName(item.statusIcon));
   // A saved network's list is that of its states, which nobody can choose.
@@ -82,7 +85,7 @@ void collectLines(const std::vector<Item>& items, const View& view, std::size_t 
     Line line{indented(depth, nameText(item)), valueText(item)};
     std::vector<std::string> below;
     if (view.detail == Detail::kAll) below = explanation(item);
-    if (view.keys) below.insert(below.begin(), labelled(kKey, item.key));
+    if (view.keys) below.insert(below.begin(), labelled(kKey, visibleLine(item.key)));
     for (const std::string& text : below) line.below.push_back(indented(depth + 2, text));
     lines.push_back(std::move(line));
     collectLines(item.items, view, depth + 1, lines);
@@ -123,11 +126,11 @@ std::string toText(const std::vector<ListEntry>& entries) {
 }
 
 std::string toText(const MessageBox& box) {
-  return box.text + "\n[" + box.yes + "] [" + box.no + "]\n";
+  return visibleText(box.text) + "\n" + buttonsText(box) + "\n";
 }
 
 std::string toText(const StoreEntry& entry) {
-  return entry.first + " = " + storedText(entry.second) + "\n";
+  return visibleLine(entry.first + " = " + storedText(entry.second)) + "\n";
 }
 
 std::string toText(const StoreEntries& entries) {
@@ -137,13 +140,13 @@ std::string toText(const StoreEntries& entries) {
 }
 
 std::string toText(const RemovedKey& removed) {
-  return removed.key + " is not set\n";
+  return visibleLine(removed.key + " is not set") + "\n";
 }
 
 std::string toText(const Descriptions& descriptions) {
   std::string text;
   for (const auto& [name, description] : descriptions) {
-    text.append(name).append(": ").append(description).append("\n");
+    text += visibleLine(name + ": " + description) + "\n";
   }
   return text;
 }

@@ -18,12 +18,16 @@
 #include "platform/host/nearest.h"
 #include "platform/host/product.h"
 #include "platform/host/resources.h"
+#include "platform/host/visible_text.h"
 #include "product_process.h"
 #include "session.h"
 
 namespace cli {
 
 namespace {
+
+using platform::host::visibleLine;
+using platform::host::visibleText;
 
 // A TV of its own for this command, which switches its settings. Removed at the end.
 class ScratchFolder {
@@ -54,12 +58,12 @@ class ScratchFolder {
 };
 
 Json::Value measured(const std::string& bytes) {
-  const std::string text = menu::displayText(bytes);
+  const std::string text = visibleText(bytes);
   std::size_t widest = 0;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) widest = std::max(widest, menu::columns(line));
   Json::Value json(Json::objectValue);
-  json["text"] = text;
+  json["text"] = bytes;
   json["bytes"] = Json::UInt64{bytes.size()};
   json["columns"] = Json::UInt64{widest};
   return json;
@@ -68,7 +72,7 @@ Json::Value measured(const std::string& bytes) {
 // What a process tells of a text: the text, and one place where it appears.
 Json::Value describe(const menu::PlacedText& text) {
   Json::Value json(Json::objectValue);
-  json["text"]["id"] = menu::displayText(text.id);
+  json["text"]["id"] = text.id;
   json["text"]["english"] = measured(text.english);
   json["text"]["translation"] = measured(text.text);
   Json::Value& place = json["place"];
@@ -170,7 +174,7 @@ Json::Value toJson(const Report& report) {
 
 std::string inOneLine(const Json::Value& text) {
   std::string line;
-  for (const char c : text.asString()) line += c == '\n' ? "⏎" : std::string(1, c);
+  for (const char c : visibleText(text.asString())) line += c == '\n' ? "⏎" : std::string(1, c);
   return line;
 }
 
@@ -181,13 +185,14 @@ std::string textLine(const std::string& language, const Json::Value& text) {
 }
 
 std::string placeLine(const Json::Value& place, std::size_t products) {
-  std::string line = "  in " + place["item"].asString() + ": " + place["from"].asString();
+  std::string line =
+      "  in " + visibleLine(place["item"].asString()) + ": " + place["from"].asString();
   const std::string state = place["state"].asString();
-  if (!state.empty()) line += ", when " + state;
+  if (!state.empty()) line += ", when " + visibleLine(state);
   if (place["products"].size() == products) return line;
   const char* separator = "; only ";
   for (const Json::Value& product : place["products"]) {
-    line += separator + product.asString();
+    line += separator + visibleLine(product.asString());
     separator = ", ";
   }
   return line;

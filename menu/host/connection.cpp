@@ -2,12 +2,14 @@
 
 #include <utility>
 
-#include "display_text.h"
 #include "platform/host/network_service.h"
+#include "platform/host/visible_text.h"
 
 namespace menu {
 
 namespace {
+
+using platform::host::validText;
 
 // No scenario connects for longer than a minute.
 constexpr std::chrono::seconds kLongest{70};
@@ -55,9 +57,9 @@ Connection::Connection(MenuModel& menu, int position, Serve serve, Changed chang
 void Connection::readAnswer() {
   const auto answer = platform::host::lastConnectAnswer();
   if (!answer || accepted_) return;
-  if (displayText(answer->ssid) != network_.name) {
+  if (validText(answer->ssid) != network_.name) {
     const auto commanded = platform::host::commandedNetwork();
-    const bool isOurs = commanded && displayText(*commanded) == network_.name;
+    const bool isOurs = commanded && validText(*commanded) == network_.name;
     if (!isOurs) problem_ = whyAnotherWasAnswered(network_.name);
     return;
   }

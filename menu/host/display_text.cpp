@@ -3,13 +3,10 @@
 #include <glib.h>
 
 #include <cstdlib>
-#include <memory>
 
 namespace menu {
 
 namespace {
-
-constexpr char kReplacement[] = "\uFFFD";
 
 struct Entity {
   std::string_view markup;
@@ -20,11 +17,6 @@ constexpr Entity kEntities[] = {
     {"&amp;", "&"},  {"&lt;", "<"},    {"&gt;", ">"},   {"&quot;", "\""},
     {"<br/>", "\n"}, {"<tab/>", "\t"}, {"<ps/>", "\n"},
 };
-
-struct GFree {
-  void operator()(char* block) const { g_free(block); }
-};
-using OwnedText = std::unique_ptr<char, GFree>;
 
 std::string encode(gunichar character) {
   char bytes[6];
@@ -65,21 +57,6 @@ NumericEntity numericEntity(std::string_view markup) {
 
 }  // namespace
 
-std::string validText(std::string_view bytes) {
-  const OwnedText valid(g_utf8_make_valid(bytes.data(), static_cast<gssize>(bytes.size())));
-  return valid.get();
-}
-
-std::string displayText(std::string_view bytes) {
-  const std::string valid = validText(bytes);
-  std::string text;
-  for (const char* at = valid.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
-    const gunichar character = g_utf8_get_char(at);
-    text += g_unichar_iscntrl(character) && character != '\n' ? kReplacement : encode(character);
-  }
-  return text;
-}
-
 std::string markupToText(std::string_view markup) {
   std::string text;
   while (!markup.empty()) {
@@ -111,8 +88,12 @@ std::size_t columns(const std::string& text) {
 }
 
 bool isPlainText(const std::string& text) {
-  return displayText(text) == text && text.find('\n') == std::string::npos &&
-         text.find_first_not_of(' ') != std::string::npos;
+  if (g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) == FALSE)
+    return false;
+  for (const char* at = text.c_str(); *at != '\0'; at = g_utf8_next_char(at)) {
+    if (g_unichar_iscntrl(g_utf8_get_char(at)) != FALSE) return false;
+  }
+  return text.find_first_not_of(' ') != std::string::npos;
 }
 
 }  // namespace menu

@@ -8,18 +8,11 @@
 
 namespace menu {
 
-// The bytes as text that a screen can show. U+FFFD replaces bytes that are not UTF-8, such as a
-// character that was cut, and control characters other than the line feed.
-std::string displayText(std::string_view bytes);
-
-// The bytes as UTF-8, with U+FFFD for those that are not.
-std::string validText(std::string_view bytes);
-
 // The text of markup: entities and line breaks become characters, and the marks that fix the
 // writing direction are removed.
 std::string markupToText(std::string_view markup);
 
-// How many columns of a terminal the text takes.
+// How many columns of a terminal the text, which is UTF-8, takes.
 std::size_t columns(const std::string& text);
 
 // Whether the bytes can be a name: one line of UTF-8 without control characters, not only blanks.

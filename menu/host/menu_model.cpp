@@ -70,9 +70,7 @@ MenuModel::MenuModel(Provider& provider, std::vector<MenuNode> tree)
     : provider_(provider), tree_(std::move(tree)) {}
 
 std::vector<std::string> MenuModel::keys() const {
-  std::vector<std::string> keys;
-  for (const MenuNode* node : flatten(tree_)) keys.push_back(node->key);
-  return keys;
+  return keysOf([](const MenuNode&) { return true; });
 }
 
 std::vector<Item> MenuModel::readAll() {
@@ -100,20 +98,20 @@ const MenuNode& MenuModel::find(const std::string& key) const {
   }
   if (ending.size() == 1) return *ending.front();
   if (!ending.empty()) {
-    throw UnknownError("several items end in " + inQuotes(key) + ":" +
+    throw UnknownError("several items end in " + inQuotes(key) + ":",
                        keysOf([&](const MenuNode& node) { return endsPath(key, node.key); }));
   }
   const std::string suggestion = didYouMean(key, keys());
-  throw UnknownError("the menu has no item " + inQuotes(key) +
-                     (suggestion.empty()
-                          ? "; it has:" + keysOf([](const MenuNode&) { return true; })
-                          : suggestion));
+  const std::string problem = "the menu has no item " + inQuotes(key);
+  if (suggestion.empty()) throw UnknownError(problem + "; it has:", keys());
+  throw UnknownError(problem + suggestion);
 }
 
-std::string MenuModel::keysOf(const std::function<bool(const MenuNode&)>& wanted) const {
-  std::string keys;
+std::vector<std::string> MenuModel::keysOf(
+    const std::function<bool(const MenuNode&)>& wanted) const {
+  std::vector<std::string> keys;
   for (const MenuNode* node : flatten(tree_)) {
-    if (wanted(*node)) keys += "\n  " + node->key;
+    if (wanted(*node)) keys.push_back(node->key);
   }
   return keys;
 }
@@ -163,7 +161,7 @@ void MenuModel::readParts(const MenuNode& node, Item& item) {
 std::vector<Provider::ListEntry> MenuModel::list(const std::string& key) {
   const MenuNode& node = find(key);
   if (node.listKey.empty()) {
-    throw UnknownError(inQuotes(node.key) + " has no option list; these have one:" +
+    throw UnknownError(inQuotes(node.key) + " has no option list; these have one:",
                        keysOf([](const MenuNode& other) { return !other.listKey.empty(); }));
   }
   return provider_.list(node.listKey);
@@ -173,15 +171,16 @@ Provider::MessageBox MenuModel::box(const std::string& key) {
   const MenuNode& node = find(key);
   Provider::MessageBox box = needed(provider_.messageBox(node.key), "get_messagebox_info");
   if (asks(node)) return box;  // a provider may answer for any key
-  const std::string asking = keysOf([this](const MenuNode& other) { return asks(other); });
-  throw UnknownError(inQuotes(node.key) + " asks nothing before it is changed" +
-                     (asking.empty() ? "" : "; these ask:" + asking));
+  std::vector<std::string> asking = keysOf([this](const MenuNode& other) { return asks(other); });
+  const char* const others = asking.empty() ? "" : "; these ask:";
+  throw UnknownError(inQuotes(node.key) + " asks nothing before it is changed" + others,
+                     std::move(asking));
 }
 
 Provider::ListEntry MenuModel::findChoice(const std::string& key, const std::string& choice) {
   const MenuNode& node = find(key);
   if (!hasValue(node.kind)) {
-    throw UnknownError(inQuotes(node.key) + " has no value to set; these have one:" +
+    throw UnknownError(inQuotes(node.key) + " has no value to set; these have one:",
                        keysOf([](const MenuNode& other) { return hasValue(other.kind); }));
   }
   const std::vector<Provider::ListEntry> entries = provider_.list(node.listKey);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "menu_tree.h"
@@ -14,10 +15,17 @@
 
 namespace menu {
 
-// What was asked for does not exist. The message says what was wrong and what there is.
+// What was asked for does not exist. The message says what was wrong and what there is; where that
+// is much, as a list of its own.
 class UnknownError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit UnknownError(const std::string& message, std::vector<std::string> list = {})
+      : std::runtime_error(message), list_(std::move(list)) {}
+
+  const std::vector<std::string>& list() const { return list_; }
+
+ private:
+  std::vector<std::string> list_;
 };
 
 // What was asked for exists but could not be done. The message says why.
@@ -92,7 +100,7 @@ class MenuModel {
  private:
   const MenuNode& find(const std::string& key) const;
   // The keys of the nodes that `wanted` accepts, a line each.
-  std::string keysOf(const std::function<bool(const MenuNode&)>& wanted) const;
+  std::vector<std::string> keysOf(const std::function<bool(const MenuNode&)>& wanted) const;
   // Whether an entry of its list asks first.
   bool asks(const MenuNode& node) const;
   Item readItem(const MenuNode& node);

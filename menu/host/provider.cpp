@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "display_text.h"
+#include "platform/host/visible_text.h"
 
 namespace menu {
 
@@ -57,7 +58,7 @@ void* Provider::find(const char* name) const {
 
 std::string Provider::takeText(char* text) const {
   if (text == nullptr) return {};
-  std::string copy = displayText(text);
+  std::string copy = platform::host::validText(text);
   callSlot("release_string", table_->release_string, text);
   return copy;
 }
@@ -114,7 +115,8 @@ std::optional<Provider::MessageBox> Provider::messageBox(const std::string& key)
   const auto result = callSlot("get_messagebox_info", table_->get_messagebox_info, key.c_str(),
                                text, first, second, &type);
   if (!result) return std::nullopt;
-  return MessageBox{displayText(text), displayText(first), displayText(second), type};
+  using platform::host::validText;
+  return MessageBox{validText(text), validText(first), validText(second), type};
 }
 
 // An entry may be a string ID, which the menu has to look up in the provider's text domain.
@@ -134,7 +136,7 @@ Provider::ListEntry Provider::entry(void* item, int position) const {
   // The list owns the text, which has no NUL when it fills its block.
   const std::string_view bytes(text != nullptr ? text : "",
                                text != nullptr ? strnlen(text, VENTARO_LIST_TEXT_SIZE) : 0);
-  entry.text = displayText(markupToText(translated(bytes)));
+  entry.text = platform::host::validText(markupToText(translated(bytes)));
   return entry;
 }
 

@@ -276,12 +276,10 @@ constexpr Row kRows[] = {
 const Row& rowOf(const std::string& function) {
   const auto* const found = std::ranges::find(kRows, function, &Row::function);
   if (found != std::end(kRows)) return *found;
-  const std::vector<std::string> names = rawFunctions();
-  std::string listed = "; there are:";
-  for (const std::string& name : names) listed += "\n  " + name;
-  const std::string suggestion = didYouMean(function, names);
-  throw UnknownError("there is no callback \"" + function + "\"" +
-                     (suggestion.empty() ? listed : suggestion));
+  const std::string problem = "there is no callback \"" + function + "\"";
+  const std::string suggestion = didYouMean(function, rawFunctions());
+  if (suggestion.empty()) throw UnknownError(problem + "; there are:", rawFunctions());
+  throw UnknownError(problem + suggestion);
 }
 
 }  // namespace

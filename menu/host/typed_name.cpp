@@ -6,8 +6,8 @@
 #include <map>
 #include <memory>
 
-#include "display_text.h"
 #include "platform/host/nearest.h"
+#include "platform/host/visible_text.h"
 
 namespace menu {
 
@@ -19,7 +19,7 @@ constexpr std::size_t kShortestPart = 3;  // letters that say something inside a
 // Without letter case.
 std::string folded(const std::string& text) {
   const std::unique_ptr<char, decltype(&g_free)> result(
-      g_utf8_casefold(validText(text).c_str(), -1), g_free);
+      g_utf8_casefold(platform::host::validText(text).c_str(), -1), g_free);
   return result.get();
 }
 

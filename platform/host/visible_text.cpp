@@ -56,8 +56,7 @@ Character firstOf(std::string_view bytes) {
   if (static_cast<unsigned char>(bytes.front()) < 0x80) {
     return {static_cast<unsigned char>(bytes.front()), 1};
   }
-  const gunichar value =
-      g_utf8_get_char_validated(bytes.data(), static_cast<gssize>(bytes.size()));
+  const gunichar value = g_utf8_get_char_validated(bytes.data(), static_cast<gssize>(bytes.size()));
   constexpr gunichar kNone = 0xFFFFFFFE;  // and what is above
   if (value >= kNone) return {0, 0};
   return {value, static_cast<std::size_t>(g_unichar_to_utf8(value, nullptr))};

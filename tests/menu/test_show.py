@@ -130,7 +130,9 @@ def test_a_wrong_document_costs_the_items_that_need_it_and_names_the_callback(tv
 
 def test_control_characters_of_a_network_name_do_not_reach_the_terminal(tv):
     tv.publish(("\x1b[31mred\u0007", -50, ""))
-    assert tv.item(SAVED_1)["name"] == "\ufffd[31mred\ufffd"
+    assert tv.item(SAVED_1)["name"] == "\x1b[31mred\u0007"
+    for words in (["show"], ["show", "--all"], ["get", SAVED_1], ["connect", "1", "--no-wait"]):
+        assert r"\u001b[31mred\u0007" in tv.out(*words)
 
 
 def test_a_name_cut_inside_a_character_ends_in_a_replacement_character(tv):
