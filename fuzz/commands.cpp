@@ -67,6 +67,7 @@ int run(const std::vector<std::string>& words) {
   cli::Session session(FUZZ_PROVIDER);
   const int result = cli::runCommand(session, words);
   require(cli::standardOutputIsWritten(), "what is printed is written");
+  const menu::Interruption none;  // a program that was interrupted would be ended soon
   return result;
 }
 

@@ -1,6 +1,6 @@
-// What the program prints: the input's lines are the texts, with a NUL where a line has "\0" written
-// out. Whatever bytes they have, a terminal must obey nothing of what is printed, a name must not
-// begin a line of its own, and JSON must be JSON in UTF-8 that tells of all of the text.
+// What the program prints: the input's lines are the texts, with a NUL where a line has "\0"
+// written out. Whatever bytes they have, a terminal must obey nothing of what is printed, a name
+// must not begin a line of its own, and JSON must be JSON in UTF-8 that tells of all of the text.
 #include <glib.h>
 #include <json/reader.h>
 #include <json/value.h>

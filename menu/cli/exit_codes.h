@@ -10,8 +10,15 @@ enum ExitCode : int {
   kUnknown = 2,
   kUnanswered = 3,
   kOtherwise = 4,
+  kHungUp = 129,
   kInterrupted = 130,
+  kTerminated = 143,
 };
+
+// How a program ends that a signal ended, as a shell tells it.
+constexpr int endedBy(int signal) {
+  return 128 + signal;
+}
 
 // What the documents say of them.
 struct ExitMeaning {
@@ -19,12 +26,17 @@ struct ExitMeaning {
   const char* meaning;
 };
 inline constexpr ExitMeaning kExitMeanings[] = {
-    {kDone, "done, also where watch, store watch or network serve was ended"},
+    {kDone,
+     "done and all of it printed, also where watch, store watch without --count or network serve "
+     "was "
+     "ended"},
     {kFailed, "could not be done"},
     {kUnknown, "there is no such command, key, value, product or scenario, or a variable is wrong"},
     {kUnanswered, "nobody was there to answer a confirmation"},
     {kOtherwise, "an item does not show what expect or wait expected"},
-    {kInterrupted, "a wait was ended by Ctrl-C or by the system"},
+    {kHungUp, "ended because its terminal was closed"},
+    {kInterrupted, "ended by Ctrl-C"},
+    {kTerminated, "ended by the system"},
 };
 
 }  // namespace cli

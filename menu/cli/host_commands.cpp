@@ -154,8 +154,10 @@ int storeWatch(Session& /*session*/, const Arguments& arguments) {
     }));
   }
   std::cerr << "ventaro: watching; Ctrl-C ends" << std::endl;
-  interruption.runUntil([&left] { return left == 0; });
-  return kDone;
+  const bool isEndless = !arguments.number("--count");
+  interruption.runUntil([&left] { return left == 0 || !standardOutputIsWritten(); });
+  if (!standardOutputIsWritten()) return kFailed;
+  return left == 0 || isEndless ? kDone : endedBy(interruption.signal());
 }
 
 int networkServe(Session& session, const Arguments& /*arguments*/) {
@@ -167,6 +169,7 @@ int networkServe(Session& session, const Arguments& /*arguments*/) {
     return kFailed;
   }
   printLine("The network service runs; Ctrl-C ends it.");
+  if (!standardOutputIsWritten()) return kFailed;
   interruption.runUntil([] { return false; });
   session.stopNetwork();
   return kDone;

@@ -32,6 +32,11 @@ std::string providerFile() {
   return !file.empty() ? file : (platform::host::libraryFolder() / "libventaro.so").string();
 }
 
+bool isWritable(int file) {
+  const int flags = fcntl(file, F_GETFL);
+  return flags >= 0 && (flags & O_ACCMODE) != O_RDONLY;
+}
+
 // Opens the standard streams that are closed. Otherwise a file that is opened later would become
 // one of them, and the program would print into it.
 void openStandardStreams() {
@@ -40,13 +45,12 @@ void openStandardStreams() {
   }
 }
 
-}  // namespace
+int failToPrint(int result) {
+  cli::complain("cannot write to standard output");
+  return result == cli::kDone ? cli::kFailed : result;
+}
 
-int main(int argc, char** argv) {
-  openStandardStreams();
-  std::signal(SIGXFSZ, SIG_IGN);  // writing a file that may not grow fails instead
-  cli::claimStandardOutput();
-  std::vector<std::string> words(argv + 1, argv + argc);
+int run(std::vector<std::string> words, const std::string& program) {
   if (!cli::takeProgramOptions(words)) return cli::kUnknown;
   if (words == std::vector<std::string>{"--documentation"}) {
     cli::print(cli::jsonText(cli::documentation(), ""));
@@ -56,8 +60,19 @@ int main(int argc, char** argv) {
   if (wantsShow(words)) words.insert(words.begin(), "show");
   cli::Session session(providerFile());
   const int result = cli::runCommand(session, words);
-  if (saysNothing && result == cli::kDone) cli::suggestNextSteps(session, *argv);
-  if (cli::standardOutputIsWritten()) return result;
-  cli::complain("cannot write to standard output");
-  return result == cli::kDone ? cli::kFailed : result;
+  if (saysNothing && result == cli::kDone) cli::suggestNextSteps(session, program);
+  return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool canPrint = isWritable(STDOUT_FILENO);
+  openStandardStreams();
+  if (!canPrint)
+    return failToPrint(cli::kDone);  // before anything is changed that nobody is told of
+  std::signal(SIGXFSZ, SIG_IGN);     // writing a file that may not grow fails instead
+  cli::claimStandardOutput();
+  const int result = run({argv + 1, argv + argc}, *argv);
+  return cli::standardOutputIsWritten() ? result : failToPrint(result);
 }

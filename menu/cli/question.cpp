@@ -44,7 +44,7 @@ std::optional<int> endUnlessYes(Session& session, const menu::Provider::MessageB
     return kDone;
   }
   std::cerr << "\nNothing was changed.\n";
-  return interruption.isAsked() ? kInterrupted : kUnanswered;
+  return interruption.isAsked() ? endedBy(interruption.signal()) : kUnanswered;
 }
 
 }  // namespace cli

@@ -46,7 +46,7 @@ int runScript(Session& session, std::span<const Command> table, ShellInput& inpu
     if (!lineResult) break;
     if (result == kDone) result = *lineResult;
   }
-  return interruption.isAsked() ? kInterrupted : result;
+  return interruption.isAsked() ? endedBy(interruption.signal()) : result;
 }
 
 // Ctrl-C ends a command or a line, not the shell.
@@ -59,7 +59,7 @@ int serve(Session& session, std::span<const Command> table, ShellInput& person) 
     if (line && interruption.isAsked()) std::cerr << '\n';  // behind the terminal's "^C"
     interruption.forgetCtrlC();
   }
-  return kInterrupted;
+  return endedBy(interruption.signal());
 }
 
 }  // namespace

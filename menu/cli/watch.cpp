@@ -104,6 +104,7 @@ int watch(Session& session, const Arguments& arguments) {
     const std::vector<Item> items = session.menu().readAll();
     const std::vector<Item> changed = changes.since(items);
     if (!changed.empty()) form->show(items, changed);
+    if (!standardOutputIsWritten()) return kFailed;
   }
   return kDone;
 }

@@ -28,8 +28,9 @@ class Ticker {
 };
 
 // While it lives, Ctrl-C, SIGTERM and SIGHUP end the program's waiting instead of the program, so
-// that it can clean up. One that lives inside another is told of the same requests. They belong to
-// the thread of the main loop.
+// that it can clean up. A program that does not get to that within two seconds, because what it
+// called does not return, ends at once, with 128 and the signal's number as its exit code. One that
+// lives inside another is told of the same requests. They belong to the thread of the main loop.
 class Interruption {
  public:
   Interruption();
@@ -45,17 +46,21 @@ class Interruption {
   bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds limit) const;
 
   // Whether the program was asked to end.
-  bool isAsked() const { return isCtrlC_ || isEnd_; }
+  bool isAsked() const { return signal() != 0; }
+
+  // By which signal, SIGINT only where there was no other; 0 when it was not asked.
+  int signal() const { return end_ != 0 ? end_ : ctrlC_; }
 
   // Goes on after a Ctrl-C. Other requests to end stay.
-  void forgetCtrlC() { isCtrlC_ = false; }
+  void forgetCtrlC();
 
  private:
-  static int note(void* signal);
+  friend class SignalCatcher;
+  static void note(int signal);
 
   Interruption* outer_;
-  bool isCtrlC_ = false;
-  bool isEnd_ = false;
+  int ctrlC_ = 0;
+  int end_ = 0;
 };
 
 }  // namespace menu

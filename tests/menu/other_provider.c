@@ -1,6 +1,11 @@
 /* Providers of somebody else, which offer little of the table: a name for each key, and with
- * OFFERS_LISTS option lists, of whose entries nothing can be asked but the text. */
+ * OFFERS_LISTS option lists, of whose entries nothing can be asked but the text. With NEVER_ANSWERS
+ * whoever asks for a name waits for ever. */
 #include <stddef.h>
+#ifdef NEVER_ANSWERS
+#include <stdio.h>
+#include <unistd.h>
+#endif
 
 #include "ventaro/data_provider.h"
 
@@ -8,6 +13,10 @@ static char name[] = "A Clock";
 
 static int get_display_name(const char* key, char** value) {
   (void)key;
+#ifdef NEVER_ANSWERS
+  fputs("never answers\n", stderr);
+  for (;;) pause();
+#endif
   *value = name;
   return 0;
 }

@@ -84,7 +84,7 @@ def test_ctrl_c_and_ctrl_d_at_a_question_leave_the_shell_as_it_is(shell):
 def test_a_request_to_end_ends_the_shell(shell):
     shell.popen.terminate()
     shell.reads_to_the_end()
-    assert shell.leaves() == 130
+    assert shell.leaves() == 143
 
 
 def test_the_history_is_there_the_next_time_and_nobody_else_can_read_it(tv, shell):

@@ -12,16 +12,11 @@ WIFI = "menu/network/WiFiOnOff"
 SAVED_2 = "menu/network/SavedAP2"
 
 
-def test_closed_standard_streams_do_not_become_the_stores_files(tv):
-    subprocess.run(["sh", "-c", f"{shlex.join(tv.program)} show <&- >&- 2>&-"], env=tv.env, check=False)
+@pytest.mark.parametrize("closed", ["<&- 2>&-", "<&- >&- 2>&-"])
+def test_closed_standard_streams_do_not_become_the_stores_files(tv, closed):
+    subprocess.run(["sh", "-c", f"{shlex.join(tv.program)} show {closed}"], env=tv.env, check=False,
+                   stdout=subprocess.DEVNULL)
     assert tv.item(WIFI)["value"] == "On"
-
-
-def test_output_that_cannot_be_written_is_a_failure(tv):
-    with open("/dev/full", "w", encoding="utf-8") as full:
-        done = subprocess.run([*tv.program, "show"], stdout=full, stderr=subprocess.PIPE, text=True,
-                              env=tv.env, check=False)
-    assert (done.returncode, done.stderr) == (1, "ventaro: cannot write to standard output\n")
 
 
 def test_files_that_may_not_grow_are_an_error_and_harm_nothing(tv):
@@ -64,7 +59,7 @@ def test_a_connection_that_is_interrupted_does_not_stay_half_done(tv, request_to
     connect = tv.start("connect", "2")
     assert connect.line() == "Garden Shed   Connecting"
     connect.popen.send_signal(request_to_end)
-    assert connect.popen.wait(60) == 130
+    assert connect.popen.wait(60) == 128 + request_to_end
     assert tv.item(SAVED_2)["state"] == "connected"
 
 

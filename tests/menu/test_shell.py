@@ -94,4 +94,4 @@ def test_a_request_to_end_ends_the_shell_and_its_commands(tv):
     shell.type(f"get {WIFI} --brief")
     assert shell.line() != ""
     shell.popen.terminate()
-    assert shell.popen.wait(60) == 130
+    assert shell.popen.wait(60) == 143
