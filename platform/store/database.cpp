@@ -56,16 +56,20 @@ StoreView decode(std::string_view bytes) {
   switch (bytes.front()) {
     case 'i': {
       int number = 0;
-      std::from_chars(text.data(), text.data() + text.size(), number);
-      return number;
+      const char* const end = text.data() + text.size();
+      const auto [rest, error] = std::from_chars(text.data(), end, number);
+      if (error == std::errc() && rest == end) return number;
+      break;
     }
     case 'b':
-      return text == "1";
+      if (text == "0" || text == "1") return text == "1";
+      break;
     case 's':
       return text;
     default:
       throw StoreError(StoreCode::kUnavailable, "a stored value is of an unknown type");
   }
+  throw StoreError(StoreCode::kUnavailable, "a stored value is damaged");
 }
 
 // Journal keys sort by their bytes, so the number is stored with its highest byte first.
