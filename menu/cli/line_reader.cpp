@@ -3,17 +3,26 @@
 #include <glib-unix.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
 namespace cli {
 
 std::optional<std::string> LineReader::next(const menu::Interruption& interruption) {
-  const auto hasLine = [this] { return text_.find('\n') != std::string::npos; };
-  if (!readUntil(interruption, hasLine) || text_.empty()) return std::nullopt;
-  const auto end = text_.find('\n');
-  std::string line = take(end == std::string::npos ? end : end + 1);
-  if (line.ends_with('\n')) line.pop_back();
+  const auto hasPart = [this] {
+    return text_.find('\n') != std::string::npos || text_.size() > kLongestLine;
+  };
+  std::string line;
+  for (bool isWhole = false; !isWhole;) {
+    if (!readUntil(interruption, hasPart)) return std::nullopt;
+    if (text_.empty() && line.empty()) return std::nullopt;
+    const auto end = text_.find('\n');
+    isWhole = ended_ || end != std::string::npos;
+    line += take(end);
+    if (end != std::string::npos) take(1);
+    line.resize(std::min(line.size(), kLongestLine + 1));
+  }
   return line;
 }
 

@@ -10,10 +10,14 @@
 
 namespace cli {
 
+// How many bytes a line may have.
+inline constexpr std::size_t kLongestLine = std::size_t{64} << 10;
+
 // Reads in the main loop, so that timers and notifications run while it waits.
 class LineReader {
  public:
-  // The next line without its line feed; nothing at the end, or when the program is asked to end.
+  // The next line without its line feed, of a longer one the first kLongestLine + 1 bytes; nothing
+  // at the end, or when the program is asked to end.
   std::optional<std::string> next(const menu::Interruption& interruption);
 
   // The next byte; nothing as above.

@@ -26,9 +26,15 @@ std::filesystem::path menuFile() {
   return !file.empty() ? std::filesystem::path(file) : platform::host::resourceRoot() / "menu.json";
 }
 
-// Texts of somebody else's provider are elsewhere.
 void tellOfUnknownLanguage() {
   const std::string language = variable("LANGUAGE");
+  if (language.size() > menu::kLongestLanguages) {
+    complain("LANGUAGE has " + std::to_string(language.size()) + " bytes, more than the " +
+             std::to_string(menu::kLongestLanguages) +
+             " that names of languages may have; the menu is in English");
+    return;
+  }
+  // Texts of somebody else's provider are elsewhere.
   if (language.empty() || !variable("VENTARO_PROVIDER").empty()) return;
   if (menu::hasTexts(language)) return;
   complain("LANGUAGE is \"" + language + "\", in which there are no texts; there are: " +

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "../host/menu_model.h"
+#include "line_reader.h"
 
 namespace cli {
 
@@ -44,6 +45,14 @@ std::optional<Words> tryToParse(const std::string& line) {
 }  // namespace
 
 Words splitLine(std::string line) {
+  if (line.size() > kLongestLine) {
+    throw menu::UnknownError("cannot read the line: it has more than " +
+                             std::to_string(kLongestLine) + " bytes");
+  }
+  // What stands behind it would be left out.
+  if (line.find('\0') != std::string::npos) {
+    throw menu::UnknownError("cannot read the line: there is a NUL in it");
+  }
   if (line.ends_with('\r')) line.pop_back();
   const auto first = line.find_first_not_of(" \t");
   if (first == std::string::npos || line[first] == '#') return {};

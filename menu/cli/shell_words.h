@@ -9,7 +9,8 @@ namespace cli {
 
 using Words = std::vector<std::string>;
 
-// None for an empty line or a comment. Raises menu::UnknownError for a quote that has no end.
+// None for an empty line or a comment. Raises menu::UnknownError for a quote that has no end, a
+// NUL, and a line of more than kLongestLine bytes.
 Words splitLine(std::string line);
 
 // A line of which the last word is still being typed.

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "languages.h"
 #include "platform/host/config_store.h"
 #include "platform/host/resources.h"
 #include "ventaro/data_provider.h"
@@ -34,6 +35,7 @@ std::string wantedLanguage() {
   static const char* const variable = std::getenv("LANGUAGE");
   static const std::string wanted = variable != nullptr ? variable : "";
   std::string language = !wanted.empty() ? wanted : tvLanguage();
+  if (language.size() > kLongestLanguages) language = "en";
   // To gettext these mean string IDs instead of texts.
   if (language == "C" || language == "POSIX") language = "en";
   return language;

@@ -7,8 +7,9 @@
 namespace menu {
 
 // Sets the language of all texts: that of $LANGUAGE, else the TV's own (VENTARO_STORE_LANGUAGE).
-// What is not translated is in English; all texts are UTF-8. Call it before the first text is asked
-// for and before any thread is started.
+// What is not translated is in English, and all texts where the list has more than
+// kLongestLanguages bytes; all texts are UTF-8. Call it before the first text is asked for and
+// before any thread is started.
 void chooseLanguage();
 
 // The language that chooseLanguage() starts from: a list like $LANGUAGE's.

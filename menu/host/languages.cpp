@@ -21,6 +21,7 @@ std::vector<std::string> languages() {
 }
 
 bool hasTexts(const std::string& list) {
+  if (list.size() > kLongestLanguages) return false;
   const std::vector<std::string> known = languages();
   const auto isKnown = [&](const std::string& name) {
     return name == "C" || name == "POSIX" || std::ranges::binary_search(known, name);

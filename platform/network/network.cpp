@@ -29,6 +29,16 @@ const AccessPoint* strongest(const std::vector<AccessPoint>& points, const std::
   return found != points.end() && found->ssid == ssid ? &*found : nullptr;
 }
 
+std::map<std::string_view, const AccessPoint*> strongestOfEach(
+    const std::vector<AccessPoint>& points) {
+  std::map<std::string_view, const AccessPoint*> strongest;
+  for (const AccessPoint& point : points) {
+    const AccessPoint*& found = strongest.try_emplace(point.ssid, &point).first->second;
+    if (point.signalDbm > found->signalDbm) found = &point;
+  }
+  return strongest;
+}
+
 Network& network() {
   static auto& chosen = neverDestroyed(makeNetwork().release());
   return chosen;

@@ -3,8 +3,10 @@
 #ifndef PLATFORM_NETWORK_NETWORK_H
 #define PLATFORM_NETWORK_NETWORK_H
 
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -20,6 +22,10 @@ struct AccessPoint {
 // The strongest of the access points with that name, which are one network; null when there is
 // none. Points into `points`.
 const AccessPoint* strongest(const std::vector<AccessPoint>& points, const std::string& ssid);
+
+// The same of every name that there is, by the names. They and the pointers point into `points`.
+std::map<std::string_view, const AccessPoint*> strongestOfEach(
+    const std::vector<AccessPoint>& points);
 
 enum class ProfileType : int { kWifi = 1, kEthernet = 2 };
 

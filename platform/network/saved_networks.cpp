@@ -30,8 +30,9 @@ void publishSavedNetworks(const std::vector<AccessPoint>& points, const std::str
                           const std::string& connecting) {
   Json::Value document(Json::objectValue);
   Json::Value& values = document["values"] = Json::arrayValue;
+  const auto strongest = strongestOfEach(points);
   for (const AccessPoint& point : points) {
-    if (!point.saved || &point != strongest(points, point.ssid)) continue;
+    if (!point.saved || &point != strongest.at(point.ssid)) continue;
     const bool isSeen = !point.hidden || point.ssid == connected;
     Json::Value& entry = values.append(Json::objectValue);
     entry["SSID"] = point.ssid;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 #include <optional>
 #include <string_view>
 
@@ -60,10 +61,6 @@ Profile readProfile(const JsonFile& file, const Json::Value& entry) {
   return {file.text(entry, "name"), type == "wifi" ? ProfileType::kWifi : ProfileType::kEthernet};
 }
 
-const AccessPoint* find(const Scenario& scenario, const std::string& ssid) {
-  return strongest(scenario.accessPoints, ssid);
-}
-
 int readConnectTime(const JsonFile& file) {
   const int milliseconds = file.integer(file.root(), "connect_milliseconds");
   if (milliseconds < 0 || milliseconds > kLongestConnectMilliseconds) {
@@ -73,10 +70,10 @@ int readConnectTime(const JsonFile& file) {
 }
 
 void readAccessPoints(const JsonFile& file, Scenario& scenario) {
+  std::map<std::string, bool> savedNames;
   for (const Json::Value& entry : file.array(file.root(), "access_points")) {
     const AccessPoint point = readAccessPoint(file, entry);
-    const AccessPoint* other = find(scenario, point.ssid);
-    if (other != nullptr && other->saved != point.saved) {
+    if (savedNames.try_emplace(point.ssid, point.saved).first->second != point.saved) {
       file.expected("the same as at the other access point of that name", "saved", entry["saved"]);
     }
     scenario.accessPoints.push_back(point);
@@ -105,7 +102,8 @@ Scenario readScenario(const std::filesystem::path& path) {
   for (const Json::Value& entry : file.array(file.root(), "profiles")) {
     scenario.profiles.push_back(readProfile(file, entry));
   }
-  if (!scenario.connected.empty() && find(scenario, scenario.connected) == nullptr) {
+  if (!scenario.connected.empty() &&
+      strongest(scenario.accessPoints, scenario.connected) == nullptr) {
     file.expected("the ssid of one of the access points, or \"\"", "connected",
                   file.root()["connected"]);
   }

@@ -29,6 +29,32 @@ def test_a_script_goes_on_after_an_error_and_ends_with_the_first_errors_code(tv)
     assert "cannot read the line: " in done.stderr
 
 
+LONGEST_LINE = 2**16
+
+
+def test_a_line_has_at_most_64_kibibytes(tv):
+    comment = "# " + "x" * (LONGEST_LINE - 2)
+    done = tv.run("shell", stdin=f"{comment}\n{comment}x\nget {WIFI} --brief\n{comment * 40}")
+    assert done.stdout == "Wi-Fi   On\n"
+    assert done.stderr == ("ventaro: line 2: cannot read the line: it has more than 65536 bytes\n"
+                           "ventaro: line 4: cannot read the line: it has more than 65536 bytes\n")
+    assert done.returncode == 2
+
+
+def test_the_error_of_a_long_line_has_not_all_of_it(tv):
+    for words in ("x" * 60000, "get " + "x" * 60000, f"set {WIFI} " + "x" * 60000, "store get " + "x" * 60000,
+                  "show " + "x" * 60000, "get '" + "x" * 60000):
+        done = tv.run("shell", stdin=f"{words}\nget {WIFI} --brief\n")
+        assert (done.returncode, done.stdout) == (2, "Wi-Fi   On\n")
+        assert len(done.stderr) < 6000
+
+
+def test_a_nul_in_a_line_does_not_hide_what_stands_behind_it(tv):
+    done = tv.run("shell", stdin=f"get {WIFI} --brief\0 --json\nget {WIFI} --brief\n")
+    assert done.stdout == "Wi-Fi   On\n"
+    assert done.stderr == "ventaro: line 1: cannot read the line: there is a NUL in it\n"
+
+
 def test_an_error_of_a_script_names_the_line(tv):
     done = tv.run("shell", stdin=f"# all of it\n\nget 'open\nset {WIFI}\nexpect {WIFI} off\nbogus\n")
     lines = done.stderr.splitlines()

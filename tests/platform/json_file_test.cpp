@@ -1,6 +1,8 @@
 // The messages about a JSON file written by the user.
 #include "platform/host/json_file.h"
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 
@@ -54,6 +56,25 @@ TEST_F(AJsonFile, GivesItsMembers) {
 TEST_F(AJsonFile, ThatIsMissingIsNamed) {
   EXPECT_EQ(withoutName(folder() / "missing.json", [](const JsonFile& /*file*/) {}),
             ": cannot be read: No such file or directory");
+}
+
+TEST_F(AJsonFile, ThatIsNoRegularFileIsRefusedAtOnce) {
+  const std::string fifo = folder() / "fifo.json";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_EQ(withoutName(fifo, [](const JsonFile& /*file*/) {}),
+            ": cannot be read: it is a FIFO, not a file");
+  for (const char* device : {"/dev/zero", "/dev/null"}) {
+    EXPECT_EQ(withoutName(device, [](const JsonFile& /*file*/) {}),
+              ": cannot be read: it is a device, not a file");
+  }
+}
+
+TEST_F(AJsonFile, HasAtMostAMebibyte) {
+  const std::string content = R"({"text": "")";
+  const std::string blanks((std::size_t{1} << 20) - content.size() - 1, ' ');
+  EXPECT_EQ(messageAbout(content + blanks + "}"), "no error");
+  EXPECT_EQ(messageAbout(content + blanks + " }"),
+            ": cannot be read: it has more than 1048576 bytes");
 }
 
 TEST_F(AJsonFile, ThatIsAFolderCannotBeRead) {

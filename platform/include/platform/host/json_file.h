@@ -19,7 +19,7 @@ namespace platform::host {
 // \"signal_dbm\": expected an integer, found \"strong\"".
 class PLATFORM_API JsonFile {
  public:
-  // Reads the file, whose root must be an object.
+  // Reads the file: a regular one of at most 1 MiB, whose root must be an object.
   explicit JsonFile(std::filesystem::path path);
 
   const std::filesystem::path& path() const { return path_; }
