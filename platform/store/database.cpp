@@ -9,10 +9,14 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <system_error>
 
+#include "data_file.h"
+#include "files.h"
 #include "platform/host/config_store.h"
 #include "transactions.h"
 
@@ -32,6 +36,8 @@ constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // bytes
 constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
+constexpr char kDataFile[] = "data.mdb";
+constexpr std::chrono::seconds kPatience{5};    // with another process that changes the store
 constexpr std::uint64_t kJournalLength = 4096;  // the least number of changes kept
 constexpr std::uint64_t kPruningStep = 256;     // changes between two prunings
 
@@ -194,7 +200,8 @@ void requireRoom(MDB_txn* transaction, Tables tables) {
 }
 
 // Carries out the action in a transaction, which is rolled back when the action changes nothing.
-bool commit(MDB_env* environment, const std::function<bool(MDB_txn*)>& action) {
+bool commit(MDB_env* environment, WriteLock& lock, const std::function<bool(MDB_txn*)>& action) {
+  const WriteLock::Hold hold(lock);
   Transaction transaction(environment, Access::kWrite);
   if (!action(transaction.get())) return false;
   transaction.commit();
@@ -211,12 +218,10 @@ void makeFolder(const std::filesystem::path& folder) {
 // the process.
 void reserveLockFile(const std::filesystem::path& path) {
   constexpr off_t kSize = off_t{64} * (kMaxReaders + 4);  // bytes; a cache line for each reader
-  const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, kFileMode);
-  if (file < 0) throw StoreError(codeOf(errno), "cannot open " + path.string());
+  const File file = openFile(path, O_RDWR | O_CREAT);
   struct stat info {};
-  const bool isThere = fstat(file, &info) == 0 && info.st_size >= kSize;
-  const int error = isThere ? 0 : posix_fallocate(file, 0, kSize);
-  close(file);
+  const bool isThere = fstat(file.get(), &info) == 0 && info.st_size >= kSize;
+  const int error = isThere ? 0 : posix_fallocate(file.get(), 0, kSize);
   if (error != 0) {
     throw StoreError(codeOf(error), "cannot make " + path.string() + ": " + std::strerror(error));
   }
@@ -240,10 +245,21 @@ void refuseWhatOthersMayWrite(const std::filesystem::path& data) {
 // process.
 void requireWholeFile(MDB_env* environment) {
   const FileSize size = fileSize(environment);
-  if (size.is >= size.wanted) return;
+  if (size.is >= size.wanted || lacksOnlyFreePages(size.file, size.is, size.wanted)) return;
   throw StoreError(StoreCode::kUnavailable, "data.mdb is cut short: " + std::to_string(size.is) +
                                                 " of " + std::to_string(size.wanted) + " bytes" +
                                                 kAdviceOnDamage);
+}
+
+// What to add to the message about a full store: processes that read an old state are why it cannot
+// use the pages that were given up since.
+std::string whoKeepsPages(MDB_env* environment) {
+  std::string text;
+  for (const pid_t process : readersOfOldStates(environment)) {
+    text += "; process " + std::to_string(process) +
+            " reads an old state and keeps its pages; let it go on, or end it";
+  }
+  return text;
 }
 
 }  // namespace
@@ -258,9 +274,8 @@ Database::Database(const std::filesystem::path& folder, Durability durability)
     if (error.code() != StoreCode::kReadOnly) throw;
     // Opened without a lock file: a process that may not write to the folder cannot lock in it.
     readOnly_ = true;
-    refuseWhatOthersMayWrite(folder / "data.mdb");
-    std::error_code failure;
-    if (!std::filesystem::exists(folder / "data.mdb", failure) && !failure) {
+    refuseWhatOthersMayWrite(folder / kDataFile);
+    if (!hasHeader(folder / kDataFile)) {
       empty_ = true;
       return;
     }
@@ -276,21 +291,45 @@ void Database::openEnvironment(const std::filesystem::path& folder, unsigned fla
   check(mdb_env_set_mapsize(environment, kMapSize), "cannot open");
   check(mdb_env_set_maxdbs(environment, kTables), "cannot open");
   check(mdb_env_set_maxreaders(environment, kMaxReaders), "cannot open");
-  if ((flags & MDB_NOLOCK) == 0) reserveLockFile(folder / "lock.mdb");
+  const bool locks = (flags & MDB_NOLOCK) == 0;
+  std::optional<WriteLock::Hold> making;
+  if (locks) {
+    writeLock_ = std::make_unique<WriteLock>(folder / "writer", kPatience);
+    reserveLockFile(folder / "lock.mdb");
+    if (!hasHeader(folder / kDataFile)) {
+      making.emplace(*writeLock_);
+      // Unless another process made the store while this one waited.
+      if (!hasHeader(folder / kDataFile)) dropContents(folder / kDataFile);
+    }
+  }
   check(mdb_env_open(environment, folder.c_str(), flags, kFileMode), "cannot open");
   requireWholeFile(environment);
-  if ((flags & MDB_NOLOCK) == 0) dropDeadReaders(environment);
+  if (!locks) return;
+  fillUpFile();
+  dropDeadReaders(environment);
 }
 
+// Reads first: a process that only reads must not wait for one that writes.
 void Database::openTables() {
-  Transaction transaction(environment_.get(), readOnly_ ? Access::kRead : Access::kWrite);
-  const unsigned flags = readOnly_ ? 0 : MDB_CREATE;
+  if (openTables(Access::kRead)) return;
+  if (readOnly_) {
+    empty_ = true;
+    return;
+  }
+  const WriteLock::Hold hold(*writeLock_);
+  openTables(Access::kWrite);
+}
+
+bool Database::openTables(Access access) {
+  Transaction transaction(environment_.get(), access);
+  const unsigned flags = access == Access::kWrite ? MDB_CREATE : 0;
   for (const auto& [table, name] : {std::pair{&values_, "values"}, {&journal_, "journal"}}) {
     const int error = mdb_dbi_open(transaction.get(), name, flags, table);
-    if (error == MDB_NOTFOUND) empty_ = true;
-    if (error != MDB_NOTFOUND) check(error, "cannot open");
+    if (error == MDB_NOTFOUND) return false;
+    check(error, "cannot open");
   }
   transaction.commit();
+  return true;
 }
 
 bool Database::read(std::string_view key, const std::function<void(const StoreView&)>& take) const {
@@ -352,10 +391,13 @@ bool Database::change(const std::function<bool(MDB_txn*)>& action) {
   }
   bool changed = false;
   try {
-    changed = commit(environment_.get(), action);
+    changed = commit(environment_.get(), *writeLock_, action);
   } catch (const StoreError& error) {
-    if (error.code() != StoreCode::kNoSpace || !dropDeadReaders(environment_.get())) throw;
-    changed = commit(environment_.get(), action);
+    if (error.code() != StoreCode::kNoSpace) throw;
+    if (!dropDeadReaders(environment_.get())) {
+      throw StoreError(error.code(), error.what() + whoKeepsPages(environment_.get()));
+    }
+    changed = commit(environment_.get(), *writeLock_, action);
   }
   if (!changed) return false;
   fillUpFile();

@@ -19,6 +19,7 @@
 #include "notice_file.h"
 #include "platform/host/config_store.h"
 #include "transactions.h"
+#include "write_lock.h"
 
 namespace platform {
 
@@ -78,11 +79,14 @@ class Database {
 
   void openEnvironment(const std::filesystem::path& folder, unsigned flags);
   void openTables();
+  // False when there are no tables yet, which a write transaction makes.
+  bool openTables(Access access);
   void fillUpFile();
   // Carries out the action in one transaction and wakes the subscribers. Returns the action's
   // result: whether it changed anything.
   bool change(const std::function<bool(MDB_txn*)>& action);
 
+  std::unique_ptr<WriteLock> writeLock_;  // null when opened read-only
   std::unique_ptr<MDB_env, CloseEnvironment> environment_;
   mutable IdleReaders readers_;
   MDB_dbi values_ = 0;

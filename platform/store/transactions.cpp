@@ -1,6 +1,10 @@
 #include "transactions.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <cerrno>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -59,6 +63,31 @@ bool dropDeadReaders(MDB_env* environment) {
   int dead = 0;
   check(mdb_reader_check(environment, &dead), "cannot look for dead readers");
   return dead > 0;
+}
+
+std::vector<pid_t> readersOfOldStates(MDB_env* environment) {
+  MDB_envinfo info{};
+  check(mdb_env_info(environment, &info), "cannot look for readers");
+  std::string lines;
+  const auto append = [](const char* line, void* text) {
+    *static_cast<std::string*>(text) += line;
+    return 0;
+  };
+  if (mdb_reader_list(environment, append, &lines) < 0) return {};
+  // A line for each: process, thread, and the state's number or, when it does not read, a dash.
+  std::vector<pid_t> found;
+  std::istringstream stream(lines);
+  for (std::string line; std::getline(stream, line);) {
+    std::istringstream words(line);
+    pid_t process = 0;
+    std::string thread;
+    std::size_t state = 0;
+    if (!(words >> process >> thread >> state) || state >= info.me_last_txnid) continue;
+    if (process != getpid() && std::ranges::find(found, process) == found.end()) {
+      found.push_back(process);
+    }
+  }
+  return found;
 }
 
 Transaction::Transaction(MDB_env* environment, Access access)

@@ -3,6 +3,7 @@
 #define PLATFORM_STORE_TRANSACTIONS_H
 
 #include <lmdb.h>
+#include <sys/types.h>
 
 #include <atomic>
 #include <mutex>
@@ -24,6 +25,10 @@ void check(int error, const char* action);
 // Frees the reader slots of processes that were killed while reading, and thereby the pages that
 // they kept. Returns whether there were any.
 bool dropDeadReaders(MDB_env* environment);
+
+// The other processes that read an older state than the last, each once. They keep the pages that
+// were given up since.
+std::vector<pid_t> readersOfOldStates(MDB_env* environment);
 
 enum class Access { kRead, kWrite };
 

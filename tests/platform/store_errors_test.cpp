@@ -338,6 +338,50 @@ TEST_F(AStoreFolder, WithAFileThatIsCutShortIsRefusedAndLeftAsItIs) {
   EXPECT_EQ(vconf_set_int("db/before", 1), 0) << "moved away, as the message says";
 }
 
+// What a power cut or a full disk during the very first opening leaves.
+TEST_F(AStoreFolder, WithAPartOfAHeaderOrZerosInItsPlaceWasNeverAStore) {
+  inOwnProcess([] { store().set("db/before", 5); });
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  const std::string header = readFile(stateFolder() / "data.mdb").substr(0, 2 * page);
+  const std::string zeros(page, '\0');
+  for (const std::string& bytes :
+       {header.substr(0, page), header.substr(0, 100), header.substr(0, 2 * page - 1), zeros,
+        zeros + zeros, zeros + zeros + zeros, header.substr(0, page) + zeros,
+        zeros + header.substr(page)}) {
+    write("state/data.mdb", bytes);
+    inOwnProcess([] {
+      EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
+      EXPECT_EQ(store().get("db/before"), std::nullopt);
+      EXPECT_EQ(vconf_set_int("db/after", 1), 0);
+    });
+  }
+  write("state/data.mdb", header.substr(0, page));
+  std::filesystem::permissions(stateFolder() / "data.mdb", std::filesystem::perms(0444));
+  std::filesystem::permissions(stateFolder(), std::filesystem::perms(0555));
+  inOwnProcess([] {
+    becomeOrdinaryUser();
+    EXPECT_EQ(store().get("db/before"), std::nullopt) << "as an empty one that may only be read";
+  });
+}
+
+// A process that was killed, or found the disk full, between a commit and the filling up of the
+// file leaves it without its last pages, which hold nothing.
+TEST_F(AStoreFolder, WithAFileThatLacksOnlyFreePagesIsFilledUp) {
+  inOwnProcess([] {
+    store().set("db/kept", "kept");
+    store().set("db/long", std::string(100'000, 'x'));
+    store().unset("db/long");
+  });
+  const std::filesystem::path file = stateFolder() / "data.mdb";
+  const auto whole = std::filesystem::file_size(file);
+  const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  for (const std::size_t lost : {std::size_t{1}, page, 3 * page}) {
+    std::filesystem::resize_file(file, whole - lost);
+    inOwnProcess([] { EXPECT_EQ(store().get("db/kept"), StoreValue("kept")); });
+    EXPECT_EQ(std::filesystem::file_size(file), whole);
+  }
+}
+
 TEST_F(AStoreFolder, CannotServeBothAreas) {
   setenv("VENTARO_RUNTIME_DIR", (stateFolder() / "../state").c_str(), 1);
   EXPECT_EQ(vconf_set_int("memory/key", 1), 0);

@@ -191,6 +191,40 @@ TEST_P(ProcessesInAnArea, GetTheSpaceBackThatOneKilledWhileItReadHeld) {
   }
 }
 
+TEST_P(ProcessesInAnArea, CanReadWhileOneIsStoppedInTheMiddleOfAChange) {
+  Process maker([&](Channel&) { store().set(key("value"), 5); });
+  maker.join();
+  Process intruder([&](Channel& test) {
+    Intruder writer(areaFolder());
+    test.sendLine(writer.begin(0) ? "writing" : "not writing");
+    waitToBeKilled();
+  });
+  ASSERT_EQ(intruder.channel().receiveLine(), "writing");
+  EXPECT_EQ(store().get(key("value")), StoreValue(5));
+  EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
+}
+
+TEST_P(ProcessesInAnArea, AreToldWhoKeepsThePagesOfAFullStore) {
+  Process intruder([&](Channel& test) {
+    test.receiveLine();
+    Intruder reader(areaFolder());
+    test.sendLine(reader.begin(MDB_RDONLY) ? "reading" : "not reading");
+    waitToBeKilled();
+  });
+  store().set(key("value"), std::string(kMebibyte, 'a'));
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "reading");
+  std::string error;
+  for (int i = 0; error.empty() && i < 300; ++i) {
+    const std::string value(kMebibyte, static_cast<char>('a' + i % 26));
+    error = errorRaisedBy([&] { store().set(key("value"), value); });
+  }
+  EXPECT_TRUE(error.ends_with("MDB_MAP_FULL: Environment mapsize limit reached; process " +
+                              std::to_string(intruder.id()) +
+                              " reads an old state and keeps its pages; let it go on, or end it"))
+      << error;
+}
+
 TEST_P(ProcessesInAnArea, CanReadAfterManyThatWereKilledWhileTheyRead) {
   Process maker([&](Channel&) { store().set(key("value"), 5); });
   Process intruder([&](Channel& test) { takeAllPlacesToRead(test); });

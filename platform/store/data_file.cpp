@@ -1,0 +1,110 @@
+#include "data_file.h"
+
+#include <fcntl.h>
+#include <lmdb.h>
+#include <sys/mman.h>
+#include <sys/sendfile.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "files.h"
+#include "platform/host/config_store.h"
+#include "transactions.h"
+
+namespace platform {
+
+namespace {
+
+constexpr MDB_dbi kFreePages = 0;  // the table in which LMDB keeps the free pages
+
+std::size_t pageSize() {
+  return static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+bool isZero(const char* begin, std::size_t size) {
+  return std::all_of(begin, begin + size, [](char byte) { return byte == 0; });
+}
+
+// A copy in memory, filled up with zeros to the wanted size.
+File copyOf(int file, std::uint64_t is, std::uint64_t wanted) {
+  File copy(memfd_create("store", MFD_CLOEXEC));
+  if (!copy || ftruncate(copy.get(), static_cast<off_t>(wanted)) != 0) check(errno, "cannot open");
+  off_t at = 0;
+  while (at < static_cast<off_t>(is)) {
+    const ssize_t size = sendfile(copy.get(), file, &at, is - static_cast<std::uint64_t>(at));
+    if (size < 0) check(errno, "cannot open");
+    if (size == 0) break;
+  }
+  return copy;
+}
+
+using Environment = std::unique_ptr<MDB_env, decltype(&mdb_env_close)>;
+
+Environment openCopy(const File& copy, std::uint64_t size) {
+  MDB_env* environment = nullptr;
+  check(mdb_env_create(&environment), "cannot open");
+  Environment owned(environment, &mdb_env_close);
+  const std::string path = "/proc/self/fd/" + std::to_string(copy.get());
+  check(mdb_env_set_mapsize(environment, size), "cannot open");
+  check(mdb_env_open(environment, path.c_str(), MDB_RDONLY | MDB_NOLOCK | MDB_NOSUBDIR, 0),
+        "cannot open");
+  return owned;
+}
+
+// The free pages from that one on. LMDB keeps them as lists of numbers, each preceded by its
+// length.
+std::set<std::size_t> freePages(MDB_env* environment, std::size_t first) {
+  std::set<std::size_t> pages;
+  const Transaction transaction(environment, Access::kRead);
+  Cursor cursor(transaction.get(), kFreePages);
+  MDB_val key{};
+  MDB_val data{};
+  while (cursor.move(key, data, MDB_NEXT)) {
+    std::vector<std::size_t> list(data.mv_size / sizeof(std::size_t));
+    std::memcpy(list.data(), data.mv_data, list.size() * sizeof(std::size_t));
+    for (std::size_t i = 1; i < list.size(); ++i) {
+      if (list[i] >= first) pages.insert(list[i]);
+    }
+  }
+  return pages;
+}
+
+}  // namespace
+
+bool hasHeader(const std::filesystem::path& path) {
+  const File file = openFileIfAny(path, O_RDONLY);
+  if (!file) return false;
+  const std::size_t page = pageSize();
+  std::vector<char> header(2 * page + 1);
+  const ssize_t size = pread(file.get(), header.data(), header.size(), 0);
+  if (size < 0) check(errno, "cannot open");
+  if (static_cast<std::size_t>(size) < 2 * page) return false;
+  const bool isFirstZero = isZero(header.data(), page);
+  const bool isSecondZero = isZero(header.data() + page, page);
+  const bool isHeaderAlone = static_cast<std::size_t>(size) == 2 * page;
+  return isHeaderAlone ? !isFirstZero && !isSecondZero : !isFirstZero || !isSecondZero;
+}
+
+void dropContents(const std::filesystem::path& path) {
+  const File file = openFileIfAny(path, O_WRONLY);
+  if (file && ftruncate(file.get(), 0) != 0) check(errno, "cannot open");
+}
+
+bool lacksOnlyFreePages(int file, std::uint64_t is, std::uint64_t wanted) try {
+  const std::size_t first = is / pageSize();
+  const std::size_t end = wanted / pageSize();
+  const File copy = copyOf(file, is, wanted);
+  const Environment environment = openCopy(copy, wanted);
+  return freePages(environment.get(), first).size() == end - first;
+} catch (const host::StoreError&) {
+  return false;  // the pages that list the free ones are missing too
+}
+
+}  // namespace platform

@@ -1,0 +1,25 @@
+// What LMDB does not tell about its data file, and needs to be known before it is opened. All
+// functions raise StoreError.
+#ifndef PLATFORM_STORE_DATA_FILE_H
+#define PLATFORM_STORE_DATA_FILE_H
+
+#include <cstdint>
+#include <filesystem>
+
+namespace platform {
+
+// Whether a store was ever made in the file. A power cut or a full disk during the first opening
+// leaves a part of LMDB's header, or zeros in its place.
+bool hasHeader(const std::filesystem::path& path);
+
+// Empties the file, if there is one.
+void dropContents(const std::filesystem::path& path);
+
+// Whether the pages between the sizes `is` and `wanted` (bytes) hold nothing. They are then missing
+// because a process was killed, or the disk was full, between a commit and the filling up of the
+// file. The file is only read.
+bool lacksOnlyFreePages(int file, std::uint64_t is, std::uint64_t wanted);
+
+}  // namespace platform
+
+#endif  // PLATFORM_STORE_DATA_FILE_H

@@ -1,0 +1,80 @@
+#include "files.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+#include <utility>
+
+#include "platform/host/config_store.h"
+#include "transactions.h"
+
+namespace platform {
+
+using host::StoreCode;
+using host::StoreError;
+
+namespace {
+
+constexpr mode_t kFileMode = 0600;
+
+[[noreturn]] void fail(const std::filesystem::path& path, int error) {
+  throw StoreError(codeOf(error), "cannot open " + path.string() + ": " + std::strerror(error));
+}
+
+[[noreturn]] void refuse(const std::filesystem::path& path, const char* reason) {
+  throw StoreError(StoreCode::kUnavailable, path.string() + " " + reason + "; move it away");
+}
+
+void requireOwnRegularFile(const File& file, const std::filesystem::path& path) {
+  struct stat info {};
+  if (fstat(file.get(), &info) != 0) fail(path, errno);
+  if (!S_ISREG(info.st_mode)) refuse(path, "is not a file");
+}
+
+// Not through a link, and without waiting for the other end of a pipe.
+int openOnce(const std::filesystem::path& path, int flags) {
+  return open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kFileMode);
+}
+
+}  // namespace
+
+File::~File() {
+  if (file_ >= 0) close(file_);
+}
+
+File::File(File&& other) noexcept : file_(std::exchange(other.file_, -1)) {}
+
+File& File::operator=(File&& other) noexcept {
+  std::swap(file_, other.file_);
+  return *this;
+}
+
+File openFileIfAny(const std::filesystem::path& path, int flags) {
+  File file(openOnce(path, flags));
+  if (!file) {
+    // What a link, a pipe without a reader and a folder give.
+    if (errno == ELOOP) refuse(path, "is a link");
+    if (errno == ENXIO || errno == EISDIR) refuse(path, "is not a file");
+    if (errno == ENOENT && (flags & O_CREAT) == 0) return file;
+    fail(path, errno);
+  }
+  requireOwnRegularFile(file, path);
+  return file;
+}
+
+File openFile(const std::filesystem::path& path, int flags) {
+  File file = openFileIfAny(path, flags);
+  if (!file) fail(path, ENOENT);
+  return file;
+}
+
+std::optional<FileState> stateOf(const std::filesystem::path& path) {
+  struct stat info {};
+  if (stat(path.c_str(), &info) != 0) return std::nullopt;
+  return FileState{info.st_dev, info.st_ino, info.st_size};
+}
+
+}  // namespace platform

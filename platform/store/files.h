@@ -1,0 +1,50 @@
+// The files below the store's folders. They are this user's alone: a link, a pipe or a file of
+// somebody else in their place is refused. All functions raise StoreError with the path.
+#ifndef PLATFORM_STORE_FILES_H
+#define PLATFORM_STORE_FILES_H
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <optional>
+
+namespace platform {
+
+// Owns an open file.
+class File {
+ public:
+  explicit File(int file = -1) : file_(file) {}
+  ~File();
+  File(File&& other) noexcept;
+  File& operator=(File&& other) noexcept;
+
+  int get() const { return file_; }
+  explicit operator bool() const { return file_ >= 0; }
+
+ private:
+  int file_;
+};
+
+// Opens the file with open()'s flags, never through a link. With O_CREAT, it gets the mode 0600.
+File openFile(const std::filesystem::path& path, int flags);
+
+// As openFile(), but returns no file when there is none at the path.
+File openFileIfAny(const std::filesystem::path& path, int flags);
+
+// Which file is at a path, and its size.
+struct FileState {
+  dev_t device = 0;
+  ino_t number = 0;
+  off_t size = 0;  // bytes
+
+  bool isSameFileAs(const FileState& other) const {
+    return device == other.device && number == other.number;
+  }
+};
+
+// Nothing when there is no file at the path.
+std::optional<FileState> stateOf(const std::filesystem::path& path);
+
+}  // namespace platform
+
+#endif  // PLATFORM_STORE_FILES_H

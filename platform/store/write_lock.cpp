@@ -1,0 +1,97 @@
+#include "write_lock.h"
+
+#include <fcntl.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <string>
+#include <thread>
+
+#include "platform/host/config_store.h"
+#include "transactions.h"
+
+namespace platform {
+
+using host::StoreCode;
+using host::StoreError;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+// The kernel's wait for a lock has no end that could be set, so it is tried again and again. A
+// change takes some hundred microseconds in memory, and some milliseconds on a disk.
+constexpr std::chrono::microseconds kFirstPause{50};
+constexpr std::chrono::microseconds kLongestPause{1000};
+
+std::string inSeconds(Clock::duration time) {
+  return std::to_string(std::chrono::duration_cast<std::chrono::seconds>(time).count()) + " s";
+}
+
+}  // namespace
+
+WriteLock::WriteLock(const std::filesystem::path& path, std::chrono::milliseconds patience)
+    : path_(path), patience_(patience), file_(openFile(path, O_RDWR | O_CREAT)) {}
+
+bool WriteLock::tryToLock() const {
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  if (fcntl(file_.get(), F_SETLK, &lock) == 0) return true;
+  if (errno != EAGAIN && errno != EACCES) check(errno, "cannot lock");
+  return false;
+}
+
+void WriteLock::unlock() const {
+  struct flock lock {};
+  lock.l_type = F_UNLCK;
+  lock.l_whence = SEEK_SET;
+  fcntl(file_.get(), F_SETLK, &lock);
+}
+
+// Since when the lock is held, for those who wait. The clock is the same for all processes.
+void WriteLock::noteWhen() const {
+  const std::int64_t now = Clock::now().time_since_epoch().count();
+  [[maybe_unused]] const ssize_t written = pwrite(file_.get(), &now, sizeof now, 0);
+}
+
+void WriteLock::tellWhoHoldsIt() const {
+  struct flock lock {};
+  lock.l_type = F_WRLCK;
+  lock.l_whence = SEEK_SET;
+  std::string holder = "another process";
+  if (fcntl(file_.get(), F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK) {
+    holder = "process " + std::to_string(lock.l_pid);
+  }
+  std::int64_t since = 0;
+  Clock::duration held = patience_;
+  if (pread(file_.get(), &since, sizeof since, 0) == sizeof since) {
+    held = Clock::now() - Clock::time_point(Clock::duration(since));
+  }
+  throw StoreError(StoreCode::kUnavailable, "cannot begin: " + holder +
+                                                " has been changing the store for " +
+                                                inSeconds(held) + "; let it go on, or end it");
+}
+
+WriteLock::Hold::Hold(WriteLock& lock) : lock_(lock), thread_(lock.threads_, std::defer_lock) {
+  const auto end = Clock::now() + lock.patience_;
+  if (!thread_.try_lock_until(end)) {
+    throw StoreError(StoreCode::kUnavailable,
+                     "cannot begin: another thread of this process has been changing the store "
+                     "for longer than " +
+                         inSeconds(lock.patience_));
+  }
+  for (auto pause = kFirstPause; !lock.tryToLock(); pause = std::min(pause * 2, kLongestPause)) {
+    if (Clock::now() >= end) lock.tellWhoHoldsIt();
+    std::this_thread::sleep_for(pause);
+  }
+  lock.noteWhen();
+}
+
+WriteLock::Hold::~Hold() {
+  lock_.unlock();
+}
+
+}  // namespace platform

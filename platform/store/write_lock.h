@@ -1,0 +1,53 @@
+// The lock that a process holds while it changes a store. LMDB has one of its own, but waits for it
+// without end and does not say who holds it.
+#ifndef PLATFORM_STORE_WRITE_LOCK_H
+#define PLATFORM_STORE_WRITE_LOCK_H
+
+#include <chrono>
+#include <filesystem>
+#include <mutex>
+
+#include "files.h"
+
+namespace platform {
+
+// At most one for each file in a process: the kernel drops the lock when any descriptor of the file
+// is closed.
+class WriteLock {
+ public:
+  // Waits for another process at most as long as `patience`. Opens the file and creates it when
+  // missing; raises StoreError.
+  WriteLock(const std::filesystem::path& path, std::chrono::milliseconds patience);
+  WriteLock(const WriteLock&) = delete;
+  WriteLock& operator=(const WriteLock&) = delete;
+
+  // Held while this exists. Any thread. Raises StoreError, which names the process that holds the
+  // lock, when that takes longer than the patience.
+  class Hold {
+   public:
+    explicit Hold(WriteLock& lock);
+    ~Hold();
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+   private:
+    WriteLock& lock_;
+    std::unique_lock<std::timed_mutex> thread_;
+  };
+
+ private:
+  bool tryToLock() const;
+  void unlock() const;
+  void noteWhen() const;
+  // Raises the error.
+  [[noreturn]] void tellWhoHoldsIt() const;
+
+  const std::filesystem::path path_;
+  const std::chrono::milliseconds patience_;
+  std::timed_mutex threads_;  // the file's lock belongs to the process, not to a thread
+  File file_;
+};
+
+}  // namespace platform
+
+#endif  // PLATFORM_STORE_WRITE_LOCK_H
