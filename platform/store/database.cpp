@@ -37,6 +37,7 @@ constexpr unsigned kMaxReaders = 512;
 constexpr unsigned kTables = 2;
 constexpr mdb_mode_t kFileMode = 0600;
 constexpr char kDataFile[] = "data.mdb";
+constexpr char kLockFile[] = "lock.mdb";
 constexpr std::chrono::seconds kPatience{5};    // with another process that changes the store
 constexpr std::uint64_t kJournalLength = 4096;  // the least number of changes kept
 constexpr std::uint64_t kPruningStep = 256;     // changes between two prunings
@@ -265,7 +266,7 @@ std::string whoKeepsPages(MDB_env* environment) {
 }  // namespace
 
 Database::Database(const std::filesystem::path& folder, Durability durability)
-    : noticeFile_(folder / "changed") {
+    : durability_(durability), noticeFile_(folder / "changed") {
   makeFolder(folder);
   const unsigned flags = MDB_NOTLS | (durability == Durability::kInMemory ? MDB_NOSYNC : 0U);
   try {
@@ -284,6 +285,20 @@ Database::Database(const std::filesystem::path& folder, Durability durability)
   openTables();
 }
 
+// Its changes were never synced, so after a power cut the file may hold any mixture of them.
+void Database::dropWhatAnOlderBootLeft(const std::filesystem::path& folder) {
+  const std::string boot = contentOf("/proc/sys/kernel/random/boot_id");
+  const auto isOfThisBoot = [&] { return contentOf(folder / "boot_id") == boot; };
+  if (boot.empty() || isOfThisBoot()) return;
+  const WriteLock::Hold hold(*writeLock_);
+  if (isOfThisBoot()) return;  // another process dropped it while this one waited
+  for (const char* const name : {kDataFile, kLockFile}) {
+    if (unlink((folder / name).c_str()) != 0 && errno != ENOENT) check(errno, "cannot empty");
+  }
+  const File file = openFile(folder / "boot_id", O_WRONLY | O_CREAT | O_TRUNC);
+  if (::write(file.get(), boot.data(), boot.size()) < 0) check(errno, "cannot write boot_id");
+}
+
 void Database::openEnvironment(const std::filesystem::path& folder, unsigned flags) {
   MDB_env* environment = nullptr;
   check(mdb_env_create(&environment), "cannot open");
@@ -295,7 +310,8 @@ void Database::openEnvironment(const std::filesystem::path& folder, unsigned fla
   std::optional<WriteLock::Hold> making;
   if (locks) {
     writeLock_ = std::make_unique<WriteLock>(folder / "writer", kPatience);
-    reserveLockFile(folder / "lock.mdb");
+    if (durability_ == Durability::kInMemory) dropWhatAnOlderBootLeft(folder);
+    reserveLockFile(folder / kLockFile);
     if (!hasHeader(folder / kDataFile)) {
       making.emplace(*writeLock_);
       // Unless another process made the store while this one waited.

@@ -71,12 +71,15 @@ class Database {
 
   // Written after every put(), by any process: what a subscriber watches.
   const std::filesystem::path& noticeFile() const { return noticeFile_.path(); }
+  void makeNoticeFile() const { noticeFile_.make(); }
 
  private:
   struct CloseEnvironment {
     void operator()(MDB_env* environment) const { mdb_env_close(environment); }
   };
 
+  // Drops a memory/ area that was written before the machine was booted.
+  void dropWhatAnOlderBootLeft(const std::filesystem::path& folder);
   void openEnvironment(const std::filesystem::path& folder, unsigned flags);
   void openTables();
   // False when there are no tables yet, which a write transaction makes.
@@ -91,6 +94,7 @@ class Database {
   mutable IdleReaders readers_;
   MDB_dbi values_ = 0;
   MDB_dbi journal_ = 0;
+  const Durability durability_;
   bool readOnly_ = false;
   bool empty_ = false;                       // opened read-only and never written
   std::atomic<std::size_t> filledUpTo_ = 0;  // the last page known to be in the file

@@ -71,6 +71,14 @@ File openFile(const std::filesystem::path& path, int flags) {
   return file;
 }
 
+std::string contentOf(const std::filesystem::path& path) {
+  const File file = openFileIfAny(path, O_RDONLY);
+  std::string content(4096, '\0');
+  const ssize_t size = file ? read(file.get(), content.data(), content.size()) : 0;
+  content.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
+  return content;
+}
+
 std::optional<FileState> stateOf(const std::filesystem::path& path) {
   struct stat info {};
   if (stat(path.c_str(), &info) != 0) return std::nullopt;

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 namespace platform {
 
@@ -30,6 +31,9 @@ File openFile(const std::filesystem::path& path, int flags);
 
 // As openFile(), but returns no file when there is none at the path.
 File openFileIfAny(const std::filesystem::path& path, int flags);
+
+// The file's first bytes, up to 4,096; empty when there is no such file.
+std::string contentOf(const std::filesystem::path& path);
 
 // Which file is at a path, and its size.
 struct FileState {

@@ -1,46 +1,30 @@
 #include "notice_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <utility>
+#include "platform/host/config_store.h"
 
 namespace platform {
 
-namespace {
-
-constexpr mode_t kFileMode = 0600;
-
-}  // namespace
-
-NoticeFile::~NoticeFile() {
-  close();
-}
-
-void NoticeFile::write() {
+void NoticeFile::write() try {
   const std::lock_guard lock(mutex_);
-  if (file_ >= 0 && !isWatched()) close();
-  if (file_ < 0) open();
-  if (file_ < 0) return;
-  [[maybe_unused]] const ssize_t written = pwrite(file_, "!", 1, 0);
+  if (!file_ || !isWatched()) {
+    file_ = openFile(path_, O_WRONLY | O_CREAT);
+    opened_ = stateOf(path_).value_or(FileState());
+  }
+  [[maybe_unused]] const ssize_t written = pwrite(file_.get(), "!", 1, 0);
+} catch (const host::StoreError&) {
+  // The change is already stored.
 }
 
-void NoticeFile::open() {
-  file_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kFileMode);
-  struct stat ours {};
-  if (file_ < 0 || fstat(file_, &ours) != 0) return;
-  device_ = ours.st_dev;
-  number_ = ours.st_ino;
+void NoticeFile::make() const {
+  openFile(path_, O_WRONLY | O_CREAT);
 }
 
 bool NoticeFile::isWatched() const {
-  struct stat there {};
-  return stat(path_.c_str(), &there) == 0 && there.st_dev == device_ && there.st_ino == number_;
-}
-
-void NoticeFile::close() {
-  if (file_ >= 0) ::close(std::exchange(file_, -1));
+  const auto there = stateOf(path_);
+  return there && there->isSameFileAs(opened_);
 }
 
 }  // namespace platform

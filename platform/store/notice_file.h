@@ -3,17 +3,16 @@
 #ifndef PLATFORM_STORE_NOTICE_FILE_H
 #define PLATFORM_STORE_NOTICE_FILE_H
 
-#include <sys/types.h>
-
 #include <filesystem>
 #include <mutex>
+
+#include "files.h"
 
 namespace platform {
 
 class NoticeFile {
  public:
   explicit NoticeFile(std::filesystem::path path) : path_(std::move(path)) {}
-  ~NoticeFile();
   NoticeFile(const NoticeFile&) = delete;
   NoticeFile& operator=(const NoticeFile&) = delete;
 
@@ -23,17 +22,18 @@ class NoticeFile {
   // the watchers notice it at the next one.
   void write();
 
+  // Creates the file when missing. Any thread. Raises StoreError, also when what is at the path is
+  // no file of the store's.
+  void make() const;
+
  private:
-  void open();
-  void close();
   // Whether the open file is still the one at its path, which the others watch.
   bool isWatched() const;
 
   const std::filesystem::path path_;
   std::mutex mutex_;
-  int file_ = -1;
-  dev_t device_ = 0;  // which file it is
-  ino_t number_ = 0;
+  File file_;
+  FileState opened_;  // which file it is
 };
 
 }  // namespace platform

@@ -1,6 +1,5 @@
 #include "notifier.h"
 
-#include <fcntl.h>
 #include <glib-unix.h>
 #include <sys/inotify.h>
 #include <unistd.h>
@@ -106,8 +105,11 @@ void Notifier::watch() {
 // change, or after somebody cleared the folder.
 void Notifier::watchFile() const {
   const char* const path = database_.noticeFile().c_str();
-  const int file = open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
-  if (file >= 0) close(file);
+  try {
+    database_.makeNoticeFile();
+  } catch (const StoreError& error) {
+    if (error.code() != StoreCode::kReadOnly) throw;  // one that is there can still be watched
+  }
   if (inotify_add_watch(inotify_, path, kWritten | kGone) < 0) failToWatch(path);
 }
 

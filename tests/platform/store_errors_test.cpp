@@ -299,15 +299,15 @@ TEST_F(AStoreFolder, ThatIsAFileIsRefusedByName) {
 
 TEST_F(AStoreFolder, WithADamagedFileIsRefusedAndLeftAsItIs) {
   const std::string garbage(std::size_t{64} << 10, 'x');
-  const std::string file = write("runtime/data.mdb", garbage);
-  EXPECT_EQ(vconf_set_int("memory/key", 1), kUnavailable);
+  const std::string file = write("state/data.mdb", garbage);
+  EXPECT_EQ(vconf_set_int("db/key", 1), kUnavailable);
   int read = 7;
-  EXPECT_EQ(vconf_get_int("memory/key", &read), kUnavailable);
+  EXPECT_EQ(vconf_get_int("db/key", &read), kUnavailable);
   EXPECT_EQ(read, 7);
-  EXPECT_TRUE(logged("vconf_get_int: the store in " + runtimeFolder().string() +
+  EXPECT_TRUE(logged("vconf_get_int: the store in " + stateFolder().string() +
                      ": cannot open: MDB_INVALID: File is not an LMDB file; data.mdb is damaged; "
                      "move it away, and the store starts with its defaults"));
-  EXPECT_EQ(vconf_set_int("db/key", 1), 0) << "the other area is well";
+  EXPECT_EQ(vconf_set_int("memory/key", 1), 0) << "the other area is well";
   EXPECT_TRUE(readFile(file) == garbage);
 }
 
@@ -380,6 +380,50 @@ TEST_F(AStoreFolder, WithAFileThatLacksOnlyFreePagesIsFilledUp) {
     inOwnProcess([] { EXPECT_EQ(store().get("db/kept"), StoreValue("kept")); });
     EXPECT_EQ(std::filesystem::file_size(file), whole);
   }
+}
+
+// A memory/ value is not synced, so after a power cut its file may hold anything.
+TEST_F(AStoreFolder, OfMemoryFromAnEarlierBootIsDropped) {
+  inOwnProcess([] { store().set({{"memory/key", 1}, {"db/key", 1}}); });
+  inOwnProcess([] { EXPECT_EQ(store().get("memory/key"), StoreValue(1)) << "of this boot"; });
+  write("runtime/boot_id", "of an earlier boot\n");
+  write("runtime/data.mdb", std::string(std::size_t{64} << 10, 'x'));
+  inOwnProcess([] {
+    EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
+    EXPECT_EQ(store().get("memory/key"), std::nullopt);
+    EXPECT_EQ(store().get("db/key"), StoreValue(1));
+    store().set("memory/key", 2);
+  });
+  EXPECT_EQ(store().get("memory/key"), StoreValue(2));
+}
+
+class AStoreFile : public AStoreFolder, public testing::WithParamInterface<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Named, AStoreFile, testing::Values("data.mdb", "lock.mdb", "writer", "changed"),
+    [](const auto& file) {
+      return std::string(file.param).substr(0, std::string(file.param).find('.'));
+    });
+
+TEST_P(AStoreFile, ThatIsALinkAPipeOrAFolderIsRefusedByName) {
+  std::filesystem::create_directories(stateFolder());
+  const auto file = stateFolder() / GetParam();
+  const std::string target = write("target", "left as it is");
+  const auto expectRefused = [&](const std::string& reason) {
+    inOwnProcess([&] {
+      const std::string error = errorRaisedBy(
+          [] { const auto subscription = store().subscribe("db/", [](const std::string&) {}); });
+      EXPECT_TRUE(error.ends_with(file.string() + reason + "; move it away")) << error;
+    });
+    std::filesystem::remove(file);
+  };
+  std::filesystem::create_symlink(target, file);
+  expectRefused(" is a link");
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  expectRefused(" is not a file");
+  std::filesystem::create_directory(file);
+  expectRefused(" is not a file");
+  EXPECT_EQ(readFile(target), "left as it is");
 }
 
 TEST_F(AStoreFolder, CannotServeBothAreas) {
