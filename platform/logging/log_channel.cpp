@@ -1,11 +1,13 @@
 #include "log_channel.h"
 
+#include <fcntl.h>
 #include <spdlog/sinks/null_sink.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
 #include "../host/environment.h"
 #include "../host/never_destroyed.h"
+#include "../store/files.h"
 #include "platform/host/folders.h"
 
 namespace platform {
@@ -20,10 +22,15 @@ spdlog::sink_ptr makeSink(const std::string& file) {
     return std::make_shared<spdlog::sinks::stderr_sink_mt>();
   }
   try {
-    const auto path = host::stateFolder() / "log" / file;
-    return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(path.string(), kFileSize,
-                                                                  kOldFiles);
-  } catch (const spdlog::spdlog_ex&) {
+    const auto folder = host::stateFolder() / "log";
+    makeOwnFolder(folder.parent_path());
+    makeOwnFolder(folder);
+    spdlog::file_event_handlers keepPrivate;
+    // Makes the file with its mode, and refuses what is no file of this user's.
+    keepPrivate.before_open = [](const std::string& path) { openFile(path, O_WRONLY | O_CREAT); };
+    return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
+        (folder / file).string(), kFileSize, kOldFiles, false, keepPrivate);
+  } catch (const std::exception&) {
     return std::make_shared<spdlog::sinks::null_sink_mt>();
   }
 }

@@ -209,12 +209,6 @@ bool commit(MDB_env* environment, WriteLock& lock, const std::function<bool(MDB_
   return true;
 }
 
-void makeFolder(const std::filesystem::path& folder) {
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) throw StoreError(codeOf(error.value()), "cannot make the folder: " + error.message());
-}
-
 // LMDB maps its lock file into memory as a sparse file: filling its holes on a full disk would kill
 // the process.
 void reserveLockFile(const std::filesystem::path& path) {
@@ -267,7 +261,7 @@ std::string whoKeepsPages(MDB_env* environment) {
 
 Database::Database(const std::filesystem::path& folder, Durability durability)
     : durability_(durability), noticeFile_(folder / "changed") {
-  makeFolder(folder);
+  makeOwnFolder(folder);
   const unsigned flags = MDB_NOTLS | (durability == Durability::kInMemory ? MDB_NOSYNC : 0U);
   try {
     openEnvironment(folder, flags);

@@ -19,6 +19,7 @@ using host::StoreError;
 namespace {
 
 constexpr mode_t kFileMode = 0600;
+constexpr mode_t kFolderMode = 0700;
 
 [[noreturn]] void fail(const std::filesystem::path& path, int error) {
   throw StoreError(codeOf(error), "cannot open " + path.string() + ": " + std::strerror(error));
@@ -34,12 +35,44 @@ void requireOwnRegularFile(const File& file, const std::filesystem::path& path) 
   if (!S_ISREG(info.st_mode)) refuse(path, "is not a file");
 }
 
+[[noreturn]] void failToMake(int error) {
+  throw StoreError(codeOf(error), std::string("cannot make the folder: ") + std::strerror(error));
+}
+
+struct stat requireOwner(const std::filesystem::path& folder) {
+  struct stat info {};
+  if (stat(folder.c_str(), &info) != 0) failToMake(errno);
+  if (info.st_uid == geteuid() || info.st_uid == 0) return info;
+  throw StoreError(StoreCode::kUnavailable, folder.string() + " belongs to another user (" +
+                                                std::to_string(info.st_uid) +
+                                                "); name another folder");
+}
+
 // Not through a link, and without waiting for the other end of a pipe.
 int openOnce(const std::filesystem::path& path, int flags) {
   return open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kFileMode);
 }
 
 }  // namespace
+
+void makeOwnFolder(const std::filesystem::path& folder) {
+  std::error_code error;
+  if (!std::filesystem::exists(folder, error)) {
+    std::filesystem::path above = folder.lexically_normal();
+    while (above.has_relative_path() && !std::filesystem::exists(above, error)) {
+      above = above.parent_path();
+    }
+    if (geteuid() == 0) requireOwner(above.empty() ? "." : above);
+    std::filesystem::create_directories(folder.parent_path(), error);
+    if (mkdir(folder.c_str(), kFolderMode) != 0 && errno != EEXIST) failToMake(errno);
+  }
+  const struct stat info = requireOwner(folder);
+  if (!S_ISDIR(info.st_mode)) failToMake(ENOTDIR);
+  if ((info.st_mode & (S_IWGRP | S_IWOTH)) == 0) return;
+  throw StoreError(StoreCode::kUnavailable,
+                   folder.string() + " may be written by other users; take that from them (chmod " +
+                       "go-w), or name another folder");
+}
 
 File::~File() {
   if (file_ >= 0) close(file_);

@@ -26,6 +26,11 @@ class File {
   int file_;
 };
 
+// Makes the folder, with the mode 0700, when it is missing. It must belong to this user or to the
+// super-user, and no other user may write to it. The super-user must not use another user's,
+// because what he leaves in it would lock that user out.
+void makeOwnFolder(const std::filesystem::path& folder);
+
 // Opens the file with open()'s flags, never through a link. With O_CREAT, it gets the mode 0600.
 File openFile(const std::filesystem::path& path, int flags);
 

@@ -82,6 +82,47 @@ TEST_F(Folders, KeepTheirFilesFromOtherUsers) {
   }
 }
 
+TEST_F(Folders, AreForTheUserAloneWhateverTheUmask) {
+  inOwnProcess([this] {
+    umask(0);
+    store().set({{"db/key", 1}, {"memory/key", 1}});
+    EXPECT_NE(vconf_set_int("", 1), 0);  // logs
+    const auto state = folder() / "home/.local/state/ventaro";
+    const auto modeOf = [](const std::filesystem::path& path) {
+      return static_cast<unsigned>(std::filesystem::status(path).permissions());
+    };
+    EXPECT_EQ(modeOf(state), 0700U);
+    EXPECT_EQ(modeOf(state / "log"), 0700U);
+    EXPECT_EQ(modeOf(folder() / "xdg-runtime/ventaro"), 0700U);
+    EXPECT_EQ(modeOf(state / "log/platform.log"), 0600U);
+    for (const char* file : {"data.mdb", "lock.mdb", "changed", "writer"}) {
+      EXPECT_EQ(modeOf(state / file), 0600U) << file;
+    }
+  });
+}
+
+TEST_F(Folders, ThatOthersMayWriteAreRefusedByName) {
+  const auto state = folder() / "state";
+  std::filesystem::create_directory(state);
+  std::filesystem::permissions(state, std::filesystem::perms(0770));
+  setenv("VENTARO_STATE_DIR", state.c_str(), 1);
+  EXPECT_EQ(errorRaisedBy([] { store().set("db/key", 1); }),
+            "\"db/key\": the store in " + state.string() + ": " + state.string() +
+                " may be written by other users; take that from them (chmod go-w), or name another "
+                "folder");
+}
+
+TEST_F(Folders, OfAnotherUserAreRefusedByNameToTheSuperUserToo) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs the super-user, to make another user's folder";
+  const auto home = folder() / "home";
+  std::filesystem::create_directory(home);
+  ASSERT_EQ(chown(home.c_str(), 65534, 65534), 0);
+  EXPECT_EQ(errorRaisedBy([] { store().set("db/key", 1); }),
+            "\"db/key\": the store in " + (home / ".local/state/ventaro").string() + ": " +
+                home.string() + " belongs to another user (65534); name another folder");
+  EXPECT_FALSE(exists(home / ".local"));
+}
+
 // The user's folder under /tmp. The test switches to an unused user ID, so it needs root rights.
 class TemporaryFolder : public Folders {
  protected:
