@@ -33,6 +33,14 @@ std::string inColumns(const std::vector<std::string>& texts, std::size_t width) 
   return lines;
 }
 
+// The library would follow a link, and wait for the other end of a pipe.
+bool isFileOrNone(const std::filesystem::path& path) {
+  std::error_code error;
+  const auto type = std::filesystem::symlink_status(path, error).type();
+  return type == std::filesystem::file_type::regular ||
+         type == std::filesystem::file_type::not_found;
+}
+
 }  // namespace
 
 void LineEditor::Closer::operator()(std::FILE* file) const {
@@ -75,7 +83,8 @@ LineEditor::LineEditor(std::string prompt, NextByte nextByte, Complete complete,
   HistEvent event{};
   history(history_.get(), &event, H_SETSIZE, kHistoryLines);
   history(history_.get(), &event, H_SETUNIQUE, 1);
-  history(history_.get(), &event, H_LOAD, historyFile_.c_str());  // there is none at the first time
+  // There is none at the first time.
+  if (isFileOrNone(historyFile_)) history(history_.get(), &event, H_LOAD, historyFile_.c_str());
   resizes_ = g_unix_signal_add(
       SIGWINCH,
       [](void* self) {
@@ -114,9 +123,11 @@ void LineEditor::remember(const std::string& line) {
   HistEvent event{};
   history(history_.get(), &event, H_ENTER, line.c_str());
   if (historyFile_.empty()) return;
+  const bool isFile = isFileOrNone(historyFile_);
   // The library makes the file its owner's alone.
-  if (history(history_.get(), &event, H_SAVE, historyFile_.c_str()) >= 0) return;
-  complain("cannot keep the history in " + historyFile_.string() + ": " + std::strerror(errno));
+  if (isFile && history(history_.get(), &event, H_SAVE, historyFile_.c_str()) >= 0) return;
+  complain("cannot keep the history in " + historyFile_.string() + ": " +
+           (isFile ? std::strerror(errno) : "it is not a file"));
   historyFile_.clear();
 }
 

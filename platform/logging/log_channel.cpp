@@ -17,19 +17,23 @@ namespace {
 constexpr std::size_t kFileSize = std::size_t{1} << 20;  // bytes
 constexpr std::size_t kOldFiles = 3;
 
+// Makes the file when it is missing, and refuses what is no file of this user's.
+void makePrivate(const std::string& path) {
+  const File file = openFile(path, O_WRONLY | O_CREAT);
+  fchmod(file.get(), S_IRUSR | S_IWUSR);  // one of an earlier version could be read by others
+}
+
 spdlog::sink_ptr makeSink(const std::string& file) {
   if (variableOr("VENTARO_LOG") == "stderr") {
     return std::make_shared<spdlog::sinks::stderr_sink_mt>();
   }
   try {
-    const auto folder = host::stateFolder() / "log";
-    makeOwnFolder(folder.parent_path());
-    makeOwnFolder(folder);
+    const auto folder = host::stateFolder();
+    makeOwnFolderIn(folder, "log");
     spdlog::file_event_handlers keepPrivate;
-    // Makes the file with its mode, and refuses what is no file of this user's.
-    keepPrivate.before_open = [](const std::string& path) { openFile(path, O_WRONLY | O_CREAT); };
+    keepPrivate.before_open = makePrivate;
     return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
-        (folder / file).string(), kFileSize, kOldFiles, false, keepPrivate);
+        (folder / "log" / file).string(), kFileSize, kOldFiles, false, keepPrivate);
   } catch (const std::exception&) {
     return std::make_shared<spdlog::sinks::null_sink_mt>();
   }

@@ -4,14 +4,12 @@
 #include <glib.h>
 #include <json/value.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <vector>
 
 #include "../host/json_text.h"
+#include "../store/files.h"
 #include "platform/host/config_store.h"
 #include "platform/host/errors.h"
 #include "platform/host/folders.h"
@@ -30,24 +28,11 @@ constexpr char kConnect[] = "1";
 // Held by the one process that runs the service; the kernel frees it with the process.
 class ServiceLock {
  public:
-  ServiceLock() {
-    const auto path = runtimeFolder() / "network-service.lock";
-    file_ = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (file_ < 0) {
-      throw StoreError(StoreCode::kUnavailable,
-                       "cannot open " + path.string() + ": " + std::strerror(errno));
-    }
-    held_ = flock(file_, LOCK_EX | LOCK_NB) == 0;
-  }
-  ~ServiceLock() { close(file_); }
-  ServiceLock(const ServiceLock&) = delete;
-  ServiceLock& operator=(const ServiceLock&) = delete;
-
   bool isHeld() const { return held_; }
 
  private:
-  int file_ = -1;
-  bool held_ = false;
+  File file_ = openFile(runtimeFolder() / "network-service.lock", O_RDWR | O_CREAT);
+  bool held_ = flock(file_.get(), LOCK_EX | LOCK_NB) == 0;
 };
 
 void logLine(const std::string& text) {

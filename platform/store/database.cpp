@@ -11,6 +11,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstring>
+#include <fstream>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -222,6 +223,13 @@ void reserveLockFile(const std::filesystem::path& path) {
   }
 }
 
+// Empty where there is no /proc.
+std::string idOfThisBoot() {
+  std::string id;
+  std::getline(std::ifstream("/proc/sys/kernel/random/boot_id"), id);
+  return id;
+}
+
 // A reader that may not write to the files cannot register, so a writer may overwrite the pages
 // that it reads, which would crash it.
 void refuseWhatOthersMayWrite(const std::filesystem::path& data) {
@@ -281,7 +289,7 @@ Database::Database(const std::filesystem::path& folder, Durability durability)
 
 // Its changes were never synced, so after a power cut the file may hold any mixture of them.
 void Database::dropWhatAnOlderBootLeft(const std::filesystem::path& folder) {
-  const std::string boot = contentOf("/proc/sys/kernel/random/boot_id");
+  const std::string boot = idOfThisBoot();
   const auto isOfThisBoot = [&] { return contentOf(folder / "boot_id") == boot; };
   if (boot.empty() || isOfThisBoot()) return;
   const WriteLock::Hold hold(*writeLock_);
@@ -374,8 +382,10 @@ ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
 bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
   if (values.empty()) return false;
   return change([&](MDB_txn* transaction) {
+    const std::size_t before = sizeOf(transaction, values_);
     const bool changed = write(transaction, {values_, journal_}, values, overwrite);
-    if (changed) requireRoom(transaction, {values_, journal_});
+    // A full store is emptied by shorter values, too.
+    if (sizeOf(transaction, values_) > before) requireRoom(transaction, {values_, journal_});
     return changed;
   });
 }

@@ -20,6 +20,7 @@ namespace {
 
 constexpr mode_t kFileMode = 0600;
 constexpr mode_t kFolderMode = 0700;
+constexpr mode_t kWritableByOthers = S_IWGRP | S_IWOTH;
 
 [[noreturn]] void fail(const std::filesystem::path& path, int error) {
   throw StoreError(codeOf(error), "cannot open " + path.string() + ": " + std::strerror(error));
@@ -29,10 +30,19 @@ constexpr mode_t kFolderMode = 0700;
   throw StoreError(StoreCode::kUnavailable, path.string() + " " + reason + "; move it away");
 }
 
+bool isOwn(const struct stat& info) {
+  return info.st_uid == geteuid() || info.st_uid == 0;
+}
+
 void requireOwnRegularFile(const File& file, const std::filesystem::path& path) {
   struct stat info {};
   if (fstat(file.get(), &info) != 0) fail(path, errno);
   if (!S_ISREG(info.st_mode)) refuse(path, "is not a file");
+  if (!isOwn(info)) refuse(path, "belongs to another user");
+  // What others may write is taken from them.
+  if ((info.st_mode & kWritableByOthers) != 0 && fchmod(file.get(), kFileMode) != 0) {
+    refuse(path, "may be written by other users");
+  }
 }
 
 [[noreturn]] void failToMake(int error) {
@@ -42,7 +52,7 @@ void requireOwnRegularFile(const File& file, const std::filesystem::path& path) 
 struct stat requireOwner(const std::filesystem::path& folder) {
   struct stat info {};
   if (stat(folder.c_str(), &info) != 0) failToMake(errno);
-  if (info.st_uid == geteuid() || info.st_uid == 0) return info;
+  if (isOwn(info)) return info;
   throw StoreError(StoreCode::kUnavailable, folder.string() + " belongs to another user (" +
                                                 std::to_string(info.st_uid) +
                                                 "); name another folder");
@@ -53,25 +63,36 @@ int openOnce(const std::filesystem::path& path, int flags) {
   return open(path.c_str(), flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kFileMode);
 }
 
+// With the folders above it that are missing, too.
+void makeMissing(const std::filesystem::path& folder) {
+  struct stat info {};
+  if (stat(folder.c_str(), &info) == 0) return;
+  const std::filesystem::path above = folder.parent_path();
+  if (above.empty() || stat(above.c_str(), &info) == 0) {
+    if (geteuid() == 0) requireOwner(above.empty() ? "." : above);
+  } else {
+    makeMissing(above);
+  }
+  if (mkdir(folder.c_str(), kFolderMode) != 0 && errno != EEXIST) failToMake(errno);
+}
+
 }  // namespace
 
 void makeOwnFolder(const std::filesystem::path& folder) {
-  std::error_code error;
-  if (!std::filesystem::exists(folder, error)) {
-    std::filesystem::path above = folder.lexically_normal();
-    while (above.has_relative_path() && !std::filesystem::exists(above, error)) {
-      above = above.parent_path();
-    }
-    if (geteuid() == 0) requireOwner(above.empty() ? "." : above);
-    std::filesystem::create_directories(folder.parent_path(), error);
-    if (mkdir(folder.c_str(), kFolderMode) != 0 && errno != EEXIST) failToMake(errno);
-  }
+  makeMissing(folder.lexically_normal());
   const struct stat info = requireOwner(folder);
   if (!S_ISDIR(info.st_mode)) failToMake(ENOTDIR);
-  if ((info.st_mode & (S_IWGRP | S_IWOTH)) == 0) return;
+  if ((info.st_mode & kWritableByOthers) == 0) return;
   throw StoreError(StoreCode::kUnavailable,
                    folder.string() + " may be written by other users; take that from them (chmod " +
                        "go-w), or name another folder");
+}
+
+void makeOwnFolderIn(const std::filesystem::path& folder, const char* name) {
+  makeOwnFolder(folder);
+  const auto below = folder / name;
+  if (std::filesystem::is_symlink(below)) refuse(below, "is a link");
+  makeOwnFolder(below);
 }
 
 File::~File() {

@@ -28,10 +28,15 @@ class File {
 
 // Makes the folder, with the mode 0700, when it is missing. It must belong to this user or to the
 // super-user, and no other user may write to it. The super-user must not use another user's,
-// because what he leaves in it would lock that user out.
+// because what he leaves in it would lock that user out. Folders above it that are missing are made
+// the same.
 void makeOwnFolder(const std::filesystem::path& folder);
 
-// Opens the file with open()'s flags, never through a link. With O_CREAT, it gets the mode 0600.
+// The same for a folder in that folder, which must not be a link.
+void makeOwnFolderIn(const std::filesystem::path& folder, const char* name);
+
+// Opens the file with open()'s flags, never through a link. With O_CREAT, it gets the mode 0600; so
+// does a file that others may write to.
 File openFile(const std::filesystem::path& path, int flags);
 
 // As openFile(), but returns no file when there is none at the path.

@@ -1,5 +1,6 @@
 """The shell at a terminal: a line is edited, completed and remembered."""
 
+import os
 import stat
 
 import pytest
@@ -94,6 +95,15 @@ def test_the_history_is_there_the_next_time_and_nobody_else_can_read_it(tv, shel
     assert shell.leaves() == 0
     assert stat.S_IMODE((tv.folder / "state/shell-history").stat().st_mode) == 0o600
     assert runs(at_prompt(tv), UP) == "Wi-Fi   On\n"
+
+
+@pytest.mark.parametrize("make", [os.mkfifo, lambda path: path.symlink_to("elsewhere")])
+def test_a_history_that_is_a_pipe_or_a_link_is_not_used(tv, make):
+    (tv.folder / "state").mkdir(mode=0o700)
+    make(tv.folder / "state/shell-history")
+    shell = at_prompt(tv)
+    assert "shell-history: it is not a file" in runs(shell, f"get {WIFI} --brief")
+    assert not (tv.folder / "state/elsewhere").exists()
 
 
 def test_a_history_that_cannot_be_kept_is_told_once(tv):

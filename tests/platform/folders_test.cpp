@@ -91,6 +91,8 @@ TEST_F(Folders, AreForTheUserAloneWhateverTheUmask) {
     const auto modeOf = [](const std::filesystem::path& path) {
       return static_cast<unsigned>(std::filesystem::status(path).permissions());
     };
+    EXPECT_EQ(modeOf(folder() / "home"), 0700U);
+    EXPECT_EQ(modeOf(state.parent_path()), 0700U);
     EXPECT_EQ(modeOf(state), 0700U);
     EXPECT_EQ(modeOf(state / "log"), 0700U);
     EXPECT_EQ(modeOf(folder() / "xdg-runtime/ventaro"), 0700U);
@@ -99,6 +101,23 @@ TEST_F(Folders, AreForTheUserAloneWhateverTheUmask) {
       EXPECT_EQ(modeOf(state / file), 0600U) << file;
     }
   });
+}
+
+TEST_F(Folders, TakeFromOthersWhatTheyMayWrite) {
+  inOwnProcess([] { store().set("db/key", 1); });
+  const auto data = folder() / "home/.local/state/ventaro/data.mdb";
+  std::filesystem::permissions(data, std::filesystem::perms(0666));
+  EXPECT_EQ(store().get("db/key"), StoreValue(1));
+  EXPECT_EQ(std::filesystem::status(data).permissions(), std::filesystem::perms(0600));
+}
+
+TEST_F(Folders, WithAFileOfAnotherUserAreRefusedByName) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs the super-user, to make another user's file";
+  inOwnProcess([] { store().set("db/key", 1); });
+  const auto data = folder() / "home/.local/state/ventaro/data.mdb";
+  ASSERT_EQ(chown(data.c_str(), 65534, 65534), 0);
+  const std::string error = errorRaisedBy([] { store().get("db/key"); });
+  EXPECT_TRUE(error.ends_with(data.string() + " belongs to another user; move it away")) << error;
 }
 
 TEST_F(Folders, ThatOthersMayWriteAreRefusedByName) {

@@ -102,6 +102,16 @@ TEST_P(AFullStoreOfValues, GivesThemUpOneByOneUntilThereIsRoom) {
   FAIL() << "there is no room though all is gone";
 }
 
+TEST_P(AFullStoreOfValues, TakesAShorterOneInThePlaceOfEach) {
+  fillUp(GetParam());
+  ASSERT_EQ(setOneMore(GetParam()), StoreCode::kNoSpace);
+  for (const auto& entry : store().list("memory/full/")) {
+    ASSERT_EQ(errorRaisedBy([&] { store().set(entry.first, "short"); }), "") << entry.first;
+    if (setOneMore(GetParam()) == StoreCode::kOk) return;
+  }
+  FAIL() << "there is no room though all is short";
+}
+
 TEST_P(AFullStoreOfValues, CanBeReset) {
   fillUp(GetParam());
   store().reset();

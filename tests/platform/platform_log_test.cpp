@@ -1,5 +1,6 @@
 // The platform log: a file of lines.
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -183,6 +184,38 @@ TEST_F(PlatformLog, InAFolderOfAnotherUserCostsNothing) {
     log("lost");
   });
   EXPECT_FALSE(std::filesystem::exists(logFile()));
+}
+
+TEST_F(PlatformLog, ThatIsALinkAPipeOrAFolderIsNotWritten) {
+  std::filesystem::create_directories(stateFolder() / "log");
+  const std::string target = write("target", "left as it is");
+  const auto logOnce = [&] {
+    inOwnProcess([] { log("lost"); });
+    std::filesystem::remove(logFile());
+  };
+  std::filesystem::create_symlink(target, logFile());
+  logOnce();
+  ASSERT_EQ(mkfifo(logFile().c_str(), 0600), 0);
+  logOnce();
+  std::filesystem::create_directory(logFile());
+  logOnce();
+  EXPECT_EQ(readFile(target), "left as it is");
+}
+
+TEST_F(PlatformLog, InAFolderThatIsALinkIsNotWritten) {
+  std::filesystem::create_directories(stateFolder());
+  std::filesystem::create_directory(folder() / "elsewhere");
+  std::filesystem::create_directory_symlink(folder() / "elsewhere", stateFolder() / "log");
+  log("lost");
+  EXPECT_TRUE(std::filesystem::is_empty(folder() / "elsewhere"));
+}
+
+TEST_F(PlatformLog, ThatOthersCouldReadIsTheUsersAloneFromThenOn) {
+  write("state/log/platform.log", "of an earlier version\n");
+  std::filesystem::permissions(logFile(), std::filesystem::perms(0644));
+  log("text");
+  EXPECT_EQ(std::filesystem::status(logFile()).permissions(), std::filesystem::perms(0600));
+  EXPECT_EQ(linesOf(logFile()).size(), 2U);
 }
 
 TEST_F(PlatformLog, OnAFullDiskCostsNothing) {
