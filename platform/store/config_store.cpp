@@ -58,7 +58,6 @@ struct ConfigStore::Impl {
     std::unique_ptr<Database> database = nullptr;
     std::unique_ptr<Notifier> notifier = nullptr;
     std::atomic<bool> isOpen = false;
-    std::optional<StoreError> unwritten = std::nullopt;  // why the factory settings are missing
   };
   std::mutex mutex;  // guards the opening
   Area persistent;
@@ -71,33 +70,16 @@ struct ConfigStore::Impl {
         transient{kVolatile, Durability::kInMemory, origin.runtimeFolder},
         readFactorySettings(origin.factorySettings) {}
 
-  static StoreError inFolder(const Area& area, const StoreError& error) {
-    return {error.code(), "the store in " + area.folder().string() + ": " + error.what()};
-  }
-
   // Requires the mutex.
-  Values factorySettingsOf(const Area& area) {
+  Values factorySettingsOf(const Area& area) try {
     if (!factorySettings) factorySettings = readFactorySettings();
     Values values;
     for (const auto& [key, value] : *factorySettings) {
       if (key.starts_with(area.prefix)) values.emplace(key, value);
     }
     return values;
-  }
-
-  void seed(Area& area, Database& database) {
-    Values missing = factorySettingsOf(area);
-    const std::size_t all = missing.size();
-    std::erase_if(missing, [&](const Values::value_type& setting) {
-      return database.read(setting.first, [](const StoreView&) {});
-    });
-    try {
-      database.put(missing, Overwrite::kNo);
-    } catch (const StoreError& error) {
-      // A read-only or full store can still be read.
-      if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
-      if (missing.size() == all) area.unwritten = inFolder(area, error);
-    }
+  } catch (const StoreError& error) {
+    throw inFolder(area.folder(), error);
   }
 
   // A process must not open one database twice.
@@ -118,27 +100,15 @@ struct ConfigStore::Impl {
     if (area.isOpen) return;
     const auto folder = area.folder();
     requireOtherFolder(folder, &area == &persistent ? transient : persistent);
-    try {
-      auto database = std::make_unique<Database>(folder, area.durability);
-      seed(area, *database);
-      area.notifier = std::make_unique<Notifier>(*database);
-      area.database = std::move(database);
-      area.isOpen = true;
-    } catch (const StoreError& error) {
-      throw inFolder(area, error);
-    }
+    area.database = std::make_unique<Database>(folder, area.durability, factorySettingsOf(area));
+    area.notifier = std::make_unique<Notifier>(*area.database);
+    area.isOpen = true;
   }
 
   Area& areaOf(std::string_view key) {
     Area& area = key.starts_with(kPersistent) ? persistent : transient;
     open(area);
     return area;
-  }
-
-  void reset(Area& area) {
-    open(area);
-    const std::lock_guard lock(mutex);
-    area.database->replaceAll(factorySettingsOf(area));
   }
 
   bool put(const Values& values, Overwrite overwrite) {
@@ -171,7 +141,7 @@ void ConfigStore::check(const std::string& key, const StoreValue& value) {
 void ConfigStore::open() {
   for (Impl::Area* const area : {&impl_->persistent, &impl_->transient}) {
     impl_->open(*area);
-    if (area->unwritten) throw StoreError(*area->unwritten);
+    if (const auto error = area->database->unwritten()) throw StoreError(*error);
   }
 }
 
@@ -209,8 +179,10 @@ bool ConfigStore::unset(const std::string& key) {
 }
 
 void ConfigStore::reset() {
-  impl_->reset(impl_->persistent);
-  impl_->reset(impl_->transient);
+  for (Impl::Area* const area : {&impl_->persistent, &impl_->transient}) {
+    impl_->open(*area);
+    area->database->reset();
+  }
 }
 
 std::map<std::string, StoreValue> ConfigStore::list(const std::string& prefix) const {

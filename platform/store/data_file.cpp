@@ -92,9 +92,9 @@ bool hasHeader(const std::filesystem::path& path) {
   return isHeaderAlone ? !isFirstZero && !isSecondZero : !isFirstZero || !isSecondZero;
 }
 
-void dropContents(const std::filesystem::path& path) {
-  const File file = openFileIfAny(path, O_WRONLY);
-  if (file && ftruncate(file.get(), 0) != 0) check(errno, "cannot open");
+void makeEmpty(const std::filesystem::path& path) {
+  const File file = openFile(path, O_WRONLY | O_CREAT);
+  if (ftruncate(file.get(), 0) != 0) check(errno, "cannot open");
 }
 
 bool lacksOnlyFreePages(int file, std::uint64_t is, std::uint64_t wanted) try {

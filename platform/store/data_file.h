@@ -12,8 +12,8 @@ namespace platform {
 // leaves a part of LMDB's header, or zeros in its place.
 bool hasHeader(const std::filesystem::path& path);
 
-// Empties the file, if there is one.
-void dropContents(const std::filesystem::path& path);
+// Empties the file, and makes it when missing.
+void makeEmpty(const std::filesystem::path& path);
 
 // Whether the pages between the sizes `is` and `wanted` (bytes) hold nothing. They are then missing
 // because a process was killed, or the disk was full, between a commit and the filling up of the

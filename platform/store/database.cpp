@@ -1,23 +1,11 @@
 #include "database.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/statvfs.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
-#include <chrono>
-#include <cstring>
-#include <fstream>
-#include <optional>
 #include <string_view>
-#include <system_error>
+#include <utility>
 
-#include "data_file.h"
-#include "files.h"
 #include "platform/host/config_store.h"
 #include "transactions.h"
 
@@ -31,17 +19,13 @@ using host::StoreView;
 
 namespace {
 
-constexpr std::size_t kMapSize = std::size_t{72} << 20;  // bytes; the file grows as it is used
-// The limit for sets. The rest is kept free for removals, which need new pages too.
+using Action = Database::Action;
+using Values = Database::Values;
+
+// The limit for sets. The rest of the map is kept free for removals, which need new pages too.
 constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // bytes
-constexpr unsigned kMaxReaders = 512;
-constexpr unsigned kTables = 2;
-constexpr mdb_mode_t kFileMode = 0600;
-constexpr char kDataFile[] = "data.mdb";
-constexpr char kLockFile[] = "lock.mdb";
-constexpr std::chrono::seconds kPatience{5};    // with another process that changes the store
-constexpr std::uint64_t kJournalLength = 4096;  // the least number of changes kept
-constexpr std::uint64_t kPruningStep = 256;     // changes between two prunings
+constexpr std::uint64_t kJournalLength = 4096;              // the least number of changes kept
+constexpr std::uint64_t kPruningStep = 256;                 // changes between two prunings
 
 MDB_val asVal(std::string_view bytes) {
   return {bytes.size(), const_cast<char*>(bytes.data())};
@@ -122,36 +106,20 @@ void appendChange(MDB_txn* transaction, MDB_dbi journal, std::string_view change
   if (number % kPruningStep == 0) pruneJournal(transaction, journal, number);
 }
 
-struct FileSize {
-  int file = -1;
-  std::uint64_t is = 0;      // bytes
-  std::uint64_t wanted = 0;  // bytes, for all pages that are in use
-};
-
-FileSize fileSize(MDB_env* environment) {
-  MDB_envinfo info{};
+std::size_t sizeOf(MDB_txn* transaction, MDB_dbi table) {
   MDB_stat pages{};
-  FileSize size;
-  check(mdb_env_info(environment, &info), "cannot open");
-  check(mdb_env_stat(environment, &pages), "cannot open");
-  check(mdb_env_get_fd(environment, &size.file), "cannot open");
-  size.wanted = (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
-  // Read after the number of pages, because other processes may grow the file in between.
-  struct stat status {};
-  if (fstat(size.file, &status) != 0) check(errno, "cannot open");
-  size.is = static_cast<std::uint64_t>(status.st_size);
-  return size;
+  check(mdb_stat(transaction, table, &pages), "cannot write");
+  return pages.ms_psize * (pages.ms_branch_pages + pages.ms_leaf_pages + pages.ms_overflow_pages);
 }
 
-struct Tables {
-  MDB_dbi values;
-  MDB_dbi journal;
-};
-
-using Values = std::map<std::string, StoreValue>;
+void requireRoom(MDB_txn* transaction, Tables tables) {
+  const std::size_t size = sizeOf(transaction, tables.values) + sizeOf(transaction, tables.journal);
+  if (size > kMaxContent) check(MDB_MAP_FULL, "cannot write");
+}
 
 // Whether any of the values was written.
 bool write(MDB_txn* transaction, Tables tables, const Values& values, Overwrite overwrite) {
+  const std::size_t before = sizeOf(transaction, tables.values);
   bool changed = false;
   for (const auto& [name, value] : values) {
     const std::string bytes = encode(value);
@@ -164,6 +132,8 @@ bool write(MDB_txn* transaction, Tables tables, const Values& values, Overwrite 
     appendChange(transaction, tables.journal, name);
     changed = true;
   }
+  // A full store is emptied by shorter values, too.
+  if (sizeOf(transaction, tables.values) > before) requireRoom(transaction, tables);
   return changed;
 }
 
@@ -190,70 +160,6 @@ void eraseAll(MDB_txn* transaction, Tables tables) {
   check(mdb_drop(transaction, tables.values, 0), "cannot write");
 }
 
-std::size_t sizeOf(MDB_txn* transaction, MDB_dbi table) {
-  MDB_stat pages{};
-  check(mdb_stat(transaction, table, &pages), "cannot write");
-  return pages.ms_psize * (pages.ms_branch_pages + pages.ms_leaf_pages + pages.ms_overflow_pages);
-}
-
-void requireRoom(MDB_txn* transaction, Tables tables) {
-  const std::size_t size = sizeOf(transaction, tables.values) + sizeOf(transaction, tables.journal);
-  if (size > kMaxContent) check(MDB_MAP_FULL, "cannot write");
-}
-
-// Carries out the action in a transaction, which is rolled back when the action changes nothing.
-bool commit(MDB_env* environment, WriteLock& lock, const std::function<bool(MDB_txn*)>& action) {
-  const WriteLock::Hold hold(lock);
-  Transaction transaction(environment, Access::kWrite);
-  if (!action(transaction.get())) return false;
-  transaction.commit();
-  return true;
-}
-
-// LMDB maps its lock file into memory as a sparse file: filling its holes on a full disk would kill
-// the process.
-void reserveLockFile(const std::filesystem::path& path) {
-  constexpr off_t kSize = off_t{64} * (kMaxReaders + 4);  // bytes; a cache line for each reader
-  const File file = openFile(path, O_RDWR | O_CREAT);
-  struct stat info {};
-  const bool isThere = fstat(file.get(), &info) == 0 && info.st_size >= kSize;
-  const int error = isThere ? 0 : posix_fallocate(file.get(), 0, kSize);
-  if (error != 0) {
-    throw StoreError(codeOf(error), "cannot make " + path.string() + ": " + std::strerror(error));
-  }
-}
-
-// Empty where there is no /proc.
-std::string idOfThisBoot() {
-  std::string id;
-  std::getline(std::ifstream("/proc/sys/kernel/random/boot_id"), id);
-  return id;
-}
-
-// A reader that may not write to the files cannot register, so a writer may overwrite the pages
-// that it reads, which would crash it.
-void refuseWhatOthersMayWrite(const std::filesystem::path& data) {
-  constexpr mode_t kWritable = S_IWUSR | S_IWGRP | S_IWOTH;
-  struct stat status {};
-  struct statvfs disk {};
-  if (stat(data.c_str(), &status) != 0 || (status.st_mode & kWritable) == 0) return;
-  if (statvfs(data.c_str(), &disk) == 0 && (disk.f_flag & ST_RDONLY) != 0) return;
-  throw StoreError(StoreCode::kReadOnly,
-                   data.string() +
-                       " may be written by others and not by this user, who can therefore not read "
-                       "it either; VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR name other folders");
-}
-
-// LMDB maps the whole file; touching a page beyond the end of a truncated one would kill the
-// process.
-void requireWholeFile(MDB_env* environment) {
-  const FileSize size = fileSize(environment);
-  if (size.is >= size.wanted || lacksOnlyFreePages(size.file, size.is, size.wanted)) return;
-  throw StoreError(StoreCode::kUnavailable, "data.mdb is cut short: " + std::to_string(size.is) +
-                                                " of " + std::to_string(size.wanted) + " bytes" +
-                                                kAdviceOnDamage);
-}
-
 // What to add to the message about a full store: processes that read an old state are why it cannot
 // use the pages that were given up since.
 std::string whoKeepsPages(MDB_env* environment) {
@@ -265,109 +171,132 @@ std::string whoKeepsPages(MDB_env* environment) {
   return text;
 }
 
-}  // namespace
-
-Database::Database(const std::filesystem::path& folder, Durability durability)
-    : durability_(durability), noticeFile_(folder / "changed") {
-  makeOwnFolder(folder);
-  const unsigned flags = MDB_NOTLS | (durability == Durability::kInMemory ? MDB_NOSYNC : 0U);
-  try {
-    openEnvironment(folder, flags);
-  } catch (const StoreError& error) {
-    if (error.code() != StoreCode::kReadOnly) throw;
-    // Opened without a lock file: a process that may not write to the folder cannot lock in it.
-    readOnly_ = true;
-    refuseWhatOthersMayWrite(folder / kDataFile);
-    if (!hasHeader(folder / kDataFile)) {
-      empty_ = true;
-      return;
-    }
-    openEnvironment(folder, flags | MDB_RDONLY | MDB_NOLOCK);
-  }
-  openTables();
-}
-
-// Its changes were never synced, so after a power cut the file may hold any mixture of them.
-void Database::dropWhatAnOlderBootLeft(const std::filesystem::path& folder) {
-  const std::string boot = idOfThisBoot();
-  const auto isOfThisBoot = [&] { return contentOf(folder / "boot_id") == boot; };
-  if (boot.empty() || isOfThisBoot()) return;
-  const WriteLock::Hold hold(*writeLock_);
-  if (isOfThisBoot()) return;  // another process dropped it while this one waited
-  for (const char* const name : {kDataFile, kLockFile}) {
-    if (unlink((folder / name).c_str()) != 0 && errno != ENOENT) check(errno, "cannot empty");
-  }
-  const File file = openFile(folder / "boot_id", O_WRONLY | O_CREAT | O_TRUNC);
-  if (::write(file.get(), boot.data(), boot.size()) < 0) check(errno, "cannot write boot_id");
-}
-
-void Database::openEnvironment(const std::filesystem::path& folder, unsigned flags) {
-  MDB_env* environment = nullptr;
-  check(mdb_env_create(&environment), "cannot open");
-  environment_.reset(environment);
-  check(mdb_env_set_mapsize(environment, kMapSize), "cannot open");
-  check(mdb_env_set_maxdbs(environment, kTables), "cannot open");
-  check(mdb_env_set_maxreaders(environment, kMaxReaders), "cannot open");
-  const bool locks = (flags & MDB_NOLOCK) == 0;
-  std::optional<WriteLock::Hold> making;
-  if (locks) {
-    writeLock_ = std::make_unique<WriteLock>(folder / "writer", kPatience);
-    if (durability_ == Durability::kInMemory) dropWhatAnOlderBootLeft(folder);
-    reserveLockFile(folder / kLockFile);
-    if (!hasHeader(folder / kDataFile)) {
-      making.emplace(*writeLock_);
-      // Unless another process made the store while this one waited.
-      if (!hasHeader(folder / kDataFile)) dropContents(folder / kDataFile);
-    }
-  }
-  check(mdb_env_open(environment, folder.c_str(), flags, kFileMode), "cannot open");
-  requireWholeFile(environment);
-  if (!locks) return;
-  fillUpFile();
-  dropDeadReaders(environment);
-}
-
-// Reads first: a process that only reads must not wait for one that writes.
-void Database::openTables() {
-  if (openTables(Access::kRead)) return;
-  if (readOnly_) {
-    empty_ = true;
-    return;
-  }
-  const WriteLock::Hold hold(*writeLock_);
-  openTables(Access::kWrite);
-}
-
-bool Database::openTables(Access access) {
-  Transaction transaction(environment_.get(), access);
-  const unsigned flags = access == Access::kWrite ? MDB_CREATE : 0;
-  for (const auto& [table, name] : {std::pair{&values_, "values"}, {&journal_, "journal"}}) {
-    const int error = mdb_dbi_open(transaction.get(), name, flags, table);
-    if (error == MDB_NOTFOUND) return false;
-    check(error, "cannot open");
-  }
-  transaction.commit();
-  return true;
-}
-
-bool Database::read(std::string_view key, const std::function<void(const StoreView&)>& take) const {
-  if (empty_) return false;
-  const Reading reading(environment_.get(), readers_);
+bool read(Environment& environment, std::string_view key,
+          const std::function<void(const StoreView&)>& take) {
+  if (environment.isEmpty()) return false;
+  const Reading reading(environment.get(), environment.readers());
   MDB_val name = asVal(key);
   MDB_val data{};
-  const int error = mdb_get(reading.get(), values_, &name, &data);
+  const int error = mdb_get(reading.get(), environment.tables().values, &name, &data);
   if (error == MDB_NOTFOUND) return false;
   check(error, "cannot read");
   take(decode(asView(data)));
   return true;
 }
 
+// Carries out the action in a transaction, which is rolled back when the action changes nothing.
+bool commit(Environment& environment, const Action& action) {
+  const WriteLock::Hold hold(environment.writeLock());
+  // That may have taken long enough for somebody to touch the files.
+  if (const std::string what = environment.whatHappened(); !what.empty()) {
+    throw StoreError(StoreCode::kUnavailable, what);
+  }
+  Transaction transaction(environment.get(), Access::kWrite);
+  if (!action(transaction.get(), environment.tables())) return false;
+  transaction.commit();
+  return true;
+}
+
+// Carries out the action in one transaction. Returns the action's result: whether it changed
+// anything.
+bool change(Environment& environment, const std::filesystem::path& folder, const Action& action) {
+  if (environment.isReadOnly()) {
+    throw StoreError(StoreCode::kReadOnly, "the folder cannot be written: " + folder.string());
+  }
+  bool changed = false;
+  try {
+    changed = commit(environment, action);
+  } catch (const StoreError& error) {
+    if (error.code() != StoreCode::kNoSpace) throw;
+    if (!dropDeadReaders(environment.get())) {
+      throw StoreError(error.code(), error.what() + whoKeepsPages(environment.get()));
+    }
+    changed = commit(environment, action);
+  }
+  if (changed) environment.fillUpFile();
+  return changed;
+}
+
+}  // namespace
+
+StoreError inFolder(const std::filesystem::path& folder, const StoreError& error) {
+  return {error.code(), "the store in " + folder.string() + ": " + error.what()};
+}
+
+Database::Database(const std::filesystem::path& folder, Durability durability, Values settings)
+    : folder_(std::filesystem::absolute(folder)),
+      durability_(durability),
+      settings_(std::move(settings)),
+      noticeFile_(folder_ / "changed") {
+  const std::unique_lock lock(use_);
+  open();
+}
+
+// Requires the lock, alone.
+void Database::open() const try {
+  auto environment = std::make_unique<Environment>(folder_, durability_);
+  if (!environment->isReadOnly()) noticeFile_.make();
+  seed(*environment);
+  environment_ = std::move(environment);
+  ++openings_;
+} catch (const StoreError& error) {
+  throw inFolder(folder_, error);
+}
+
+// Adds the settings that are missing.
+void Database::seed(Environment& environment) const {
+  Values missing = settings_;
+  std::erase_if(missing, [&](const auto& setting) {
+    return platform::read(environment, setting.first, [](const StoreView&) {});
+  });
+  unwritten_.reset();
+  if (missing.empty()) return;
+  try {
+    platform::change(environment, folder_, [&](MDB_txn* transaction, Tables tables) {
+      return write(transaction, tables, missing, Overwrite::kNo);
+    });
+  } catch (const StoreError& error) {
+    // A read-only or full store can still be read.
+    if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
+    if (missing.size() == settings_.size()) unwritten_ = inFolder(folder_, error);
+  }
+}
+
+Database::Use Database::use() const {
+  while (true) {
+    std::shared_lock lock(use_);
+    if (environment_ != nullptr && environment_->whatHappened().empty()) {
+      return {std::move(lock), *environment_};
+    }
+    lock.unlock();
+    renew();
+  }
+}
+
+// Others may have renewed it meanwhile.
+void Database::renew() const {
+  const std::unique_lock lock(use_);
+  if (environment_ == nullptr) {
+    open();
+    noticeFile_.write();  // the subscribers do not know the new files yet
+    return;
+  }
+  const std::string what = environment_->whatHappened();
+  if (what.empty()) return;
+  environment_.reset();
+  throw inFolder(folder_, StoreError(StoreCode::kUnavailable, what));
+}
+
+bool Database::read(std::string_view key, const std::function<void(const StoreView&)>& take) const {
+  return platform::read(use().environment, key, take);
+}
 ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   ConfigStore::Snapshot found;
-  if (empty_) return found;
-  const Reading reading(environment_.get(), readers_);
-  found.version = mdb_txn_id(reading.get());
-  Cursor cursor(reading.get(), values_);
+  const Use use = this->use();
+  if (use.environment.isEmpty()) return found;
+  const Reading reading(use.environment.get(), use.environment.readers());
+  found.version = versionOf(mdb_txn_id(reading.get()));
+  Cursor cursor(reading.get(), use.environment.tables().values);
   MDB_val key = asVal(prefix);
   MDB_val data{};
   // LMDB has no empty keys and refuses to search for one.
@@ -379,94 +308,78 @@ ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   return found;
 }
 
-bool Database::put(const std::map<std::string, StoreValue>& values, Overwrite overwrite) {
-  if (values.empty()) return false;
-  return change([&](MDB_txn* transaction) {
-    const std::size_t before = sizeOf(transaction, values_);
-    const bool changed = write(transaction, {values_, journal_}, values, overwrite);
-    // A full store is emptied by shorter values, too.
-    if (sizeOf(transaction, values_) > before) requireRoom(transaction, {values_, journal_});
-    return changed;
+bool Database::put(const Values& values, Overwrite overwrite) {
+  return change([&](MDB_txn* transaction, Tables tables) {
+    return write(transaction, tables, values, overwrite);
   });
 }
 
 bool Database::erase(const std::string& key) {
-  return change([&](MDB_txn* transaction) {
-    return platform::erase(transaction, {values_, journal_}, key);
+  return change([&](MDB_txn* transaction, Tables tables) {
+    return platform::erase(transaction, tables, key);
   });
 }
 
-void Database::replaceAll(const std::map<std::string, StoreValue>& values) {
-  change([&](MDB_txn* transaction) {
-    eraseAll(transaction, {values_, journal_});
-    write(transaction, {values_, journal_}, values, Overwrite::kYes);
+void Database::reset() {
+  change([&](MDB_txn* transaction, Tables tables) {
+    eraseAll(transaction, tables);
+    write(transaction, tables, settings_, Overwrite::kYes);
     return true;
   });
 }
 
-bool Database::change(const std::function<bool(MDB_txn*)>& action) {
-  if (readOnly_) {
-    throw StoreError(StoreCode::kReadOnly,
-                     "the folder cannot be written: " + noticeFile_.path().parent_path().string());
-  }
-  bool changed = false;
-  try {
-    changed = commit(environment_.get(), *writeLock_, action);
-  } catch (const StoreError& error) {
-    if (error.code() != StoreCode::kNoSpace) throw;
-    if (!dropDeadReaders(environment_.get())) {
-      throw StoreError(error.code(), error.what() + whoKeepsPages(environment_.get()));
-    }
-    changed = commit(environment_.get(), *writeLock_, action);
-  }
-  if (!changed) return false;
-  fillUpFile();
+bool Database::change(const Action& action) {
+  const Use use = this->use();
+  if (!platform::change(use.environment, folder_, action)) return false;
   noticeFile_.write();
   return true;
 }
 
-// A page allocated and freed in one transaction is counted but not written. If it is the last one,
-// the file ends before it. The file is extended, so that only a truncated file is too short.
-void Database::fillUpFile() try {
-  MDB_envinfo info{};
-  check(mdb_env_info(environment_.get(), &info), "cannot look at the file");
-  if (info.me_last_pgno <= filledUpTo_) return;  // the file has not shrunk since
-  const FileSize size = fileSize(environment_.get());
-  // On a full disk, the file stays as short as it is.
-  if (size.is < size.wanted && posix_fallocate(size.file, static_cast<off_t>(size.is),
-                                               static_cast<off_t>(size.wanted - size.is)) != 0) {
-    return;
-  }
-  filledUpTo_ = info.me_last_pgno;
-} catch (const StoreError&) {
-  // The values are already stored, so the set has not failed.
+std::optional<StoreError> Database::unwritten() const {
+  const std::shared_lock lock(use_);
+  return unwritten_;
 }
 
+// The number of the opening tells apart commits of different files.
+std::uint64_t Database::versionOf(std::size_t commit) const {
+  return (openings_ << 48U) + commit;
+}
+
+// Does not look whether the files were touched, to be cheap: reads do.
 std::uint64_t Database::version() const {
-  if (empty_) return 0;
+  std::shared_lock lock(use_);
+  if (environment_ == nullptr) lock = use().lock;
+  if (environment_->isEmpty()) return 0;
   MDB_envinfo info{};
-  check(mdb_env_info(environment_.get(), &info), "cannot read");
-  return info.me_last_txnid;
+  check(mdb_env_info(environment_->get(), &info), "cannot read");
+  return versionOf(info.me_last_txnid);
 }
 
-std::uint64_t Database::lastChange() const {
-  if (empty_) return 0;
-  return lastNumber(Reading(environment_.get(), readers_).get(), journal_);
+Database::Position Database::lastChange() const {
+  const Use use = this->use();
+  if (use.environment.isEmpty()) return {openings_, 0};
+  const Reading reading(use.environment.get(), use.environment.readers());
+  return {openings_, lastNumber(reading.get(), use.environment.tables().journal)};
 }
 
-Database::Changes Database::changesAfter(std::uint64_t number) const {
+Database::Changes Database::changesAfter(const Position& position) const {
   Changes result;
-  if (empty_) return result;
-  const Reading reading(environment_.get(), readers_);
-  Cursor cursor(reading.get(), journal_);
-  const JournalKey start = encodeNumber(number + 1);
+  const Use use = this->use();
+  result.last = {openings_, 0};
+  if (use.environment.isEmpty()) return result;
+  const Reading reading(use.environment.get(), use.environment.readers());
+  const MDB_dbi journal = use.environment.tables().journal;
+  result.last.number = lastNumber(reading.get(), journal);
+  Cursor cursor(reading.get(), journal);
+  const std::uint64_t first = position.opening == openings_ ? position.number + 1 : 0;
+  const JournalKey start = encodeNumber(first);
   MDB_val key = asVal({start.data(), start.size()});
   MDB_val data{};
   for (bool more = cursor.move(key, data, MDB_SET_RANGE); more;
        more = cursor.move(key, data, MDB_NEXT)) {
-    result.changes.push_back({decodeNumber(key), std::string(asView(data))});
+    result.changes.push_back({{openings_, decodeNumber(key)}, std::string(asView(data))});
   }
-  result.complete = result.changes.empty() || result.changes.front().number == number + 1;
+  result.complete = result.changes.empty() || result.changes.front().at.number == first;
   return result;
 }
 

@@ -3,102 +3,118 @@
 #ifndef PLATFORM_STORE_DATABASE_H
 #define PLATFORM_STORE_DATABASE_H
 
-#include <lmdb.h>
-
-#include <atomic>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
+#include <shared_mutex>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "environment.h"
 #include "notice_file.h"
 #include "platform/host/config_store.h"
-#include "transactions.h"
-#include "write_lock.h"
 
 namespace platform {
 
-enum class Durability {
-  kSynced,    // a commit has reached the disk when it returns
-  kInMemory,  // commits survive the process, not the machine
-};
-
 enum class Overwrite { kYes, kNo };
 
+// The error with the store's folder before its message.
+host::StoreError inFolder(const std::filesystem::path& folder, const host::StoreError& error);
+
+// When somebody moves, replaces or cuts short a file that is in use, the next function to notice it
+// raises StoreError, and the one after that opens the files that are there then.
 class Database {
  public:
-  // Opens the folder and creates it when missing; a read-only folder is opened for reading. Raises
-  // StoreError.
-  Database(const std::filesystem::path& folder, Durability durability);
+  using Values = std::map<std::string, host::StoreValue>;
 
-  // All functions may be called from any thread and raise StoreError.
+  // Opens the folder and creates it when missing; a read-only folder is opened for reading. Adds
+  // the settings whose keys it lacks. Raises StoreError.
+  Database(const std::filesystem::path& folder, Durability durability, Values settings);
+
+  // All functions may be called from any thread and raise StoreError. `take` must not use the
+  // database.
   bool read(std::string_view key, const std::function<void(const host::StoreView&)>& take) const;
   host::ConfigStore::Snapshot snapshot(const std::string& prefix) const;
 
   // Writes the values in one transaction, each with its journal entry, and wakes the subscribers.
   // Returns whether it wrote any.
-  bool put(const std::map<std::string, host::StoreValue>& values, Overwrite overwrite);
+  bool put(const Values& values, Overwrite overwrite);
 
   // Removes the key, with a journal entry like that of a put. Returns whether it existed.
   bool erase(const std::string& key);
 
-  // Replaces all values with these, in one transaction.
-  void replaceAll(const std::map<std::string, host::StoreValue>& values);
+  // Replaces all values with the settings, in one transaction.
+  void reset();
+
+  // Why not even one of the settings could be added when the store was opened; nothing when they
+  // are there.
+  std::optional<host::StoreError> unwritten() const;
 
   // The number of the last commit, which a snapshot may not include yet; 0 when there was none.
   std::uint64_t version() const;
 
-  // The number of the last change; 0 when there was none.
-  std::uint64_t lastChange() const;
+  // A place in the journal. Each opening of the files has a new one.
+  struct Position {
+    std::uint64_t opening = 0;
+    std::uint64_t number = 0;  // of a change; 0 before the first
+
+    auto operator<=>(const Position&) const = default;
+  };
+
+  // That of the last change.
+  Position lastChange() const;
 
   struct Change {
-    std::uint64_t number;
+    Position at;
     std::string key;
   };
 
-  // The changes after that number, in order. The journal is finite: for a reader that is too far
-  // behind, `complete` is false, and only the remaining changes are returned.
+  // The changes after a position, in order. The journal is finite: for a reader that is too far
+  // behind, or whose position is that of an earlier opening, `complete` is false when changes may
+  // be missing.
   struct Changes {
     std::vector<Change> changes;
+    Position last;  // of the journal
     bool complete = true;
   };
-  Changes changesAfter(std::uint64_t number) const;
+  Changes changesAfter(const Position& position) const;
 
   // Written after every put(), by any process: what a subscriber watches.
   const std::filesystem::path& noticeFile() const { return noticeFile_.path(); }
+
+  // Creates it when missing.
   void makeNoticeFile() const { noticeFile_.make(); }
 
+  using Action = std::function<bool(MDB_txn*, Tables)>;
+
  private:
-  struct CloseEnvironment {
-    void operator()(MDB_env* environment) const { mdb_env_close(environment); }
+  // What is held while the environment is used, so that it is not closed meanwhile.
+  struct Use {
+    std::shared_lock<std::shared_mutex> lock;
+    Environment& environment;
   };
+  Use use() const;
 
-  // Drops a memory/ area that was written before the machine was booted.
-  void dropWhatAnOlderBootLeft(const std::filesystem::path& folder);
-  void openEnvironment(const std::filesystem::path& folder, unsigned flags);
-  void openTables();
-  // False when there are no tables yet, which a write transaction makes.
-  bool openTables(Access access);
-  void fillUpFile();
-  // Carries out the action in one transaction and wakes the subscribers. Returns the action's
-  // result: whether it changed anything.
-  bool change(const std::function<bool(MDB_txn*)>& action);
+  void open() const;
+  void renew() const;
+  void seed(Environment& environment) const;
+  bool change(const Action& action);
+  std::uint64_t versionOf(std::size_t commit) const;
 
-  std::unique_ptr<WriteLock> writeLock_;  // null when opened read-only
-  std::unique_ptr<MDB_env, CloseEnvironment> environment_;
-  mutable IdleReaders readers_;
-  MDB_dbi values_ = 0;
-  MDB_dbi journal_ = 0;
+  const std::filesystem::path folder_;
   const Durability durability_;
-  bool readOnly_ = false;
-  bool empty_ = false;                       // opened read-only and never written
-  std::atomic<std::size_t> filledUpTo_ = 0;  // the last page known to be in the file
-  NoticeFile noticeFile_;
+  const Values settings_;
+  mutable std::shared_mutex use_;
+  mutable std::unique_ptr<Environment> environment_;  // null after somebody touched its files
+  mutable std::uint64_t openings_ = 0;
+  mutable std::optional<host::StoreError> unwritten_;
+  mutable NoticeFile noticeFile_;
 };
 
 }  // namespace platform

@@ -139,4 +139,10 @@ std::optional<FileState> stateOf(const std::filesystem::path& path) {
   return FileState{info.st_dev, info.st_ino, info.st_size};
 }
 
+FileState stateOf(int file) {
+  struct stat info {};
+  check(fstat(file, &info) == 0 ? 0 : errno, "cannot open");
+  return {info.st_dev, info.st_ino, info.st_size};
+}
+
 }  // namespace platform

@@ -56,8 +56,10 @@ struct FileState {
   }
 };
 
-// Nothing when there is no file at the path.
+// Nothing, with an errno, when the file at the path cannot be looked at.
 std::optional<FileState> stateOf(const std::filesystem::path& path);
+
+FileState stateOf(int file);
 
 }  // namespace platform
 

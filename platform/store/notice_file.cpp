@@ -8,18 +8,18 @@
 namespace platform {
 
 void NoticeFile::write() try {
+  make();
   const std::lock_guard lock(mutex_);
-  if (!file_ || !isWatched()) {
-    file_ = openFile(path_, O_WRONLY | O_CREAT);
-    opened_ = stateOf(path_).value_or(FileState());
-  }
   [[maybe_unused]] const ssize_t written = pwrite(file_.get(), "!", 1, 0);
 } catch (const host::StoreError&) {
   // The change is already stored.
 }
 
-void NoticeFile::make() const {
-  openFile(path_, O_WRONLY | O_CREAT);
+void NoticeFile::make() {
+  const std::lock_guard lock(mutex_);
+  if (file_ && isWatched()) return;
+  file_ = openFile(path_, O_WRONLY | O_CREAT);
+  opened_ = stateOf(file_.get());
 }
 
 bool NoticeFile::isWatched() const {

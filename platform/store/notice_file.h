@@ -22,9 +22,9 @@ class NoticeFile {
   // the watchers notice it at the next one.
   void write();
 
-  // Creates the file when missing. Any thread. Raises StoreError, also when what is at the path is
-  // no file of the store's.
-  void make() const;
+  // Opens the file, and creates it when missing. Any thread. Raises StoreError, also when what is
+  // at the path is no file of the store's.
+  void make();
 
  private:
   // Whether the open file is still the one at its path, which the others watch.

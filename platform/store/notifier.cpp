@@ -41,18 +41,16 @@ bool drain(int file) {
   }
 }
 
-// Returns the changes after number `delivered`, and sets it to the last one's number.
-std::vector<Database::Change> takeChanges(const Database& database, std::uint64_t& delivered) {
+// Returns the changes after the position, and sets it to the last one's.
+std::vector<Database::Change> takeChanges(const Database& database, Database::Position& delivered) {
   Database::Changes news = database.changesAfter(delivered);
-  if (news.changes.empty()) return {};
-  const std::uint64_t last = news.changes.back().number;
-  if (!news.complete) {
-    // Too far behind to know what changed, so every key is reported.
+  if (!news.complete || news.last.opening != delivered.opening) {
+    // It is not known what changed, so every key is reported.
     news.changes.clear();
     for (const auto& [key, value] : database.snapshot("").values)
-      news.changes.push_back({last, key});
+      news.changes.push_back({news.last, key});
   }
-  delivered = last;
+  delivered = news.last;
   return news.changes;
 }
 
@@ -73,7 +71,7 @@ Notifier::~Notifier() {
 int Notifier::add(const std::string& prefix, Callback changed) {
   const std::lock_guard lock(mutex_);
   watch();
-  const std::uint64_t last = database_.lastChange();
+  const Database::Position last = database_.lastChange();
   if (subscribers_.empty()) delivered_ = last;
   const int number = nextNumber_++;
   subscribers_.emplace(number,
@@ -115,17 +113,25 @@ void Notifier::watchFile() const {
 
 void Notifier::dispatch() {
   const bool mayBeGone = drain(inotify_);
+  // When somebody touched the files, the first attempt is told so, and the second reads the new.
+  if (!tryToDispatch(mayBeGone)) tryToDispatch(mayBeGone);
+}
+
+bool Notifier::tryToDispatch(bool mayBeGone) {
   std::vector<Database::Change> changes;
   try {
     const std::lock_guard lock(mutex_);
+    database_.lastChange();  // makes the folder again if it is gone
     if (mayBeGone) watchFile();
     changes = takeChanges(database_, delivered_);
   } catch (const std::exception& error) {
     // The main loop has no caller to report to. The changes are read after the next one.
     __dlog_print(PLATFORM_LOG_SYSTEM, PLATFORM_LOG_INFO, "CONFIG_STORE",
                  "cannot read what changed: %s", error.what());
+    return false;
   }
   for (const Database::Change& change : changes) deliver(change);
+  return true;
 }
 
 // Runs subscribers without the mutex, because they may subscribe or end a subscription.
@@ -134,7 +140,7 @@ void Notifier::deliver(const Database::Change& change) {
   {
     const std::lock_guard lock(mutex_);
     for (const auto& [number, subscriber] : subscribers_) {
-      if (change.number > subscriber->since && change.key.starts_with(subscriber->prefix)) {
+      if (change.at > subscriber->since && change.key.starts_with(subscriber->prefix)) {
         numbers.push_back(number);
       }
     }

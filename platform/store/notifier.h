@@ -34,19 +34,20 @@ class Notifier {
   struct Subscriber {
     std::string prefix;
     Callback changed;
-    std::uint64_t since;  // the last change before the subscription
+    Database::Position since;  // the last change before the subscription
   };
 
   void watch();
   void watchFile() const;
   void dispatch();
+  bool tryToDispatch(bool mayBeGone);
   void deliver(const Database::Change& change);
 
   const Database& database_;
   std::mutex mutex_;
   std::map<int, std::shared_ptr<Subscriber>> subscribers_;
   int nextNumber_ = 1;
-  std::uint64_t delivered_ = 0;  // the last change that subscribers were notified of
+  Database::Position delivered_;  // the last change that subscribers were notified of
   int inotify_ = -1;
   unsigned source_ = 0;
 };

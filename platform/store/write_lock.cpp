@@ -26,6 +26,10 @@ namespace {
 constexpr std::chrono::microseconds kFirstPause{50};
 constexpr std::chrono::microseconds kLongestPause{1000};
 
+// Where in the file, in bytes.
+constexpr off_t kTimePlace = 0;
+constexpr off_t kDataFilePlace = sizeof(std::int64_t);
+
 std::string inSeconds(Clock::duration time) {
   return std::to_string(std::chrono::duration_cast<std::chrono::seconds>(time).count()) + " s";
 }
@@ -35,11 +39,16 @@ std::string inSeconds(Clock::duration time) {
 WriteLock::WriteLock(const std::filesystem::path& path, std::chrono::milliseconds patience)
     : path_(path), patience_(patience), file_(openFile(path, O_RDWR | O_CREAT)) {}
 
-bool WriteLock::tryToLock() const {
+bool WriteLock::tryToLock() {
   struct flock lock {};
   lock.l_type = F_WRLCK;
   lock.l_whence = SEEK_SET;
-  if (fcntl(file_.get(), F_SETLK, &lock) == 0) return true;
+  while (fcntl(file_.get(), F_SETLK, &lock) == 0) {
+    const auto there = stateOf(path_);
+    if (there && there->isSameFileAs(stateOf(file_.get()))) return true;
+    // Somebody removed the file, so those who come later lock another.
+    file_ = openFile(path_, O_RDWR | O_CREAT);
+  }
   if (errno != EAGAIN && errno != EACCES) check(errno, "cannot lock");
   return false;
 }
@@ -54,7 +63,19 @@ void WriteLock::unlock() const {
 // Since when the lock is held, for those who wait. The clock is the same for all processes.
 void WriteLock::noteWhen() const {
   const std::int64_t now = Clock::now().time_since_epoch().count();
-  [[maybe_unused]] const ssize_t written = pwrite(file_.get(), &now, sizeof now, 0);
+  [[maybe_unused]] const ssize_t written = pwrite(file_.get(), &now, sizeof now, kTimePlace);
+}
+
+ino_t WriteLock::dataFile() const {
+  ino_t number = 0;
+  const bool isThere = pread(file_.get(), &number, sizeof number, kDataFilePlace) == sizeof number;
+  return isThere ? number : 0;
+}
+
+// Where the disk is full, the next one to open the store sets it.
+void WriteLock::setDataFile(ino_t number) const {
+  [[maybe_unused]] const ssize_t written =
+      pwrite(file_.get(), &number, sizeof number, kDataFilePlace);
 }
 
 void WriteLock::tellWhoHoldsIt() const {
@@ -67,7 +88,7 @@ void WriteLock::tellWhoHoldsIt() const {
   }
   std::int64_t since = 0;
   Clock::duration held = patience_;
-  if (pread(file_.get(), &since, sizeof since, 0) == sizeof since) {
+  if (pread(file_.get(), &since, sizeof since, kTimePlace) == sizeof since) {
     held = Clock::now() - Clock::time_point(Clock::duration(since));
   }
   throw StoreError(StoreCode::kUnavailable, "cannot begin: " + holder +

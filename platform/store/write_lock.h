@@ -3,6 +3,8 @@
 #ifndef PLATFORM_STORE_WRITE_LOCK_H
 #define PLATFORM_STORE_WRITE_LOCK_H
 
+#include <sys/types.h>
+
 #include <chrono>
 #include <filesystem>
 #include <mutex>
@@ -21,6 +23,11 @@ class WriteLock {
   WriteLock(const WriteLock&) = delete;
   WriteLock& operator=(const WriteLock&) = delete;
 
+  // The number of the data file that the store's other files belong to; 0 when there is none. To be
+  // set while the lock is held.
+  ino_t dataFile() const;
+  void setDataFile(ino_t number) const;
+
   // Held while this exists. Any thread. Raises StoreError, which names the process that holds the
   // lock, when that takes longer than the patience.
   class Hold {
@@ -36,7 +43,8 @@ class WriteLock {
   };
 
  private:
-  bool tryToLock() const;
+  // False when another process has the lock.
+  bool tryToLock();
   void unlock() const;
   void noteWhen() const;
   // Raises the error.

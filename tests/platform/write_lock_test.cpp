@@ -64,6 +64,19 @@ TEST_F(AWriteLock, OfAKilledProcessIsFree) {
   EXPECT_EQ(errorRaisedBy([&] { const WriteLock::Hold held(lock); }), "");
 }
 
+TEST_F(AWriteLock, WhoseFileWasRemovedIsThatOfTheNewFile) {
+  Process holder([this](Channel& test) {
+    test.receiveLine();
+    hold(test);
+  });
+  WriteLock lock(file(), kNoPatience);
+  std::filesystem::remove(file());
+  holder.channel().sendLine("take it");
+  ASSERT_EQ(holder.channel().receiveLine(), "held");
+  const std::string error = errorRaisedBy([&] { const WriteLock::Hold held(lock); });
+  EXPECT_TRUE(error.starts_with("cannot begin: process " + std::to_string(holder.id()))) << error;
+}
+
 TEST_F(AWriteLock, OfAnotherThreadIsNotTaken) {
   WriteLock lock(file(), kNoPatience);
   const WriteLock::Hold held(lock);

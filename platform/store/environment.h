@@ -1,0 +1,99 @@
+// LMDB's environment of a store, with its tables: one opening of the files in a folder.
+#ifndef PLATFORM_STORE_ENVIRONMENT_H
+#define PLATFORM_STORE_ENVIRONMENT_H
+
+#include <lmdb.h>
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "files.h"
+#include "map_guard.h"
+#include "transactions.h"
+#include "write_lock.h"
+
+namespace platform {
+
+enum class Durability {
+  kSynced,    // a commit has reached the disk when it returns
+  kInMemory,  // commits survive the process, not the machine
+};
+
+struct Tables {
+  MDB_dbi values = 0;
+  MDB_dbi journal = 0;
+};
+
+// A process must not open the same files twice at a time, because of the kernel's locks.
+class Environment {
+ public:
+  // Opens the files and makes them when missing, with their folder; in a folder that cannot be
+  // written, opens them for reading. Raises StoreError.
+  Environment(const std::filesystem::path& folder, Durability durability);
+  ~Environment();
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+  MDB_env* get() const { return environment_.get(); }
+  Tables tables() const { return tables_; }
+  IdleReaders& readers() { return readers_; }
+  WriteLock& writeLock() { return *writeLock_; }
+
+  bool isReadOnly() const { return writeLock_ == nullptr; }
+
+  // Whether it is read-only and was never written. There is no environment then.
+  bool isEmpty() const { return isEmpty_; }
+
+  // What somebody did to the files since they were opened, as a sentence; empty when they are as
+  // they were. Only closing may follow then. Any thread; costs three system calls.
+  std::string whatHappened() const;
+
+  // Makes the file as long as its pages are many, so that only a truncated one is too short. Any
+  // thread, after a commit.
+  void fillUpFile();
+
+ private:
+  struct Close {
+    void operator()(MDB_env* environment) const { mdb_env_close(environment); }
+  };
+  using LockHeader = std::array<char, 8>;  // bytes, which LMDB writes once
+
+  void openToWrite(Durability durability, unsigned flags);
+  void openToRead(unsigned flags);
+  int open(unsigned flags);
+  void openTables();
+  bool openTables(Access access);
+  void dropWhatAnOlderBootLeft();
+  bool isLockFileOfData() const;
+  void makeAnew();
+  LockHeader readLockHeader() const;
+  std::string whatHappenedToLockFile() const;
+
+  const std::filesystem::path folder_;
+  const std::filesystem::path data_;
+  const std::filesystem::path lock_;
+  std::unique_ptr<WriteLock> writeLock_;  // null when read-only
+  // Closed after the environment: closing any descriptor of the file drops the kernel's locks on
+  // it.
+  File lockFile_;
+  LockHeader lockHeader_{};
+  std::unique_ptr<MDB_env, Close> environment_;
+  std::optional<MapGuard> dataGuard_;
+  std::optional<MapGuard> lockGuard_;
+  IdleReaders readers_;
+  Tables tables_;
+  bool isEmpty_ = false;
+  FileState openedData_;
+  FileState openedLock_;
+  mutable std::atomic<off_t> dataSize_ = 0;  // bytes, the largest seen: the file never shrinks
+  std::atomic<std::size_t> filledUpTo_ = 0;  // the last page known to be in the file
+};
+
+}  // namespace platform
+
+#endif  // PLATFORM_STORE_ENVIRONMENT_H
