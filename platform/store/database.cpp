@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <string_view>
 #include <utility>
 
 #include "platform/host/config_store.h"
 #include "transactions.h"
+#include "value_bytes.h"
 
 namespace platform {
 
@@ -33,35 +33,6 @@ MDB_val asVal(std::string_view bytes) {
 
 std::string_view asView(const MDB_val& val) {
   return {static_cast<const char*>(val.mv_data), val.mv_size};
-}
-
-// A value is stored as a letter for its type, followed by its text.
-std::string encode(const StoreValue& value) {
-  if (const int* number = std::get_if<int>(&value)) return "i" + std::to_string(*number);
-  if (const bool* flag = std::get_if<bool>(&value)) return *flag ? "b1" : "b0";
-  return "s" + std::get<std::string>(value);
-}
-
-StoreView decode(std::string_view bytes) {
-  if (bytes.empty()) throw StoreError(StoreCode::kUnavailable, "a stored value is damaged");
-  const std::string_view text = bytes.substr(1);
-  switch (bytes.front()) {
-    case 'i': {
-      int number = 0;
-      const char* const end = text.data() + text.size();
-      const auto [rest, error] = std::from_chars(text.data(), end, number);
-      if (error == std::errc() && rest == end) return number;
-      break;
-    }
-    case 'b':
-      if (text == "0" || text == "1") return text == "1";
-      break;
-    case 's':
-      return text;
-    default:
-      throw StoreError(StoreCode::kUnavailable, "a stored value is of an unknown type");
-  }
-  throw StoreError(StoreCode::kUnavailable, "a stored value is damaged");
 }
 
 // Journal keys sort by their bytes, so the number is stored with its highest byte first.
@@ -180,7 +151,7 @@ bool read(Environment& environment, std::string_view key,
   const int error = mdb_get(reading.get(), environment.tables().values, &name, &data);
   if (error == MDB_NOTFOUND) return false;
   check(error, "cannot read");
-  take(decode(asView(data)));
+  take(decode(key, asView(data)));
   return true;
 }
 
@@ -303,7 +274,7 @@ ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   const MDB_cursor_op start = prefix.empty() ? MDB_FIRST : MDB_SET_RANGE;
   for (bool more = cursor.move(key, data, start); more && asView(key).starts_with(prefix);
        more = cursor.move(key, data, MDB_NEXT)) {
-    found.values.emplace(asView(key), host::copyOf(decode(asView(data))));
+    found.values.emplace(asView(key), host::copyOf(decode(asView(key), asView(data))));
   }
   return found;
 }
