@@ -12,6 +12,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "files.h"
@@ -58,6 +59,21 @@ Environment openCopy(const File& copy, std::uint64_t size) {
   return owned;
 }
 
+// Whether the one page of the header that is there tells of a commit. LMDB knows its layout, and
+// wants both.
+bool wasCommitted(std::string_view page) try {
+  const File copy(memfd_create("store", MFD_CLOEXEC));
+  for (int i = 0; i < 2; ++i) {
+    if (write(copy.get(), page.data(), page.size()) != static_cast<ssize_t>(page.size()))
+      return true;
+  }
+  MDB_envinfo info{};
+  check(mdb_env_info(openCopy(copy, 2 * page.size()).get(), &info), "cannot open");
+  return info.me_last_txnid > 0;
+} catch (const host::StoreError&) {
+  return true;  // damaged, rather than never made
+}
+
 // The free pages from that one on. LMDB keeps them as lists of numbers, each preceded by its
 // length.
 std::set<std::size_t> freePages(MDB_env* environment, std::size_t first) {
@@ -82,14 +98,14 @@ bool hasHeader(const std::filesystem::path& path) {
   const File file = openFileIfAny(path, O_RDONLY);
   if (!file) return false;
   const std::size_t page = pageSize();
-  std::vector<char> header(2 * page + 1);
+  std::vector<char> header(2 * page);
   const ssize_t size = pread(file.get(), header.data(), header.size(), 0);
   if (size < 0) check(errno, "cannot open");
-  if (static_cast<std::size_t>(size) < 2 * page) return false;
+  if (static_cast<std::size_t>(size) < header.size()) return false;
   const bool isFirstZero = isZero(header.data(), page);
   const bool isSecondZero = isZero(header.data() + page, page);
-  const bool isHeaderAlone = static_cast<std::size_t>(size) == 2 * page;
-  return isHeaderAlone ? !isFirstZero && !isSecondZero : !isFirstZero || !isSecondZero;
+  if (isFirstZero == isSecondZero) return !isFirstZero;
+  return wasCommitted({header.data() + (isFirstZero ? page : 0), page});
 }
 
 void makeEmpty(const std::filesystem::path& path) {

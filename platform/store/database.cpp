@@ -164,7 +164,12 @@ bool commit(Environment& environment, const Action& action) {
   }
   Transaction transaction(environment.get(), Access::kWrite);
   if (!action(transaction.get(), environment.tables())) return false;
-  transaction.commit();
+  try {
+    transaction.commit();
+  } catch (const StoreError&) {
+    environment.giveUp();
+    throw;
+  }
   return true;
 }
 
@@ -178,7 +183,7 @@ bool change(Environment& environment, const std::filesystem::path& folder, const
   try {
     changed = commit(environment, action);
   } catch (const StoreError& error) {
-    if (error.code() != StoreCode::kNoSpace) throw;
+    if (error.code() != StoreCode::kNoSpace || environment.isGivenUp()) throw;
     if (!dropDeadReaders(environment.get())) {
       throw StoreError(error.code(), error.what() + whoKeepsPages(environment.get()));
     }
@@ -236,7 +241,8 @@ void Database::seed(Environment& environment) const {
 Database::Use Database::use() const {
   while (true) {
     std::shared_lock lock(use_);
-    if (environment_ != nullptr && environment_->whatHappened().empty()) {
+    if (environment_ != nullptr && !environment_->isGivenUp() &&
+        environment_->whatHappened().empty()) {
       return {std::move(lock), *environment_};
     }
     lock.unlock();
@@ -247,6 +253,7 @@ Database::Use Database::use() const {
 // Others may have renewed it meanwhile.
 void Database::renew() const {
   const std::unique_lock lock(use_);
+  if (environment_ != nullptr && environment_->isGivenUp()) environment_.reset();
   if (environment_ == nullptr) {
     open();
     noticeFile_.write();  // the subscribers do not know the new files yet

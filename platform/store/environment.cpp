@@ -261,7 +261,8 @@ Environment::LockHeader Environment::readLockHeader() const {
 std::string Environment::whatHappened() const {
   if (isEmpty_) return "";
   FileState data;
-  if (std::string what = whatHappenedTo(data_, kDataFile, openedData_, data); !what.empty()) return what;
+  if (std::string what = whatHappenedTo(data_, kDataFile, openedData_, data); !what.empty())
+    return what;
   const off_t seen = dataSize_.load(std::memory_order_relaxed);
   if (data.size < seen) {
     return "data.mdb was cut short while it was in use" +
@@ -273,7 +274,8 @@ std::string Environment::whatHappened() const {
 
 std::string Environment::whatHappenedToLockFile() const {
   FileState lock;
-  if (std::string what = whatHappenedTo(lock_, kLockFile, openedLock_, lock); !what.empty()) return what;
+  if (std::string what = whatHappenedTo(lock_, kLockFile, openedLock_, lock); !what.empty())
+    return what;
   if (lock.size >= openedLock_.size && readLockHeader() == lockHeader_) return "";
   return fromNowOn(kLockFile, "overwritten", "a new");
 }

@@ -53,6 +53,11 @@ class Environment {
   // they were. Only closing may follow then. Any thread; costs three system calls.
   std::string whatHappened() const;
 
+  // After a failed commit LMDB may refuse everything; then only closing may follow, too. Any
+  // thread.
+  void giveUp() { isGivenUp_ = true; }
+  bool isGivenUp() const { return isGivenUp_; }
+
   // Makes the file as long as its pages are many, so that only a truncated one is too short. Any
   // thread, after a commit.
   void fillUpFile();
@@ -88,6 +93,7 @@ class Environment {
   IdleReaders readers_;
   Tables tables_;
   bool isEmpty_ = false;
+  std::atomic<bool> isGivenUp_ = false;
   FileState openedData_;
   FileState openedLock_;
   mutable std::atomic<off_t> dataSize_ = 0;  // bytes, the largest seen: the file never shrinks

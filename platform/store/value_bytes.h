@@ -11,8 +11,8 @@ namespace platform {
 
 std::string encode(const host::StoreValue& value);
 
-// The value stored under the key; a text points into the bytes. Raises StoreError when encode() does not make
-// such bytes.
+// The value stored under the key; a text points into the bytes. Raises StoreError when encode()
+// does not make such bytes.
 host::StoreView decode(std::string_view key, std::string_view bytes);
 
 }  // namespace platform

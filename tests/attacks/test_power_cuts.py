@@ -104,6 +104,9 @@ class Replay:
         offset, length = (int(word) for word in call.arguments.split(",")[-2:])
         self.file.write(offset, bytes(length))
 
+    def ftruncate(self, _, call):
+        self.file.truncate(int(call.arguments.rpartition(",")[2]))
+
     def fdatasync(self, *_):
         self.file.sync()
 
@@ -112,7 +115,7 @@ class Replay:
 
 def changes(call):
     """Whether the call writes, so that a cut before and after it differ."""
-    return call.name in ("pwrite64", "writev", "fallocate", "fdatasync", "fsync")
+    return call.name in ("pwrite64", "writev", "fallocate", "ftruncate", "fdatasync", "fsync")
 
 
 def expect_nothing_lost(tv, acknowledged, cut):

@@ -113,8 +113,8 @@ TEST_F(TouchedFiles, TheDataFileCutShortIsAnErrorAndRefused) {
   store().set("db/key", std::string(kMebibyte, 'x'));
   const std::string whole = std::to_string(std::filesystem::file_size(data()));
   std::filesystem::resize_file(data(), 20'000);
-  EXPECT_EQ(nextError(), inStore("data.mdb was cut short while it was in use: 20000 of " + whole +
-                                 " bytes"));
+  EXPECT_EQ(nextError(),
+            inStore("data.mdb was cut short while it was in use: 20000 of " + whole + " bytes"));
   EXPECT_EQ(nextError(), inStore("data.mdb is cut short: 20000 of " + whole +
                                  " bytes; move it away, and the store starts with its defaults"));
   std::filesystem::rename(data(), folder() / "data.mdb");
