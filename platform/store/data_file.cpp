@@ -98,14 +98,15 @@ bool hasHeader(const std::filesystem::path& path) {
   const File file = openFileIfAny(path, O_RDONLY);
   if (!file) return false;
   const std::size_t page = pageSize();
-  std::vector<char> header(2 * page);
+  std::vector<char> header(2 * page + 1);
   const ssize_t size = pread(file.get(), header.data(), header.size(), 0);
   if (size < 0) check(errno, "cannot open");
-  if (static_cast<std::size_t>(size) < header.size()) return false;
+  if (static_cast<std::size_t>(size) < 2 * page) return false;
   const bool isFirstZero = isZero(header.data(), page);
   const bool isSecondZero = isZero(header.data() + page, page);
   if (isFirstZero == isSecondZero) return !isFirstZero;
-  return wasCommitted({header.data() + (isFirstZero ? page : 0), page});
+  const bool isHeaderAlone = static_cast<std::size_t>(size) == 2 * page;
+  return !isHeaderAlone && wasCommitted({header.data() + (isFirstZero ? page : 0), page});
 }
 
 void makeEmpty(const std::filesystem::path& path) {

@@ -238,11 +238,10 @@ void Database::seed(Environment& environment) const {
   }
 }
 
-Database::Use Database::use() const {
+Database::Use Database::use(Look look) const {
   while (true) {
     std::shared_lock lock(use_);
-    if (environment_ != nullptr && !environment_->isGivenUp() &&
-        environment_->whatHappened().empty()) {
+    if (environment_ != nullptr && !environment_->isGivenUp() && !environment_->isTouched(look)) {
       return {std::move(lock), *environment_};
     }
     lock.unlock();
@@ -266,11 +265,11 @@ void Database::renew() const {
 }
 
 bool Database::read(std::string_view key, const std::function<void(const StoreView&)>& take) const {
-  return platform::read(use().environment, key, take);
+  return platform::read(use(Look::kOnceInATick).environment, key, take);
 }
 ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   ConfigStore::Snapshot found;
-  const Use use = this->use();
+  const Use use = this->use(Look::kOnceInATick);
   if (use.environment.isEmpty()) return found;
   const Reading reading(use.environment.get(), use.environment.readers());
   found.version = versionOf(mdb_txn_id(reading.get()));
@@ -307,7 +306,7 @@ void Database::reset() {
 }
 
 bool Database::change(const Action& action) {
-  const Use use = this->use();
+  const Use use = this->use(Look::kNow);
   if (!platform::change(use.environment, folder_, action)) return false;
   noticeFile_.write();
   return true;
@@ -326,7 +325,7 @@ std::uint64_t Database::versionOf(std::size_t commit) const {
 // Does not look whether the files were touched, to be cheap: reads do.
 std::uint64_t Database::version() const {
   std::shared_lock lock(use_);
-  if (environment_ == nullptr) lock = use().lock;
+  if (environment_ == nullptr) lock = use(Look::kOnceInATick).lock;
   if (environment_->isEmpty()) return 0;
   MDB_envinfo info{};
   check(mdb_env_info(environment_->get(), &info), "cannot read");
@@ -334,7 +333,7 @@ std::uint64_t Database::version() const {
 }
 
 Database::Position Database::lastChange() const {
-  const Use use = this->use();
+  const Use use = this->use(Look::kOnceInATick);
   if (use.environment.isEmpty()) return {openings_, 0};
   const Reading reading(use.environment.get(), use.environment.readers());
   return {openings_, lastNumber(reading.get(), use.environment.tables().journal)};
@@ -342,7 +341,7 @@ Database::Position Database::lastChange() const {
 
 Database::Changes Database::changesAfter(const Position& position) const {
   Changes result;
-  const Use use = this->use();
+  const Use use = this->use(Look::kOnceInATick);
   result.last = {openings_, 0};
   if (use.environment.isEmpty()) return result;
   const Reading reading(use.environment.get(), use.environment.readers());

@@ -99,7 +99,7 @@ class Database {
     std::shared_lock<std::shared_mutex> lock;
     Environment& environment;
   };
-  Use use() const;
+  Use use(Look look) const;
 
   void open() const;
   void renew() const;

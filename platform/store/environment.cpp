@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <utility>
 
@@ -270,6 +271,17 @@ std::string Environment::whatHappened() const {
   }
   if (data.size > seen) dataSize_.store(data.size, std::memory_order_relaxed);
   return isReadOnly() ? "" : whatHappenedToLockFile();
+}
+
+bool Environment::isTouched(Look look) const {
+  if (look == Look::kNow) return !whatHappened().empty();
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+  const std::int64_t tick = std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+  if (lastLook_.load(std::memory_order_relaxed) == tick) return false;
+  if (!whatHappened().empty()) return true;
+  lastLook_.store(tick, std::memory_order_relaxed);
+  return false;
 }
 
 std::string Environment::whatHappenedToLockFile() const {

@@ -7,6 +7,7 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -23,6 +24,11 @@ enum class Durability {
   kSynced,    // a commit has reached the disk when it returns
   kInMemory,  // commits survive the process, not the machine
 };
+
+// How hard to look whether somebody touched the files. Reading, which is to be cheap, may miss it
+// until the next tick of the kernel's clock (1 to 10 ms); a change must not be written to where
+// nobody will read it.
+enum class Look { kOnceInATick, kNow };
 
 struct Tables {
   MDB_dbi values = 0;
@@ -50,8 +56,11 @@ class Environment {
   bool isEmpty() const { return isEmpty_; }
 
   // What somebody did to the files since they were opened, as a sentence; empty when they are as
-  // they were. Only closing may follow then. Any thread; costs three system calls.
+  // they were. Only closing may follow then. Any thread; costs a dozen gets.
   std::string whatHappened() const;
+
+  // Whether anything happened to them. Any thread.
+  bool isTouched(Look look) const;
 
   // After a failed commit LMDB may refuse everything; then only closing may follow, too. Any
   // thread.
@@ -94,6 +103,7 @@ class Environment {
   Tables tables_;
   bool isEmpty_ = false;
   std::atomic<bool> isGivenUp_ = false;
+  mutable std::atomic<std::int64_t> lastLook_ = 0;  // nanoseconds of the kernel's clock
   FileState openedData_;
   FileState openedLock_;
   mutable std::atomic<off_t> dataSize_ = 0;  // bytes, the largest seen: the file never shrinks
