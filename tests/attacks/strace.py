@@ -5,7 +5,7 @@ import collections
 import re
 import subprocess
 
-from conftest import GUARD_SECONDS, PROGRAM
+from television import GUARD_SECONDS, PROGRAM
 
 CALL = re.compile(r"(?P<name>\w+)\((?P<arguments>.*)\) += (?P<result>-?\d+|\?|0x[0-9a-f]+)")
 STRING = re.compile(r'"((?:\\x[0-9a-f]{2})*)"')
