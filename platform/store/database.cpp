@@ -333,7 +333,7 @@ std::uint64_t Database::version() const {
 }
 
 Database::Position Database::lastChange() const {
-  const Use use = this->use(Look::kOnceInATick);
+  const Use use = this->use(Look::kNow);
   if (use.environment.isEmpty()) return {openings_, 0};
   const Reading reading(use.environment.get(), use.environment.readers());
   return {openings_, lastNumber(reading.get(), use.environment.tables().journal)};
@@ -341,7 +341,7 @@ Database::Position Database::lastChange() const {
 
 Database::Changes Database::changesAfter(const Position& position) const {
   Changes result;
-  const Use use = this->use(Look::kOnceInATick);
+  const Use use = this->use(Look::kNow);
   result.last = {openings_, 0};
   if (use.environment.isEmpty()) return result;
   const Reading reading(use.environment.get(), use.environment.readers());

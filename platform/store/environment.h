@@ -26,8 +26,8 @@ enum class Durability {
 };
 
 // How hard to look whether somebody touched the files. Reading, which is to be cheap, may miss it
-// until the next tick of the kernel's clock (1 to 10 ms); a change must not be written to where
-// nobody will read it.
+// until the next tick of the kernel's clock (1 to 10 ms). A change must not be written to where
+// nobody will read it, and a subscriber is woken only once.
 enum class Look { kOnceInATick, kNow };
 
 struct Tables {

@@ -102,7 +102,7 @@ MapGuard::MapGuard(int file, const std::filesystem::path& path) {
       std::ranges::find_if(guardedMaps, [](const auto& map) { return map.begin == 0; });
   if (free == guardedMaps.end()) return;
   const std::string text = "ventaro: " + path.string().substr(0, 4096) +
-                           " was cut short while it was in use; the program ends\n";
+                           " was cut short while it was in use, or is damaged; the program ends\n";
   free->message.fill('\0');
   std::ranges::copy(text, free->message.begin());
   free->end = range.end;

@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "platform/host/visible_text.h"
+
 namespace platform {
 
 using host::StoreCode;
@@ -16,7 +18,7 @@ constexpr char kFlag = 'b';
 constexpr char kText = 's';
 
 [[noreturn]] void failAsDamaged(std::string_view key) {
-  throw StoreError(StoreCode::kUnavailable, "the value stored under \"" + std::string(key) +
+  throw StoreError(StoreCode::kUnavailable, "the value stored under \"" + host::visibleLine(key) +
                                                 "\" is damaged; set it anew, or unset it");
 }
 

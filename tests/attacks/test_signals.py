@@ -45,9 +45,8 @@ COMMANDS = [
 ]
 ENDLESS = ("watch", "store watch", "network serve")
 
-# A command that is over is over, one that waited says that it was ended, and the others die of it.
-ENDED = {signal.SIGINT: (0, 130, -signal.SIGINT), signal.SIGTERM: (0, 130, -signal.SIGTERM),
-         signal.SIGKILL: (0, -signal.SIGKILL)}
+# Done before it came, ended with the exit code that a shell would show, or dead of it.
+ENDED = {sent: (0, 128 + sent, -sent) for sent in (signal.SIGINT, signal.SIGTERM, signal.SIGKILL)}
 
 
 def start_over(tv, home):

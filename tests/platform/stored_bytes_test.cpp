@@ -53,7 +53,8 @@ TEST_F(StoredBytes, BehindAnIntAreNoInt) {
   int read = 7;
   EXPECT_EQ(vconf_get_int(kKey, &read), codeOf(StoreCode::kUnavailable));
   EXPECT_EQ(read, 7);
-  EXPECT_TRUE(logged("vconf_get_int: a stored value is damaged"));
+  EXPECT_TRUE(logged(
+      "vconf_get_int: the value stored under \"db/value\" is damaged; set it anew, or unset it"));
 }
 
 TEST_F(StoredBytes, OfANumberThatIsTooLargeAreNoInt) {

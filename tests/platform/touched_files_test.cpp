@@ -234,7 +234,8 @@ void readWhatIsCutShort(const std::filesystem::path& data) {
 
 TEST_F(TouchedFiles, ADataFileCutShortUnderAReaderEndsTheProgramWithAMessage) {
   EXPECT_EXIT(readWhatIsCutShort(data()), testing::ExitedWithCode(1),
-              "ventaro: .*/state/data.mdb was cut short while it was in use; the program ends");
+              "ventaro: .*/state/data.mdb was cut short while it was in use, or is damaged; the "
+              "program ends");
 }
 
 // Touches a page that is gone of a map that is not the store's.
