@@ -56,8 +56,10 @@ Connection::Connection(MenuModel& menu, int position, Serve serve, Changed chang
 
 void Connection::readAnswer() {
   const auto answer = platform::host::lastConnectAnswer();
-  if (!answer || accepted_) return;
-  if (validText(answer->ssid) != network_.name) {
+  if (!answer) return;
+  const bool isOfThis = validText(answer->ssid) == network_.name;
+  if (accepted_ && (!isOfThis || answer->refusal.empty())) return;
+  if (!isOfThis) {
     const auto commanded = platform::host::commandedNetwork();
     const bool isOurs = commanded && validText(*commanded) == network_.name;
     if (!isOurs) problem_ = whyAnotherWasAnswered(network_.name);

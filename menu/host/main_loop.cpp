@@ -12,6 +12,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/host/descriptors.h"
+
 namespace menu {
 
 namespace {
@@ -104,15 +106,28 @@ namespace {
 
 std::unique_ptr<SignalCatcher> catcher;  // while there is an Interruption
 
+// GLib ends the process when it finds no descriptor for its main loop.
+void requireMainLoop() {
+  [[maybe_unused]] static const bool isThere = [] {
+    platform::host::requireDescriptors(1);
+    g_main_context_default();
+    return true;
+  }();
+}
+
 }  // namespace
 
 void runPending() {
+  requireMainLoop();
   while (g_main_context_iteration(nullptr, FALSE)) {
   }
 }
 
 Interruption::Interruption() : outer_(innermost) {
-  if (outer_ == nullptr) catcher = std::make_unique<SignalCatcher>();
+  if (outer_ == nullptr) {
+    requireMainLoop();
+    catcher = std::make_unique<SignalCatcher>();
+  }
   innermost = this;
 }
 
@@ -155,6 +170,7 @@ bool Interruption::runUntil(const std::function<bool()>& done,
 
 Ticker::Ticker(std::chrono::milliseconds period, std::function<void()> tick)
     : tick_(std::move(tick)) {
+  requireMainLoop();
   source_ = g_timeout_add(
       static_cast<guint>(period.count()),
       [](void* data) {

@@ -1,4 +1,5 @@
-// The main loop: timers and notifications of the provider and the platform run in it.
+// The main loop: timers and notifications of the provider and the platform run in it. All functions
+// raise StoreError when the process can open no more files for it.
 #ifndef MENU_HOST_MAIN_LOOP_H
 #define MENU_HOST_MAIN_LOOP_H
 

@@ -108,7 +108,7 @@ struct NetworkService::Impl {
       return answer(ssid, "there is no such network within reach");
     }
     stopTimer();
-    setAndPublish("", ssid);
+    if (!tryTo(ssid, [this, &ssid] { setAndPublish("", ssid); })) return;
     answer(ssid, "");
     const auto time = static_cast<guint>(network.connectTime().count());
     timer = g_timeout_add(
@@ -122,11 +122,35 @@ struct NetworkService::Impl {
         this);
   }
 
+  // Carries out a step of a connection. One that the store does not take ends the connection: who
+  // asked for it would wait for the next state in vain.
+  bool tryTo(const std::string& ssid, const std::function<void()>& step) {
+    try {
+      step();
+      return true;
+    } catch (const StoreError& error) {
+      logRefusal(ssid, error.what());
+      guarded([this] { network.setConnection("", ""); });
+      tell(ssid, error.what());
+      return false;
+    }
+  }
+
   void answer(const std::string& ssid, const char* refusal) const {
     if (*refusal != '\0') {
-      logLine("cannot connect to \"" + ssid + "\": " + refusal);
-      publishStates(network.accessPoints(), network.connected(), network.connecting());
+      logRefusal(ssid, refusal);
+      guarded([this] {
+        publishStates(network.accessPoints(), network.connected(), network.connecting());
+      });
     }
+    tell(ssid, refusal);
+  }
+
+  static void logRefusal(const std::string& ssid, const char* refusal) {
+    logLine("cannot connect to \"" + ssid + "\": " + refusal);
+  }
+
+  static void tell(const std::string& ssid, const char* refusal) {
     Json::Value answer(Json::objectValue);
     answer["ssid"] = ssid;
     answer["refusal"] = refusal;
@@ -136,7 +160,8 @@ struct NetworkService::Impl {
   void complete() {
     const std::string ssid = network.connecting();
     // Nothing is when the radio went off, or another scenario was loaded, meanwhile.
-    setAndPublish(ssid.empty() ? network.connected() : ssid, "");
+    if (ssid.empty()) return setAndPublish(network.connected(), "");
+    tryTo(ssid, [this, &ssid] { setAndPublish(ssid, ""); });
   }
 
   void drop() {

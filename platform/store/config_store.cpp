@@ -6,6 +6,7 @@
 
 #include "database.h"
 #include "notifier.h"
+#include "watcher.h"
 
 namespace platform::host {
 
@@ -60,6 +61,7 @@ struct ConfigStore::Impl {
     std::atomic<bool> isOpen = false;
   };
   std::mutex mutex;  // guards the opening
+  Watcher watcher;
   Area persistent;
   Area transient;
   Values (*readFactorySettings)();
@@ -101,7 +103,7 @@ struct ConfigStore::Impl {
     const auto folder = area.folder();
     requireOtherFolder(folder, &area == &persistent ? transient : persistent);
     area.database = std::make_unique<Database>(folder, area.durability, factorySettingsOf(area));
-    area.notifier = std::make_unique<Notifier>(*area.database);
+    area.notifier = std::make_unique<Notifier>(*area.database, watcher);
     area.isOpen = true;
   }
 

@@ -10,7 +10,6 @@
 #include <chrono>
 #include <cstring>
 #include <ctime>
-#include <fstream>
 #include <utility>
 
 #include "data_file.h"
@@ -64,13 +63,6 @@ File reserveLockFile(const std::filesystem::path& path) {
     throw StoreError(codeOf(error), "cannot make " + path.string() + ": " + std::strerror(error));
   }
   return file;
-}
-
-// Empty where there is no /proc.
-std::string idOfThisBoot() {
-  std::string id;
-  std::getline(std::ifstream("/proc/sys/kernel/random/boot_id"), id);
-  return id;
 }
 
 // A reader that may not write to the files cannot register, so a writer may overwrite the pages
@@ -226,7 +218,7 @@ bool Environment::openTables(Access access) {
 // The changes of a memory/ area were never synced, so after a power cut its file may hold any
 // mixture of them.
 void Environment::dropWhatAnOlderBootLeft() {
-  const std::string boot = idOfThisBoot();
+  const std::string boot = lineOfKernel("/proc/sys/kernel/random/boot_id");
   const auto isOfThisBoot = [&] { return contentOf(folder_ / "boot_id") == boot; };
   if (boot.empty() || isOfThisBoot()) return;
   const WriteLock::Hold hold(*writeLock_);

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <utility>
 
@@ -131,6 +132,13 @@ std::string contentOf(const std::filesystem::path& path) {
   const ssize_t size = file ? read(file.get(), content.data(), content.size()) : 0;
   content.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
   return content;
+}
+
+std::string lineOfKernel(const std::filesystem::path& path) {
+  std::string line;
+  std::ifstream stream(path);
+  std::getline(stream, line);
+  return line;
 }
 
 std::optional<FileState> stateOf(const std::filesystem::path& path) {

@@ -45,6 +45,9 @@ File openFileIfAny(const std::filesystem::path& path, int flags);
 // The file's first bytes, up to 4,096; empty when there is no such file.
 std::string contentOf(const std::filesystem::path& path);
 
+// The first line of one of the kernel's files, whoever owns it; empty when it cannot be read.
+std::string lineOfKernel(const std::filesystem::path& path);
+
 // Which file is at a path, and its size.
 struct FileState {
   dev_t device = 0;

@@ -1,12 +1,6 @@
 #include "notifier.h"
 
-#include <glib-unix.h>
-#include <sys/inotify.h>
-#include <unistd.h>
-
-#include <array>
-#include <cerrno>
-#include <cstring>
+#include <utility>
 
 #include "platform/log.h"
 
@@ -16,30 +10,6 @@ using host::StoreCode;
 using host::StoreError;
 
 namespace {
-
-[[noreturn]] void failToWatch(const char* action) {
-  throw StoreError(StoreCode::kUnavailable, std::string("cannot watch for changes: ") + action +
-                                                ": " + std::strerror(errno));
-}
-
-constexpr std::uint32_t kWritten = IN_MODIFY;
-constexpr std::uint32_t kGone = IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;  // possibly gone
-
-// Reads all events. The journal tells what changed; the events only tell whether the file may have
-// been replaced, which is returned.
-bool drain(int file) {
-  alignas(inotify_event) std::array<char, 4096> events{};
-  bool mayBeGone = false;
-  while (true) {
-    const ssize_t size = read(file, events.data(), events.size());
-    if (size <= 0) return mayBeGone;
-    for (ssize_t at = 0; at < size;) {
-      const auto* event = reinterpret_cast<const inotify_event*>(events.data() + at);
-      if ((event->mask & ~kWritten) != 0) mayBeGone = true;
-      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
-    }
-  }
-}
 
 // Returns the changes after the position, and sets it to the last one's.
 std::vector<Database::Change> takeChanges(const Database& database, Database::Position& delivered) {
@@ -61,16 +31,17 @@ void logRaised(const std::string& key, const char* what) {
 
 }  // namespace
 
-Notifier::Notifier(const Database& database) : database_(database) {}
+Notifier::Notifier(const Database& database, Watcher& watcher)
+    : database_(database), watcher_(watcher) {}
 
 Notifier::~Notifier() {
-  if (source_ != 0) g_source_remove(source_);
-  if (inotify_ >= 0) close(inotify_);
+  watcher_.remove(watch_);
 }
 
 int Notifier::add(const std::string& prefix, Callback changed) {
   const std::lock_guard lock(mutex_);
-  watch();
+  // Before the journal is first read, so that no change is missed.
+  if (watch_ < 0) watchFile();
   const Database::Position last = database_.lastChange();
   if (subscribers_.empty()) delivered_ = last;
   const int number = nextNumber_++;
@@ -84,35 +55,20 @@ void Notifier::remove(int number) {
   subscribers_.erase(number);
 }
 
-// Requires the mutex. Starts before the journal is first read, so that no change is missed.
-void Notifier::watch() {
-  if (source_ != 0) return;
-  if (inotify_ < 0) inotify_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
-  if (inotify_ < 0) failToWatch("inotify_init1");
-  watchFile();
-  source_ = g_unix_fd_add(
-      inotify_, G_IO_IN,
-      [](int, GIOCondition, void* self) {
-        static_cast<Notifier*>(self)->dispatch();
-        return gboolean{G_SOURCE_CONTINUE};
-      },
-      this);
-}
-
 // Requires the mutex. Watches the file now at the path, and creates it if missing: before the first
 // change, or after somebody cleared the folder.
-void Notifier::watchFile() const {
-  const char* const path = database_.noticeFile().c_str();
+void Notifier::watchFile() {
   try {
     database_.makeNoticeFile();
   } catch (const StoreError& error) {
     if (error.code() != StoreCode::kReadOnly) throw;  // one that is there can still be watched
   }
-  if (inotify_add_watch(inotify_, path, kWritten | kGone) < 0) failToWatch(path);
+  const int watch =
+      watcher_.add(database_.noticeFile(), [this](bool mayBeGone) { dispatch(mayBeGone); });
+  if (watch != watch_) watcher_.remove(std::exchange(watch_, watch));
 }
 
-void Notifier::dispatch() {
-  const bool mayBeGone = drain(inotify_);
+void Notifier::dispatch(bool mayBeGone) {
   // When somebody touched the files, the first attempt is told so, and the second reads the new.
   if (!tryToDispatch(mayBeGone)) tryToDispatch(mayBeGone);
 }

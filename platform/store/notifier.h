@@ -11,16 +11,18 @@
 #include <vector>
 
 #include "database.h"
+#include "watcher.h"
 
 namespace platform {
 
-// Watches the database's notice file from the default GLib main context; nothing polls. The
+// Calls them from the default GLib main context. The
 // functions may be called from any thread.
 class Notifier {
  public:
   using Callback = std::function<void(const std::string& key)>;
 
-  explicit Notifier(const Database& database);
+  // Both must outlive it.
+  Notifier(const Database& database, Watcher& watcher);
   ~Notifier();
   Notifier(const Notifier&) = delete;
   Notifier& operator=(const Notifier&) = delete;
@@ -37,19 +39,18 @@ class Notifier {
     Database::Position since;  // the last change before the subscription
   };
 
-  void watch();
-  void watchFile() const;
-  void dispatch();
+  void watchFile();
+  void dispatch(bool mayBeGone);
   bool tryToDispatch(bool mayBeGone);
   void deliver(const Database::Change& change);
 
   const Database& database_;
+  Watcher& watcher_;
   std::mutex mutex_;
   std::map<int, std::shared_ptr<Subscriber>> subscribers_;
   int nextNumber_ = 1;
   Database::Position delivered_;  // the last change that subscribers were notified of
-  int inotify_ = -1;
-  unsigned source_ = 0;
+  int watch_ = -1;                // negative before the first subscription
 };
 
 }  // namespace platform

@@ -30,6 +30,19 @@ def test_files_that_may_not_grow_are_an_error_and_harm_nothing(tv):
     assert tv.item(WIFI)["value"] == "On"
 
 
+def test_out_of_descriptors_it_fails_at_once_and_says_so(tv):
+    tv.out("show")
+    codes = []
+    for files in range(4, 40):
+        limit = lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (files, files))
+        done = subprocess.run([*tv.program, "connect", "2"], capture_output=True, text=True,
+                              env=tv.env, check=False, preexec_fn=limit, timeout=60)
+        codes.append(done.returncode)
+        assert done.returncode == 0 or "oo many open files" in done.stderr, (files, done)
+    assert sorted(codes, reverse=True) == codes
+    assert set(codes) == {1, 0}
+
+
 def test_one_folder_for_both_kinds_of_values_is_refused(tv):
     message = tv.error(1, "show", VENTARO_RUNTIME_DIR=tv.env["VENTARO_STATE_DIR"])
     assert "VENTARO_STATE_DIR and VENTARO_RUNTIME_DIR are both" in message

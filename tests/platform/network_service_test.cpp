@@ -1,7 +1,10 @@
 // The network service of the simulated network.
 #include "platform/host/network_service.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -328,6 +331,36 @@ TEST_F(Service, DoesNotStartOnAScenarioThatIsWrong) {
   EXPECT_THROW(NetworkService::start(), ConfigurationError);
   use(scenarioText(0));
   start();
+}
+
+// A state folder that can only be read, with a runtime folder that can be written.
+TEST_F(Service, RefusesAtOnceWhatTheStoreDoesNotTake) {
+  use(scenarioText(0));
+  inOwnProcess([] { loadScenario(); });
+  const auto own = [](const std::filesystem::path& path) {
+    return geteuid() != 0 || chown(path.c_str(), 65534, 65534) == 0;
+  };
+  ASSERT_TRUE(own(runtimeFolder()));
+  for (const auto& file : std::filesystem::directory_iterator(runtimeFolder())) {
+    ASSERT_TRUE(own(file.path()));
+  }
+  for (const auto& file : std::filesystem::directory_iterator(stateFolder())) {
+    std::filesystem::permissions(file.path(), std::filesystem::perms(0444));
+  }
+  std::filesystem::permissions(stateFolder(), std::filesystem::perms(0555));
+  inOwnProcess([this] {
+    becomeOrdinaryUser();
+    const auto service = NetworkService::start();
+    ASSERT_NE(service, nullptr);
+    connectTo("Shed");
+    ASSERT_TRUE(iterateUntil([] { return lastConnectAnswer().has_value(); }));
+    EXPECT_EQ(lastConnectAnswer()->ssid, "Shed");
+    const std::string refusal = lastConnectAnswer()->refusal;
+    EXPECT_TRUE(refusal.ends_with("the folder cannot be written: " + stateFolder().string()))
+        << refusal;
+    EXPECT_EQ(networkState("connecting"), StoreValue(""));
+  });
+  std::filesystem::permissions(stateFolder(), std::filesystem::perms(0755));
 }
 
 }  // namespace

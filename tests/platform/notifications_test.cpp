@@ -1,6 +1,11 @@
 // Who is notified of which changes in the store.
 #include <glib.h>
+#include <sys/inotify.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -371,6 +376,94 @@ TEST_F(ASubscriber, ThatRaisesNoStandardExceptionIsLoggedAndDisturbsNobody) {
   EXPECT_EQ(told, Keys(2, "db/key"));
   EXPECT_TRUE(logged(
       "system CONFIG_STORE: a subscriber of db/key raised: something that is no std::exception"));
+}
+
+int countInotifyInstances() {
+  int count = 0;
+  for (const auto& file : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code error;
+    const auto target = std::filesystem::read_symlink(file.path(), error);
+    if (target == "anon_inode:inotify") ++count;
+  }
+  return count;
+}
+
+TEST_F(ASubscriber, SharesOneInotifyInstanceWithAllOfItsProcess) {
+  Keys told;
+  const auto db = listen("db/", told);
+  const auto memory = listen("memory/", told);
+  EXPECT_EQ(countInotifyInstances(), 1);
+}
+
+// While it lives, this process may have only so many more files open.
+class FewFiles {
+ public:
+  explicit FewFiles(rlim_t more) {
+    const int next = dup(0);
+    close(next);
+    getrlimit(RLIMIT_NOFILE, &before_);
+    const rlimit limit{static_cast<rlim_t>(next) + more, before_.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+  }
+  ~FewFiles() { setrlimit(RLIMIT_NOFILE, &before_); }
+  FewFiles(const FewFiles&) = delete;
+  FewFiles& operator=(const FewFiles&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+TEST_F(ASubscriber, IsRefusedWhenNoMoreFilesCanBeOpened) {
+  for (const rlim_t more : {0U, 1U}) {
+    inOwnProcess([&] {
+      store().set("db/key", 1);
+      const FewFiles limit(more);
+      Keys told;
+      const std::string error = errorRaisedBy([&] { const auto none = listen("db/key", told); });
+      EXPECT_TRUE(
+          error.starts_with("cannot watch for changes: Too many open files; this process "
+                            "may have "))
+          << error;
+      EXPECT_TRUE(error.ends_with(" files open (ulimit -n)")) << error;
+    });
+  }
+}
+
+TEST_F(ASubscriber, IsToldWhenNoMoreFilesCanBeOpenedLater) {
+  inOwnProcess([] {
+    Keys told;
+    const auto subscription = listen("db/key", told);
+    const FewFiles limit(0);
+    store().set("db/key", 1);
+    ASSERT_TRUE(iterateUntil([&] { return !told.empty(); }));
+  });
+}
+
+// As a user that has no instances yet, so that nobody else runs out of them.
+TEST_F(ASubscriber, IsRefusedByTheNameOfTheLimitWhenTheKernelAllowsNoMoreInstances) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs the super-user, to become an unused user";
+  rlimit files{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &files), 0);
+  const std::string allowed = linesOf("/proc/sys/fs/inotify/max_user_instances").at(0);
+  if (std::stoul(allowed) + 100 > files.rlim_max) GTEST_SKIP() << "so many cannot be opened";
+  inOwnProcess([&] {
+    const uid_t user = 1'000'000 + static_cast<uid_t>(getpid());
+    std::filesystem::create_directory(stateFolder());
+    ASSERT_EQ(chown(stateFolder().c_str(), user, user), 0);
+    std::filesystem::create_directory(runtimeFolder());
+    ASSERT_EQ(chown(runtimeFolder().c_str(), user, user), 0);
+    files.rlim_cur = files.rlim_max;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &files), 0);
+    becomeUser(user);
+    while (inotify_init1(IN_CLOEXEC) >= 0) {
+    }
+    ASSERT_EQ(errno, EMFILE);
+    Keys told;
+    EXPECT_EQ(errorRaisedBy([&] { const auto none = listen("db/key", told); }),
+              "cannot watch for changes: this user has as many as the kernel allows, "
+              "fs.inotify.max_user_instances = " +
+                  allowed);
+  });
 }
 
 }  // namespace
