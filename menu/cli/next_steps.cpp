@@ -44,7 +44,8 @@ void suggestNextSteps(Session& session, const std::string& program) {
   std::cerr << '\n';
   for (const auto& [words, meaning] : steps) {
     const std::string gap(width - words.size() + 3, ' ');
-    std::cerr << visibleLine(program + " " + words) << gap << meaning << '\n';
+    std::cerr << visibleLine(std::string(program).append(" ").append(words)) << gap << meaning
+              << '\n';
   }
 }
 

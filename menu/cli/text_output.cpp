@@ -146,7 +146,7 @@ std::string toText(const RemovedKey& removed) {
 std::string toText(const Descriptions& descriptions) {
   std::string text;
   for (const auto& [name, description] : descriptions) {
-    text += visibleLine(name + ": " + description) + "\n";
+    text += visibleLine(std::string(name).append(": ").append(description)) + "\n";
   }
   return text;
 }

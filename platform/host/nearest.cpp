@@ -41,9 +41,10 @@ std::string nearest(const std::string& typed, const std::vector<std::string>& na
   std::size_t fewest = std::max<std::size_t>(1, typed.size() / 3) + 1;
   for (const std::string& name : names) {
     // At least as many as one is longer than the other; what is very long is near to nothing.
-    const auto [shorter, longer] = std::minmax(typed.size(), name.size());
+    const std::size_t atLeast =
+        std::max(typed.size(), name.size()) - std::min(typed.size(), name.size());
     const std::size_t limit = std::min(fewest, typed.size());
-    const std::size_t here = longer - shorter < limit ? mistakes(typed, name) : limit;
+    const std::size_t here = atLeast < limit ? mistakes(typed, name) : limit;
     if (here >= limit) continue;
     fewest = here;
     found = name;
