@@ -4,10 +4,14 @@
 #include <spdlog/sinks/null_sink.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
+#include <sys/stat.h>
+
+#include <iostream>
 
 #include "../host/environment.h"
 #include "../host/never_destroyed.h"
 #include "../store/files.h"
+#include "platform/host/config_store.h"
 #include "platform/host/folders.h"
 
 namespace platform {
@@ -27,16 +31,26 @@ spdlog::sink_ptr makeSink(const std::string& file) {
   if (variableOr("VENTARO_LOG") == "stderr") {
     return std::make_shared<spdlog::sinks::stderr_sink_mt>();
   }
+  const auto folder = host::stateFolder();
   try {
-    const auto folder = host::stateFolder();
+    makeOwnFolder(folder);
+  } catch (const host::StoreError&) {
+    return std::make_shared<spdlog::sinks::null_sink_mt>();  // the store says why
+  }
+  try {
     makeOwnFolderIn(folder, "log");
     spdlog::file_event_handlers keepPrivate;
     keepPrivate.before_open = makePrivate;
     return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
         (folder / "log" / file).string(), kFileSize, kOldFiles, false, keepPrivate);
+  } catch (const host::StoreError& error) {
+    if (error.code() == host::StoreCode::kUnavailable) {
+      std::cerr << "ventaro: no log is kept: " << error.what() << "\n";
+    }
   } catch (const std::exception&) {
-    return std::make_shared<spdlog::sinks::null_sink_mt>();
+    // A full disk, for example.
   }
+  return std::make_shared<spdlog::sinks::null_sink_mt>();
 }
 
 }  // namespace

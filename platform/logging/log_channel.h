@@ -12,8 +12,9 @@
 namespace platform {
 
 // A logger to a rotating file in the state folder's "log" folder, or to standard error with
-// $VENTARO_LOG=stderr. If the file cannot be opened, the log is lost, but the program runs. Call it
-// once per file; the logger is never destroyed.
+// $VENTARO_LOG=stderr. If the file cannot be opened, the log is lost, but the program runs;
+// standard error says so when what is in the log's place is no file of this user's. Call it once
+// per file; the logger is never destroyed.
 spdlog::logger& makeLogger(const std::string& name, const std::string& file,
                            const std::string& pattern);
 

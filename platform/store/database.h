@@ -3,7 +3,6 @@
 #ifndef PLATFORM_STORE_DATABASE_H
 #define PLATFORM_STORE_DATABASE_H
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -14,6 +13,7 @@
 #include <shared_mutex>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "environment.h"
@@ -64,7 +64,9 @@ class Database {
     std::uint64_t opening = 0;
     std::uint64_t number = 0;  // of a change; 0 before the first
 
-    auto operator<=>(const Position&) const = default;
+    bool isAfter(const Position& other) const {
+      return std::tie(opening, number) > std::tie(other.opening, other.number);
+    }
   };
 
   // That of the last change.

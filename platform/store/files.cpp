@@ -92,7 +92,8 @@ void makeOwnFolder(const std::filesystem::path& folder) {
 void makeOwnFolderIn(const std::filesystem::path& folder, const char* name) {
   makeOwnFolder(folder);
   const auto below = folder / name;
-  if (std::filesystem::is_symlink(below)) refuse(below, "is a link");
+  std::error_code error;
+  if (std::filesystem::is_symlink(below, error)) refuse(below, "is a link");
   makeOwnFolder(below);
 }
 

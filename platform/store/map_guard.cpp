@@ -98,7 +98,7 @@ MapGuard::MapGuard(int file, const std::filesystem::path& path) {
   const Range range = error ? Range() : rangeOf(mapped.string());
   if (range.begin == 0) return;
   const std::lock_guard lock(changes);
-  const auto free =
+  auto* const free =
       std::ranges::find_if(guardedMaps, [](const auto& map) { return map.begin == 0; });
   if (free == guardedMaps.end()) return;
   const std::string text = "ventaro: " + path.string().substr(0, 4096) +

@@ -96,7 +96,7 @@ void Notifier::deliver(const Database::Change& change) {
   {
     const std::lock_guard lock(mutex_);
     for (const auto& [number, subscriber] : subscribers_) {
-      if (change.at > subscriber->since && change.key.starts_with(subscriber->prefix)) {
+      if (change.at.isAfter(subscriber->since) && change.key.starts_with(subscriber->prefix)) {
         numbers.push_back(number);
       }
     }

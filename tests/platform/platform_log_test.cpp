@@ -186,19 +186,24 @@ TEST_F(PlatformLog, InAFolderOfAnotherUserCostsNothing) {
   EXPECT_FALSE(std::filesystem::exists(logFile()));
 }
 
-TEST_F(PlatformLog, ThatIsALinkAPipeOrAFolderIsNotWritten) {
+TEST_F(PlatformLog, ThatIsALinkAPipeOrAFolderIsNotWrittenAndStandardErrorSaysSo) {
   std::filesystem::create_directories(stateFolder() / "log");
   const std::string target = write("target", "left as it is");
-  const auto logOnce = [&] {
-    inOwnProcess([] { log("lost"); });
+  const auto expectRefused = [&](const std::string& reason) {
+    inOwnProcess([&] {
+      testing::internal::CaptureStderr();
+      log("lost");
+      EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                "ventaro: no log is kept: " + logFile().string() + reason + "; move it away\n");
+    });
     std::filesystem::remove(logFile());
   };
   std::filesystem::create_symlink(target, logFile());
-  logOnce();
+  expectRefused(" is a link");
   ASSERT_EQ(mkfifo(logFile().c_str(), 0600), 0);
-  logOnce();
+  expectRefused(" is not a file");
   std::filesystem::create_directory(logFile());
-  logOnce();
+  expectRefused(" is not a file");
   EXPECT_EQ(readFile(target), "left as it is");
 }
 

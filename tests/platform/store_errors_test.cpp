@@ -344,10 +344,11 @@ TEST_F(AStoreFolder, WithAPartOfAHeaderOrZerosInItsPlaceWasNeverAStore) {
   const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
   const std::string header = readFile(stateFolder() / "data.mdb").substr(0, 2 * page);
   const std::string zeros(page, '\0');
+  const std::string twoZeros(2 * page, '\0');
+  const std::string threeZeros(3 * page, '\0');
   for (const std::string& bytes :
        {header.substr(0, page), header.substr(0, 100), header.substr(0, 2 * page - 1), zeros,
-        zeros + zeros, zeros + zeros + zeros, header.substr(0, page) + zeros,
-        zeros + header.substr(page)}) {
+        twoZeros, threeZeros, header.substr(0, page) + zeros, zeros + header.substr(page)}) {
     write("state/data.mdb", bytes);
     inOwnProcess([] {
       EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
