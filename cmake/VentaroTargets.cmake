@@ -1,9 +1,17 @@
 # How this project compiles its targets.
 
 include(CheckCXXCompilerFlag)
+include(CheckPIESupported)
+
+# Programs, too, are loaded at an address that nobody can guess.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+check_pie_supported()
 
 # -fno-gnu-unique: a unique symbol would keep a library loaded after dlclose.
 check_cxx_compiler_flag(-fno-gnu-unique VENTARO_HAS_NO_GNU_UNIQUE)
+# Only x86 has it.
+check_cxx_compiler_flag(-fcf-protection VENTARO_HAS_CF_PROTECTION)
+check_cxx_compiler_flag(-fstack-clash-protection VENTARO_HAS_STACK_CLASH_PROTECTION)
 
 # Files of any size and inode number on 32-bit targets too.
 add_compile_definitions(_FILE_OFFSET_BITS=64)
@@ -26,17 +34,20 @@ function(ventaro_compile_options target)
     $<$<COMPILE_LANGUAGE:CXX>:-fvisibility-inlines-hidden>
     $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<BOOL:${VENTARO_HAS_NO_GNU_UNIQUE}>>:-fno-gnu-unique>
     -fstack-protector-strong
+    $<$<BOOL:${VENTARO_HAS_STACK_CLASH_PROTECTION}>:-fstack-clash-protection>
+    $<$<BOOL:${VENTARO_HAS_CF_PROTECTION}>:-fcf-protection>
     # No path of the building machine goes into the binaries.
     -f${map}-prefix-map=${CMAKE_SOURCE_DIR}/=
     -f${map}-prefix-map=${CMAKE_BINARY_DIR}/=)
-  target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now)
+  target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+  target_link_options(${target} PRIVATE -Wl,-z,relro,-z,now,-z,noexecstack)
   if(VENTARO_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${VENTARO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VENTARO_SANITIZE})
   else()
-    target_compile_definitions(${target} PRIVATE
-      $<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=2>)
+    # Some compilers define it themselves.
+    target_compile_options(${target} PRIVATE $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>)
   endif()
 endfunction()
 
