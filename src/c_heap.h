@@ -31,7 +31,7 @@ inline CText zeroedBlock(std::size_t size) {
   return block;
 }
 
-// `count` objects of zeroes, which the caller owns; raises std::bad_alloc when memory runs out.
+// `count` objects of zeroes, which the caller owns. Raises std::bad_alloc when memory runs out.
 template <typename T>
 T* newZeroed(std::size_t count = 1) {
   return static_cast<T*>(newZeroedBytes(count, sizeof(T)));
@@ -41,10 +41,12 @@ T* newZeroed(std::size_t count = 1) {
 template <typename T, typename Deleter = FreeDeleter>
 class CArray {
  public:
-  // Takes over an array of that size, or null.
-  CArray(T** elements, std::size_t size) : elements_(elements), size_(size) {}
   // Of null pointers; raises std::bad_alloc when memory runs out.
-  explicit CArray(std::size_t size) : CArray(newZeroed<T*>(size), size) {}
+  explicit CArray(std::size_t size)
+      : elements_(static_cast<T**>(newZeroedBytes(size, sizeof(void*)))), size_(size) {}
+  // The same, but is null when memory runs out.
+  CArray(std::size_t size, std::nothrow_t /*tag*/)
+      : elements_(static_cast<T**>(std::calloc(size, sizeof(void*)))), size_(size) {}
   CArray(const CArray&) = delete;
   CArray& operator=(const CArray&) = delete;
   ~CArray() {

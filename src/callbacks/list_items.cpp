@@ -47,8 +47,7 @@ const char* printable(const char* text, PrintableText& copy) {
 // The states of a saved network; both networks have the same. Without memory for the array, the
 // list is null instead of an exception: the ABI promises it.
 const void** stateRecords(int* count) {
-  Records records(static_cast<ListItem**>(std::calloc(kStateCount, sizeof(ListItem*))),
-                  kStateCount);
+  Records records(kStateCount, std::nothrow);
   if (!records.isNull()) {
     fill(records);
     for (std::size_t i = 0; i < kStateCount; ++i) {
