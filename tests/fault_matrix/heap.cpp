@@ -192,6 +192,8 @@ HEAP_API void free(void* block) noexcept {
   __libc_free(block);
 }
 
+// The library's operator delete calls free() above.
+// NOLINTNEXTLINE(misc-new-delete-overloads)
 __attribute__((visibility("default"))) void* operator new(std::size_t size) {
   const bool isProviders = countsObjects && isForProvider(__builtin_return_address(0));
   void* block = isProviders && mustFail() ? nullptr : __libc_malloc(size);
