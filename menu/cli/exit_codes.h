@@ -27,9 +27,8 @@ struct ExitMeaning {
 };
 inline constexpr ExitMeaning kExitMeanings[] = {
     {kDone,
-     "done and all of it printed, also where watch, store watch without --count or network serve "
-     "was "
-     "ended"},
+     "done and all of it printed, "
+     "also where watch, store watch without --count or network serve was ended"},
     {kFailed, "could not be done"},
     {kUnknown, "there is no such command, key, value, product or scenario, or a variable is wrong"},
     {kUnanswered, "nobody was there to answer a confirmation"},

@@ -75,6 +75,7 @@ void stopTimer() {
 class SignalCatcher {
  public:
   SignalCatcher() {
+    platform::host::requireDescriptors(2);
     if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) {
       throw std::system_error(errno, std::generic_category(), "cannot make a pipe");
     }

@@ -98,9 +98,10 @@ struct ConfigStore::Impl {
 
   void open(Area& area) {
     if (area.isOpen) return;
+    const auto folder =
+        area.folder();  // may load a library, which must not be done with a lock held
     const std::lock_guard lock(mutex);
     if (area.isOpen) return;
-    const auto folder = area.folder();
     requireOtherFolder(folder, &area == &persistent ? transient : persistent);
     area.database = std::make_unique<Database>(folder, area.durability, factorySettingsOf(area));
     area.notifier = std::make_unique<Notifier>(*area.database, watcher);

@@ -4,6 +4,7 @@
 #include <lmdb.h>
 #include <sys/mman.h>
 #include <sys/sendfile.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -34,12 +35,12 @@ bool isZero(const char* begin, std::size_t size) {
 }
 
 // A copy in memory, filled up with zeros to the wanted size.
-File copyOf(int file, std::uint64_t is, std::uint64_t wanted) {
+File copyOf(int file, std::size_t is, std::size_t wanted) {
   File copy(memfd_create("store", MFD_CLOEXEC));
   if (!copy || ftruncate(copy.get(), static_cast<off_t>(wanted)) != 0) check(errno, "cannot open");
   off_t at = 0;
   while (at < static_cast<off_t>(is)) {
-    const ssize_t size = sendfile(copy.get(), file, &at, is - static_cast<std::uint64_t>(at));
+    const ssize_t size = sendfile(copy.get(), file, &at, is - static_cast<std::size_t>(at));
     if (size < 0) check(errno, "cannot open");
     if (size == 0) break;
   }
@@ -48,7 +49,7 @@ File copyOf(int file, std::uint64_t is, std::uint64_t wanted) {
 
 using Environment = std::unique_ptr<MDB_env, decltype(&mdb_env_close)>;
 
-Environment openCopy(const File& copy, std::uint64_t size) {
+Environment openCopy(const File& copy, std::size_t size) {
   MDB_env* environment = nullptr;
   check(mdb_env_create(&environment), "cannot open");
   Environment owned(environment, &mdb_env_close);
@@ -57,6 +58,21 @@ Environment openCopy(const File& copy, std::uint64_t size) {
   check(mdb_env_open(environment, path.c_str(), MDB_RDONLY | MDB_NOLOCK | MDB_NOSUBDIR, 0),
         "cannot open");
   return owned;
+}
+
+// Whether the file is a whole store with smaller pages than this kernel's.
+bool isWhole(const File& file) try {
+  struct stat status {};
+  if (fstat(file.get(), &status) != 0) check(errno, "cannot open");
+  const auto size = static_cast<std::size_t>(status.st_size);
+  const Environment environment = openCopy(copyOf(file.get(), size, size), size);
+  MDB_envinfo info{};
+  MDB_stat pages{};
+  check(mdb_env_info(environment.get(), &info), "cannot open");
+  check(mdb_env_stat(environment.get(), &pages), "cannot open");
+  return (info.me_last_pgno + 1) * pages.ms_psize <= size;
+} catch (const host::StoreError&) {
+  return false;
 }
 
 // Whether the one page of the header that is there tells of a commit. LMDB knows its layout, and
@@ -101,7 +117,7 @@ bool hasHeader(const std::filesystem::path& path) {
   std::vector<char> header(2 * page + 1);
   const ssize_t size = pread(file.get(), header.data(), header.size(), 0);
   if (size < 0) check(errno, "cannot open");
-  if (static_cast<std::size_t>(size) < 2 * page) return false;
+  if (static_cast<std::size_t>(size) < 2 * page) return isWhole(file);
   const bool isFirstZero = isZero(header.data(), page);
   const bool isSecondZero = isZero(header.data() + page, page);
   if (isFirstZero == isSecondZero) return !isFirstZero;
@@ -114,7 +130,7 @@ void makeEmpty(const std::filesystem::path& path) {
   if (ftruncate(file.get(), 0) != 0) check(errno, "cannot open");
 }
 
-bool lacksOnlyFreePages(int file, std::uint64_t is, std::uint64_t wanted) try {
+bool lacksOnlyFreePages(int file, std::size_t is, std::size_t wanted) try {
   const std::size_t first = is / pageSize();
   const std::size_t end = wanted / pageSize();
   const File copy = copyOf(file, is, wanted);

@@ -3,7 +3,7 @@
 #ifndef PLATFORM_STORE_DATA_FILE_H
 #define PLATFORM_STORE_DATA_FILE_H
 
-#include <cstdint>
+#include <cstddef>
 #include <filesystem>
 
 namespace platform {
@@ -18,7 +18,7 @@ void makeEmpty(const std::filesystem::path& path);
 // Whether the pages between the sizes `is` and `wanted` (bytes) hold nothing. They are then missing
 // because a process was killed, or the disk was full, between a commit and the filling up of the
 // file. The file is only read.
-bool lacksOnlyFreePages(int file, std::uint64_t is, std::uint64_t wanted);
+bool lacksOnlyFreePages(int file, std::size_t is, std::size_t wanted);
 
 }  // namespace platform
 

@@ -8,6 +8,7 @@
 #include "platform/host/config_store.h"
 #include "transactions.h"
 #include "value_bytes.h"
+#include "write_lock.h"
 
 namespace platform {
 
@@ -193,6 +194,12 @@ bool change(Environment& environment, const std::filesystem::path& folder, const
   return changed;
 }
 
+// A store that is read-only or full, or in which a process was stopped in the middle of a change.
+bool canStillBeRead(const StoreError& error) {
+  return error.code() == StoreCode::kReadOnly || error.code() == StoreCode::kNoSpace ||
+         dynamic_cast<const StoreIsBusy*>(&error) != nullptr;
+}
+
 }  // namespace
 
 StoreError inFolder(const std::filesystem::path& folder, const StoreError& error) {
@@ -232,8 +239,7 @@ void Database::seed(Environment& environment) const {
       return write(transaction, tables, missing, Overwrite::kNo);
     });
   } catch (const StoreError& error) {
-    // A read-only or full store can still be read.
-    if (error.code() != StoreCode::kReadOnly && error.code() != StoreCode::kNoSpace) throw;
+    if (!canStillBeRead(error)) throw;
     if (missing.size() == settings_.size()) unwritten_ = inFolder(folder_, error);
   }
 }
@@ -267,6 +273,7 @@ void Database::renew() const {
 bool Database::read(std::string_view key, const std::function<void(const StoreView&)>& take) const {
   return platform::read(use(Look::kOnceInATick).environment, key, take);
 }
+
 ConfigStore::Snapshot Database::snapshot(const std::string& prefix) const {
   ConfigStore::Snapshot found;
   const Use use = this->use(Look::kOnceInATick);
@@ -325,7 +332,10 @@ std::uint64_t Database::versionOf(std::size_t commit) const {
 // Does not look whether the files were touched, to be cheap: reads do.
 std::uint64_t Database::version() const {
   std::shared_lock lock(use_);
-  if (environment_ == nullptr) lock = use(Look::kOnceInATick).lock;
+  if (environment_ == nullptr) {
+    lock.unlock();
+    lock = use(Look::kOnceInATick).lock;
+  }
   if (environment_->isEmpty()) return 0;
   MDB_envinfo info{};
   check(mdb_env_info(environment_->get(), &info), "cannot read");

@@ -87,7 +87,12 @@ std::string sizes(std::uint64_t is, std::uint64_t wanted) {
 // process.
 void requireWholeFile(MDB_env* environment) {
   const FileSize size = fileSize(environment);
-  if (size.is >= size.wanted || lacksOnlyFreePages(size.file, size.is, size.wanted)) return;
+  if (size.is >= size.wanted) return;
+  // A damaged header may ask for more than there can be.
+  if (size.wanted <= kMapSize && lacksOnlyFreePages(size.file, static_cast<std::size_t>(size.is),
+                                                    static_cast<std::size_t>(size.wanted))) {
+    return;
+  }
   throw StoreError(StoreCode::kUnavailable,
                    "data.mdb is cut short" + sizes(size.is, size.wanted) + kAdviceOnDamage);
 }

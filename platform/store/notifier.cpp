@@ -35,13 +35,13 @@ Notifier::Notifier(const Database& database, Watcher& watcher)
     : database_(database), watcher_(watcher) {}
 
 Notifier::~Notifier() {
-  watcher_.remove(watch_);
+  for (const int watch : watches_) watcher_.remove(watch);
 }
 
 int Notifier::add(const std::string& prefix, Callback changed) {
   const std::lock_guard lock(mutex_);
   // Before the journal is first read, so that no change is missed.
-  if (watch_ < 0) watchFile();
+  if (watches_.empty()) watchFile();
   const Database::Position last = database_.lastChange();
   if (subscribers_.empty()) delivered_ = last;
   const int number = nextNumber_++;
@@ -63,9 +63,14 @@ void Notifier::watchFile() {
   } catch (const StoreError& error) {
     if (error.code() != StoreCode::kReadOnly) throw;  // one that is there can still be watched
   }
-  const int watch =
-      watcher_.add(database_.noticeFile(), [this](bool mayBeGone) { dispatch(mayBeGone); });
-  if (watch != watch_) watcher_.remove(std::exchange(watch_, watch));
+  // The file is not touched when its folder is moved away.
+  std::set<int> watches;
+  for (const auto& path : {database_.noticeFile(), database_.noticeFile().parent_path()}) {
+    watches.insert(watcher_.add(path, [this](bool mayBeGone) { dispatch(mayBeGone); }));
+  }
+  for (const int watch : std::exchange(watches_, watches)) {
+    if (!watches.contains(watch)) watcher_.remove(watch);
+  }
 }
 
 void Notifier::dispatch(bool mayBeGone) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,7 @@
 
 namespace platform {
 
-// Calls them from the default GLib main context. The
-// functions may be called from any thread.
+// Calls them from the default GLib main context. The functions may be called from any thread.
 class Notifier {
  public:
   using Callback = std::function<void(const std::string& key)>;
@@ -50,7 +50,7 @@ class Notifier {
   std::map<int, std::shared_ptr<Subscriber>> subscribers_;
   int nextNumber_ = 1;
   Database::Position delivered_;  // the last change that subscribers were notified of
-  int watch_ = -1;                // negative before the first subscription
+  std::set<int> watches_;         // none before the first subscription
 };
 
 }  // namespace platform

@@ -22,6 +22,7 @@ namespace {
 
 constexpr std::uint32_t kWritten = IN_MODIFY;
 constexpr std::uint32_t kGone = IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF;  // possibly gone
+constexpr std::uint32_t kFolderGone = IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr int kAll = -1;  // the number of the event that says that events were lost
 
 [[noreturn]] void failToWatch(const std::string& reason) {
@@ -46,7 +47,8 @@ Watcher::~Watcher() {
 int Watcher::add(const std::filesystem::path& path, Touched touched) {
   const std::lock_guard lock(mutex_);
   start();
-  const int watch = inotify_add_watch(inotify_.get(), path.c_str(), kWritten | kGone);
+  const std::uint32_t events = std::filesystem::is_directory(path) ? kFolderGone : kWritten | kGone;
+  const int watch = inotify_add_watch(inotify_.get(), path.c_str(), events);
   if (watch < 0) {
     failToWatch(path.string() + ": " +
                 (errno == ENOSPC ? reachedLimit("max_user_watches") : std::strerror(errno)));

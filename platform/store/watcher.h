@@ -24,8 +24,9 @@ class Watcher {
   Watcher(const Watcher&) = delete;
   Watcher& operator=(const Watcher&) = delete;
 
-  // Watches the file that is now at the path. Returns a number for remove(), the same one for the
-  // same file. Raises StoreError, which names the limit when the kernel allows no more.
+  // Watches the file that is now at the path, or whether the folder that is there goes away.
+  // Returns a number for remove(), the same one for the same file. Raises StoreError, which names
+  // the limit when the kernel allows no more.
   int add(const std::filesystem::path& path, Touched touched);
 
   // Without effect for a number that was removed. Not while the main context is iterated by another

@@ -15,8 +15,6 @@
 
 namespace platform {
 
-using host::StoreCode;
-using host::StoreError;
 using Clock = std::chrono::steady_clock;
 
 namespace {
@@ -66,6 +64,13 @@ void WriteLock::noteWhen() const {
   [[maybe_unused]] const ssize_t written = pwrite(file_.get(), &now, sizeof now, kTimePlace);
 }
 
+// As noteWhen() wrote it; 0 when nobody did.
+std::int64_t WriteLock::heldSince() const {
+  std::int64_t since = 0;
+  const bool isThere = pread(file_.get(), &since, sizeof since, kTimePlace) == sizeof since;
+  return isThere ? since : 0;
+}
+
 ino_t WriteLock::dataFile() const {
   ino_t number = 0;
   const bool isThere = pread(file_.get(), &number, sizeof number, kDataFilePlace) == sizeof number;
@@ -86,25 +91,28 @@ void WriteLock::tellWhoHoldsIt() const {
   if (fcntl(file_.get(), F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK) {
     holder = "process " + std::to_string(lock.l_pid);
   }
-  std::int64_t since = 0;
-  Clock::duration held = patience_;
-  if (pread(file_.get(), &since, sizeof since, kTimePlace) == sizeof since) {
-    held = Clock::now() - Clock::time_point(Clock::duration(since));
-  }
-  throw StoreError(StoreCode::kUnavailable, "cannot begin: " + holder +
-                                                " has been changing the store for " +
-                                                inSeconds(held) + "; let it go on, or end it");
+  const std::int64_t since = heldSince();
+  const Clock::duration held =
+      since == 0 ? patience_ : Clock::now() - Clock::time_point(Clock::duration(since));
+  throw StoreIsBusy("cannot begin: " + holder + " has been changing the store for " +
+                    inSeconds(held) + "; let it go on, or end it");
 }
 
 WriteLock::Hold::Hold(WriteLock& lock) : lock_(lock), thread_(lock.threads_, std::defer_lock) {
-  const auto end = Clock::now() + lock.patience_;
+  auto end = Clock::now() + lock.patience_;
   if (!thread_.try_lock_until(end)) {
-    throw StoreError(StoreCode::kUnavailable,
-                     "cannot begin: another thread of this process has been changing the store "
-                     "for longer than " +
-                         inSeconds(lock.patience_));
+    throw StoreIsBusy(
+        "cannot begin: another thread of this process has been changing the store "
+        "for longer than " +
+        inSeconds(lock.patience_));
   }
+  std::int64_t since = lock.heldSince();
   for (auto pause = kFirstPause; !lock.tryToLock(); pause = std::min(pause * 2, kLongestPause)) {
+    // The next one in a row has not been changing it for long.
+    if (const std::int64_t now = lock.heldSince(); now != since) {
+      since = now;
+      end = Clock::now() + lock.patience_;
+    }
     if (Clock::now() >= end) lock.tellWhoHoldsIt();
     std::this_thread::sleep_for(pause);
   }

@@ -6,12 +6,22 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <mutex>
+#include <string>
 
 #include "files.h"
+#include "platform/host/config_store.h"
 
 namespace platform {
+
+// What a Hold raises when the lock was not to be had.
+class StoreIsBusy : public host::StoreError {
+ public:
+  explicit StoreIsBusy(const std::string& message)
+      : StoreError(host::StoreCode::kUnavailable, message) {}
+};
 
 // At most one for each file in a process: the kernel drops the lock when any descriptor of the file
 // is closed.
@@ -28,8 +38,8 @@ class WriteLock {
   ino_t dataFile() const;
   void setDataFile(ino_t number) const;
 
-  // Held while this exists. Any thread. Raises StoreError, which names the process that holds the
-  // lock, when that takes longer than the patience.
+  // Held while this exists. Any thread. Raises StoreIsBusy, which names the process that holds the
+  // lock, when one holds it for longer than the patience.
   class Hold {
    public:
     explicit Hold(WriteLock& lock);
@@ -47,6 +57,7 @@ class WriteLock {
   bool tryToLock();
   void unlock() const;
   void noteWhen() const;
+  std::int64_t heldSince() const;
   // Raises the error.
   [[noreturn]] void tellWhoHoldsIt() const;
 

@@ -18,6 +18,7 @@ struct ListItemDeleter {
   void operator()(ListItem* record) const {
     if (record == nullptr) return;
     std::free(record->displayValue);
+    record->displayValue = nullptr;
     std::free(record);
   }
 };

@@ -128,7 +128,10 @@ int free_list_items(void** items, int count) {
   const ProviderLock lock(ProviderMutex);
   LOG_MAIN("START");
   if (items == nullptr) return 0;
-  for (int i = 0; i < count; ++i) ListItemDeleter()(static_cast<ListItem*>(items[i]));
+  for (int i = 0; i < count; ++i) {
+    ListItemDeleter()(static_cast<ListItem*>(items[i]));
+    items[i] = nullptr;
+  }
   std::free(items);
   return 0;
 }

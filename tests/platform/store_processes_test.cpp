@@ -5,8 +5,8 @@
 #include <unistd.h>
 
 #include <algorithm>
-
 #include <atomic>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -15,6 +15,7 @@
 #include "platform/config_store.h"
 #include "platform_test.h"
 #include "process.h"
+#include "store/write_lock.h"
 
 namespace {
 
@@ -202,6 +203,21 @@ TEST_P(ProcessesInAnArea, CanReadWhileOneIsStoppedInTheMiddleOfAChange) {
   ASSERT_EQ(intruder.channel().receiveLine(), "writing");
   EXPECT_EQ(store().get(key("value")), StoreValue(5));
   EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
+}
+
+// After an update that brings another setting, or where somebody unset one.
+TEST_F(Processes, CanReadWhereAFactorySettingCannotBeAdded) {
+  Process changer([&](Channel& test) {
+    store().set("db/value", 5);
+    store().unset("db/host/wake_on_mobile");
+    platform::WriteLock lock(stateFolder() / "writer", std::chrono::seconds(1));
+    const platform::WriteLock::Hold hold(lock);
+    test.sendLine("changing");
+    waitToBeKilled();
+  });
+  ASSERT_EQ(changer.channel().receiveLine(), "changing");
+  EXPECT_EQ(store().get("db/value"), StoreValue(5));
+  EXPECT_EQ(store().get("db/host/wake_on_mobile"), std::nullopt);
 }
 
 TEST_P(ProcessesInAnArea, AreToldWhoKeepsThePagesOfAFullStore) {

@@ -197,6 +197,28 @@ TEST_P(TheLockFile, IsMadeAnewByAProcessThatComesLater) {
   EXPECT_EQ(store().get("db/other"), StoreValue(1));
 }
 
+TEST_F(TouchedFiles, TheVersionAfterTheErrorIsThatOfTheNewFiles) {
+  store().set("db/key", 1);
+  const auto before = store().version("db/key");
+  std::filesystem::rename(data(), folder() / "data.mdb");
+  EXPECT_NE(nextError(), "");
+  EXPECT_NE(store().version("db/key"), before);
+}
+
+TEST_F(TouchedFiles, TheSubscribersAreToldOfChangesAfterTheWholeFolderWasMovedAway) {
+  Process setter([](Channel& test) {
+    test.receiveLine();
+    store().set("db/set", 1);
+  });
+  store().set("db/key", 1);
+  Keys told;
+  const auto subscription = listen("db/set", told);
+  std::filesystem::rename(stateFolder(), folder() / "away");
+  setter.channel().sendLine("go");
+  setter.join();
+  EXPECT_TRUE(iterateUntil([&] { return !told.empty(); }));
+}
+
 TEST_F(TouchedFiles, TheSubscribersAreToldOfEveryKeyOfTheNewDataFile) {
   const auto other = otherStore(5);
   Process setter([](Channel& test) {
