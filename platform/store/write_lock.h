@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <mutex>
 #include <string>
 
@@ -49,10 +50,12 @@ class WriteLock {
 
    private:
     WriteLock& lock_;
-    std::unique_lock<std::timed_mutex> thread_;
+    std::unique_lock<std::mutex> thread_;
   };
 
  private:
+  // Tries until it succeeds; false when the same process has the lock for longer than the patience.
+  bool retry(const std::function<bool()>& attempt) const;
   // False when another process has the lock.
   bool tryToLock();
   void unlock() const;
@@ -63,7 +66,7 @@ class WriteLock {
 
   const std::filesystem::path path_;
   const std::chrono::milliseconds patience_;
-  std::timed_mutex threads_;  // the file's lock belongs to the process, not to a thread
+  std::mutex threads_;  // the file's lock belongs to the process, not to a thread
   File file_;
 };
 

@@ -124,12 +124,13 @@ void SavedAPConnection::Connect(int index) {
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the operation takes its own copy.
 void SavedAPConnection::WriteConnectToVconf(std::string ssid) {
-  const std::string text = usingJson([&] {
+  const auto write = [&] {
     Json::Value command(Json::objectValue);
     command["COMMAND"] = kConnectCommand;
     command["SSID"] = ssid;
     return Json::writeString(Json::StreamWriterBuilder(), command);
-  });
+  };
+  const std::string text = usingJson(write);
   // What writeString() has written when memory runs out lacks the end of the object.
   if (!text.ends_with("\n}")) throw std::bad_alloc();
   vconf_set_str(kCommandKey, text.c_str());

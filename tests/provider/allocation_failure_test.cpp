@@ -1,4 +1,6 @@
 // What the provider does when memory runs out.
+#include <new>
+
 #include "failing_allocations.h"
 #include "provider_test.h"
 
@@ -68,6 +70,17 @@ TEST_F(AllocationFailure, WithoutMemoryThereAreNoStatesOfASavedNetworkThoughThre
     EXPECT_EQ(journal(),
               (Journal{locks(), mainLog("START"), mainLog("Key ---->" + key + "::\n"), unlocks()}))
         << key;
+  }
+}
+
+TEST_F(AllocationFailure, OnTheWayToTheStatesOfASavedNetworkRaisesAndTheOutputIsUntouched) {
+  constexpr int kOfStates = 7;  // an array, and a record and a text for each of the three
+  for (int n = 2; n <= kOfStates; ++n) {
+    int count = 77;
+    failAllocation(n);
+    EXPECT_THROW(table().get_list_items(VENTARO_KEY_SAVED_NETWORK_1_STATES, &count), std::bad_alloc)
+        << n;
+    EXPECT_EQ(count, 77) << n;
   }
 }
 
