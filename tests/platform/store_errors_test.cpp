@@ -363,6 +363,7 @@ TEST_F(AStoreFolder, WithAPartOfAHeaderOrZerosInItsPlaceWasNeverAStore) {
     becomeOrdinaryUser();
     EXPECT_EQ(store().get("db/before"), std::nullopt) << "as an empty one that may only be read";
   });
+  std::filesystem::permissions(stateFolder(), std::filesystem::perms(0755));
 }
 
 // A process that was killed, or found the disk full, between a commit and the filling up of the
