@@ -15,11 +15,6 @@ enum ExitCode : int {
   kTerminated = 143,
 };
 
-// How a program ends that a signal ended, as a shell tells it.
-constexpr int endedBy(int signal) {
-  return 128 + signal;
-}
-
 // What the documents say of them.
 struct ExitMeaning {
   ExitCode code;

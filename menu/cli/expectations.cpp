@@ -71,7 +71,7 @@ int wait(Session& session, const Arguments& arguments) {
     Printer(arguments).print(expectation.item());
     return kDone;
   }
-  if (interruption.isAsked()) return endedBy(interruption.signal());
+  if (interruption.isAsked()) return interruption.exitCode();
   complain(expectation.difference() + " after " + std::to_string(limit) +
            (limit == 1 ? " second" : " seconds"));
   return kOtherwise;

@@ -157,7 +157,7 @@ int storeWatch(Session& /*session*/, const Arguments& arguments) {
   const bool isEndless = !arguments.number("--count");
   interruption.runUntil([&left] { return left == 0 || !standardOutputIsWritten(); });
   if (!standardOutputIsWritten()) return kFailed;
-  return left == 0 || isEndless ? kDone : endedBy(interruption.signal());
+  return left == 0 || isEndless ? kDone : interruption.exitCode();
 }
 
 int networkServe(Session& session, const Arguments& /*arguments*/) {

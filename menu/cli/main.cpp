@@ -69,9 +69,9 @@ int run(std::vector<std::string> words, const std::string& program) {
 int main(int argc, char** argv) {
   const bool canPrint = isWritable(STDOUT_FILENO);
   openStandardStreams();
-  if (!canPrint)
-    return failToPrint(cli::kDone);  // before anything is changed that nobody is told of
-  std::signal(SIGXFSZ, SIG_IGN);     // writing a file that may not grow fails instead
+  // Before anything is changed that nobody is told of.
+  if (!canPrint) return failToPrint(cli::kDone);
+  std::signal(SIGXFSZ, SIG_IGN);  // writing a file that may not grow fails instead
   cli::claimStandardOutput();
   const int result = run({argv + 1, argv + argc}, *argv);
   return cli::standardOutputIsWritten() ? result : failToPrint(result);

@@ -136,7 +136,7 @@ int set(Session& session, const Arguments& arguments) {
     Printer(arguments).note("The menu is asked to refresh.");
     return kDone;
   }
-  if (interruption.isAsked()) return endedBy(interruption.signal());
+  if (interruption.isAsked()) return interruption.exitCode();
   complain("no request to refresh the menu came within " + std::to_string(kLongestRefresh.count()) +
            " seconds; only the Wi-Fi switch asks for one");
   return kFailed;
@@ -163,7 +163,7 @@ int connect(Session& session, const Arguments& arguments) {
       [&](const Item& network) { printer.print(readInState(menu, network)); });
   interruption.runUntil([&connection] { return connection.hasEnded(); });
   if (connection.isConnected()) return kDone;
-  if (interruption.isAsked()) return endedBy(interruption.signal());
+  if (interruption.isAsked()) return interruption.exitCode();
   complain(connection.network().name + " did not connect: " + connection.problem());
   return kFailed;
 }

@@ -44,7 +44,7 @@ std::optional<int> endUnlessYes(Session& session, const menu::Provider::MessageB
     return kDone;
   }
   std::cerr << "\nNothing was changed.\n";
-  return interruption.isAsked() ? endedBy(interruption.signal()) : kUnanswered;
+  return interruption.isAsked() ? interruption.exitCode() : kUnanswered;
 }
 
 }  // namespace cli

@@ -46,7 +46,7 @@ int runScript(Session& session, std::span<const Command> table, ShellInput& inpu
     if (!lineResult) break;
     if (result == kDone) result = *lineResult;
   }
-  return interruption.isAsked() ? endedBy(interruption.signal()) : result;
+  return interruption.isAsked() ? interruption.exitCode() : result;
 }
 
 // Ctrl-C ends a command or a line, not the shell.
@@ -59,7 +59,7 @@ int serve(Session& session, std::span<const Command> table, ShellInput& person) 
     if (line && interruption.isAsked()) std::cerr << '\n';  // behind the terminal's "^C"
     interruption.forgetCtrlC();
   }
-  return endedBy(interruption.signal());
+  return interruption.exitCode();
 }
 
 }  // namespace

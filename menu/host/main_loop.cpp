@@ -41,7 +41,7 @@ extern "C" void onSignal(int signal) {
 }
 
 extern "C" void onTimer(int /*signal*/) {
-  if (awaited != 0) _exit(128 + awaited);
+  if (awaited != 0) _exit(Interruption::exitCodeOf(awaited));
 }
 
 // Returns the signal's handling before.

@@ -52,6 +52,10 @@ class Interruption {
   // By which signal, SIGINT only where there was no other; 0 when it was not asked.
   int signal() const { return end_ != 0 ? end_ : ctrlC_; }
 
+  // The exit code of a program that ends because it was asked, as a shell tells it.
+  int exitCode() const { return exitCodeOf(signal()); }
+  static constexpr int exitCodeOf(int signal) { return 128 + signal; }
+
   // Goes on after a Ctrl-C. Other requests to end stay.
   void forgetCtrlC();
 

@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "../store/files.h"
 #include "platform/host/errors.h"
 #include "platform/host/nearest.h"
 
@@ -22,49 +23,36 @@ namespace {
 constexpr std::size_t kLargestFile = std::size_t{1} << 20;  // bytes
 constexpr std::size_t kLongestQuote = 60;                   // bytes of a wrong value in a message
 
-class File {
- public:
-  // A FIFO without a writer is opened, too, instead of being waited for.
-  explicit File(const std::filesystem::path& path)
-      : file_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
-  ~File() {
-    if (file_ >= 0) close(file_);
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
+// Why the file cannot be read; empty where it can.
+std::string problemOf(const File& file) {
+  struct stat status {};
+  if (!file || fstat(file.get(), &status) != 0) return std::strerror(errno);
+  if (S_ISREG(status.st_mode)) return "";
+  if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
+  return S_ISFIFO(status.st_mode) ? "it is a FIFO, not a file" : "it is a device, not a file";
+}
 
-  // Why it cannot be read; empty where it can.
-  std::string problem() const {
-    struct stat status {};
-    if (file_ < 0 || fstat(file_, &status) != 0) return std::strerror(errno);
-    if (S_ISREG(status.st_mode)) return "";
-    if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
-    return S_ISFIFO(status.st_mode) ? "it is a FIFO, not a file" : "it is a device, not a file";
+// One byte more than a file may have, or all that it has; nothing, with an errno, when reading
+// fails.
+std::optional<std::string> contentOf(const File& file) {
+  std::string content(kLargestFile + 1, '\0');
+  std::size_t size = 0;
+  ssize_t got = 1;
+  while (got > 0 && size < content.size()) {
+    got = read(file.get(), content.data() + size, content.size() - size);
+    if (got > 0) size += static_cast<std::size_t>(got);
+    if (got < 0 && errno == EINTR) got = 1;
   }
-
-  // One byte more than a file may have, or all that it has.
-  std::optional<std::string> read() const {
-    std::string content(kLargestFile + 1, '\0');
-    std::size_t size = 0;
-    ssize_t got = 1;
-    while (got > 0 && size < content.size()) {
-      got = ::read(file_, content.data() + size, content.size() - size);
-      if (got > 0) size += static_cast<std::size_t>(got);
-      if (got < 0 && errno == EINTR) got = 1;
-    }
-    if (got < 0) return std::nullopt;
-    content.resize(size);
-    return content;
-  }
-
- private:
-  int file_;
-};
+  if (got < 0) return std::nullopt;
+  content.resize(size);
+  return content;
+}
 
 std::string readAll(const std::filesystem::path& path) {
-  const File file(path);
-  std::string problem = file.problem();
-  const std::optional<std::string> content = problem.empty() ? file.read() : std::nullopt;
+  // A FIFO without a writer is opened, too, instead of being waited for.
+  const File file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  std::string problem = problemOf(file);
+  const std::optional<std::string> content = problem.empty() ? contentOf(file) : std::nullopt;
   if (content && content->size() <= kLargestFile) return *content;
   if (content) {
     problem = "it has more than " + std::to_string(kLargestFile) + " bytes";

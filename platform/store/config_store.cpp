@@ -98,8 +98,9 @@ struct ConfigStore::Impl {
 
   void open(Area& area) {
     if (area.isOpen) return;
-    const auto folder =
-        area.folder();  // may load a library, which must not be done with a lock held
+    // Before the lock: looking for the folder may load a library, whose constructor may use the
+    // store.
+    const auto folder = area.folder();
     const std::lock_guard lock(mutex);
     if (area.isOpen) return;
     requireOtherFolder(folder, &area == &persistent ? transient : persistent);

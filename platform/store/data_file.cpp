@@ -66,11 +66,7 @@ bool isWhole(const File& file) try {
   if (fstat(file.get(), &status) != 0) check(errno, "cannot open");
   const auto size = static_cast<std::size_t>(status.st_size);
   const Environment environment = openCopy(copyOf(file.get(), size, size), size);
-  MDB_envinfo info{};
-  MDB_stat pages{};
-  check(mdb_env_info(environment.get(), &info), "cannot open");
-  check(mdb_env_stat(environment.get(), &pages), "cannot open");
-  return (info.me_last_pgno + 1) * pages.ms_psize <= size;
+  return sizeOfPages(environment.get()) <= size;
 } catch (const host::StoreError&) {
   return false;
 }
@@ -123,6 +119,14 @@ bool hasHeader(const std::filesystem::path& path) {
   if (isFirstZero == isSecondZero) return !isFirstZero;
   const bool isHeaderAlone = static_cast<std::size_t>(size) == 2 * page;
   return !isHeaderAlone && wasCommitted({header.data() + (isFirstZero ? page : 0), page});
+}
+
+std::uint64_t sizeOfPages(MDB_env* environment) {
+  MDB_envinfo info{};
+  MDB_stat pages{};
+  check(mdb_env_info(environment, &info), "cannot open");
+  check(mdb_env_stat(environment, &pages), "cannot open");
+  return (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
 }
 
 void makeEmpty(const std::filesystem::path& path) {

@@ -3,7 +3,10 @@
 #ifndef PLATFORM_STORE_DATA_FILE_H
 #define PLATFORM_STORE_DATA_FILE_H
 
+#include <lmdb.h>
+
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 
 namespace platform {
@@ -11,6 +14,9 @@ namespace platform {
 // Whether a store was ever made in the file. A power cut or a full disk during the first opening
 // leaves a part of LMDB's header, or zeros in its place.
 bool hasHeader(const std::filesystem::path& path);
+
+// How long the file must be for all pages in use, in bytes.
+std::uint64_t sizeOfPages(MDB_env* environment);
 
 // Empties the file, and makes it when missing.
 void makeEmpty(const std::filesystem::path& path);

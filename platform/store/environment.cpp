@@ -38,13 +38,9 @@ struct FileSize {
 };
 
 FileSize fileSize(MDB_env* environment) {
-  MDB_envinfo info{};
-  MDB_stat pages{};
   FileSize size;
-  check(mdb_env_info(environment, &info), "cannot open");
-  check(mdb_env_stat(environment, &pages), "cannot open");
   check(mdb_env_get_fd(environment, &size.file), "cannot open");
-  size.wanted = (std::uint64_t{info.me_last_pgno} + 1) * pages.ms_psize;
+  size.wanted = sizeOfPages(environment);
   // Read after the number of pages, because other processes may grow the file in between.
   struct stat status {};
   if (fstat(size.file, &status) != 0) check(errno, "cannot open");

@@ -98,8 +98,8 @@ void WriteLock::tellWhoHoldsIt() const {
                     inSeconds(held) + "; let it go on, or end it");
 }
 
-// Without a wait of the mutex's own: with the clock that is wanted, the thread sanitizer knows
-// none.
+// Sleeps between the attempts, because the kernel's wait for a lock cannot be limited; for the
+// mutex, too, because gcc 12's thread sanitizer does not see that a limited wait takes it.
 bool WriteLock::retry(const std::function<bool()>& attempt) const {
   auto end = Clock::now() + patience_;
   std::int64_t since = 0;

@@ -73,7 +73,17 @@ class ProcessesInAnArea : public PlatformTest, public testing::WithParamInterfac
   std::filesystem::path areaFolder() const {
     return GetParam() == std::string("db/") ? stateFolder() : runtimeFolder();
   }
-  // What an intruding process does from the test's signal on, until it is killed.
+  // What an intruding process does from the test's signal on, until it is killed: a transaction of
+  // a reader (MDB_RDONLY) or a writer (0).
+  auto transaction(unsigned flags) const {
+    return [folder = areaFolder(), flags](Channel& test) {
+      test.receiveLine();
+      Intruder intruder(folder);
+      test.sendLine(intruder.begin(flags) ? "begun" : "not begun");
+      waitToBeKilled();
+    };
+  }
+  // The same, of as many readers as there may be.
   void takeAllPlacesToRead(Channel& test) const {
     test.receiveLine();
     Intruder reader(areaFolder());
@@ -159,15 +169,10 @@ TEST_P(ProcessesInAnArea, KeepEveryAcknowledgedValueWhenTheyAreKilled) {
 }
 
 TEST_P(ProcessesInAnArea, AreNotBlockedByOneThatIsKilledWhileItWrites) {
-  Process intruder([&](Channel& test) {
-    test.receiveLine();
-    Intruder writer(areaFolder());
-    test.sendLine(writer.begin(0) ? "writing" : "not writing");
-    waitToBeKilled();
-  });
+  Process intruder(transaction(0));
   store().set(key("before"), 1);
   intruder.channel().sendLine("go");
-  ASSERT_EQ(intruder.channel().receiveLine(), "writing");
+  ASSERT_EQ(intruder.channel().receiveLine(), "begun");
   intruder.kill();
   EXPECT_EQ(vconf_set_int(key("after").c_str(), 2), 0);
   EXPECT_EQ(store().get(key("before")), StoreValue(1));
@@ -175,15 +180,10 @@ TEST_P(ProcessesInAnArea, AreNotBlockedByOneThatIsKilledWhileItWrites) {
 }
 
 TEST_P(ProcessesInAnArea, GetTheSpaceBackThatOneKilledWhileItReadHeld) {
-  Process intruder([&](Channel& test) {
-    test.receiveLine();
-    Intruder reader(areaFolder());
-    test.sendLine(reader.begin(MDB_RDONLY) ? "reading" : "not reading");
-    waitToBeKilled();
-  });
+  Process intruder(transaction(MDB_RDONLY));
   store().set(key("value"), std::string(kMebibyte, 'a'));
   intruder.channel().sendLine("go");
-  ASSERT_EQ(intruder.channel().receiveLine(), "reading");
+  ASSERT_EQ(intruder.channel().receiveLine(), "begun");
   intruder.kill();
   // Many times the size of the store.
   for (int i = 0; i < 300; ++i) {
@@ -195,12 +195,9 @@ TEST_P(ProcessesInAnArea, GetTheSpaceBackThatOneKilledWhileItReadHeld) {
 TEST_P(ProcessesInAnArea, CanReadWhileOneIsStoppedInTheMiddleOfAChange) {
   Process maker([&](Channel&) { store().set(key("value"), 5); });
   maker.join();
-  Process intruder([&](Channel& test) {
-    Intruder writer(areaFolder());
-    test.sendLine(writer.begin(0) ? "writing" : "not writing");
-    waitToBeKilled();
-  });
-  ASSERT_EQ(intruder.channel().receiveLine(), "writing");
+  Process intruder(transaction(0));
+  intruder.channel().sendLine("go");
+  ASSERT_EQ(intruder.channel().receiveLine(), "begun");
   EXPECT_EQ(store().get(key("value")), StoreValue(5));
   EXPECT_EQ(errorRaisedBy([] { store().open(); }), "");
 }
@@ -221,15 +218,10 @@ TEST_F(Processes, CanReadWhereAFactorySettingCannotBeAdded) {
 }
 
 TEST_P(ProcessesInAnArea, AreToldWhoKeepsThePagesOfAFullStore) {
-  Process intruder([&](Channel& test) {
-    test.receiveLine();
-    Intruder reader(areaFolder());
-    test.sendLine(reader.begin(MDB_RDONLY) ? "reading" : "not reading");
-    waitToBeKilled();
-  });
+  Process intruder(transaction(MDB_RDONLY));
   store().set(key("value"), std::string(kMebibyte, 'a'));
   intruder.channel().sendLine("go");
-  ASSERT_EQ(intruder.channel().receiveLine(), "reading");
+  ASSERT_EQ(intruder.channel().receiveLine(), "begun");
   std::string error;
   for (int i = 0; error.empty() && i < 300; ++i) {
     const std::string value(kMebibyte, static_cast<char>('a' + i % 26));

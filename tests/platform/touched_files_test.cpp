@@ -55,6 +55,16 @@ class TouchedFiles : public ASubscriber {
     return other;
   }
 
+  // The two processes see each other's changes, from that one on.
+  static void expectCommonFiles(Process& user, int first) {
+    for (int i = first; i < 50; ++i) {
+      user.channel().sendLine("use");
+      ASSERT_EQ(user.channel().receiveLine(), "done");
+      ASSERT_EQ(store().get("db/other"), StoreValue(i));
+      store().set("db/key", i);
+    }
+  }
+
   // What another process does that uses the store when it is told to, and says how that went.
   static void useWhenTold(Channel& test) {
     store().set("db/other", 1);
@@ -111,12 +121,7 @@ TEST_F(TouchedFiles, EveryProcessGoesOnWithTheReplacedDataFile) {
   user.channel().sendLine("use");
   EXPECT_EQ(user.channel().receiveLine(),
             inStore("data.mdb was replaced while it was in use; from now on the new one is used"));
-  for (int i = 1; i < 50; ++i) {
-    user.channel().sendLine("use");
-    ASSERT_EQ(user.channel().receiveLine(), "done");
-    ASSERT_EQ(store().get("db/other"), StoreValue(i));
-    store().set("db/key", i);
-  }
+  expectCommonFiles(user, 1);
 }
 
 TEST_F(TouchedFiles, TheDataFileCutShortIsAnErrorAndRefused) {
@@ -181,12 +186,7 @@ TEST_P(TheLockFile, IsAnErrorOnceInEveryProcessAndNoValueIsLost) {
   user.channel().sendLine("use");
   const std::string told = user.channel().receiveLine().value_or("");
   EXPECT_TRUE(told.starts_with(inStore("lock.mdb was "))) << told;
-  for (int i = 2; i < 50; ++i) {
-    user.channel().sendLine("use");
-    ASSERT_EQ(user.channel().receiveLine(), "done");
-    ASSERT_EQ(store().get("db/other"), StoreValue(i));
-    store().set("db/key", i);
-  }
+  expectCommonFiles(user, 2);
 }
 
 TEST_P(TheLockFile, IsMadeAnewByAProcessThatComesLater) {

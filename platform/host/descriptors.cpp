@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "files.h"
+#include "../store/files.h"
 #include "platform/host/config_store.h"
 
 namespace platform::host {
