@@ -20,6 +20,9 @@ FIGURES = [f"{side}_{measured}" for measured in ("instructions", "allocations") 
 BETWEEN_KEYS = " | "
 RATIO_TOLERANCE = 0.02
 FLOOR_TOLERANCE = 0.03  # a worse floor improves the ratio
+# The C library compares a short text in up to six more when it ends near the end of a page, which is the linker's
+# choice: any other text of the library moves it.
+LAYOUT_TOLERANCE = 8  # instructions
 HOW_TO_ACCEPT = "if these figures are right, accept them with bench/run --accept"
 
 # A callback has to look up its key; the floor is written for one key.
@@ -143,12 +146,13 @@ def accept(scratch):
 def differences(case, wanted):
     """The differences from what is expected, a line each."""
     measured = figures_of(case)
-    if abs(measured["floor_instructions"] / wanted["floor_instructions"] - 1) > FLOOR_TOLERANCE:
-        yield (f"the floor takes {measured['floor_instructions']:g} instructions, expected were "
-               f"{wanted['floor_instructions']:g}")
-    expected_ratio = wanted["provider_instructions"] / wanted["floor_instructions"]
-    if ratio(case) > expected_ratio * (1 + RATIO_TOLERANCE):
-        yield (f"{measured['provider_instructions']:g} instructions are {ratio(case):.3f} times the floor's, expected "
+    floor, provider = measured["floor_instructions"], measured["provider_instructions"]
+    expected_floor = wanted["floor_instructions"]
+    if abs(floor - expected_floor) > max(FLOOR_TOLERANCE * expected_floor, LAYOUT_TOLERANCE):
+        yield f"the floor takes {floor:g} instructions, expected were {expected_floor:g}"
+    expected_ratio = wanted["provider_instructions"] / expected_floor
+    if provider - expected_ratio * floor > max(RATIO_TOLERANCE * expected_ratio * floor, LAYOUT_TOLERANCE):
+        yield (f"{provider:g} instructions are {ratio(case):.3f} times the floor's, expected "
                f"were {wanted['provider_instructions']:g}, {expected_ratio:.3f} times")
     for name, what in (("provider_allocations", "allocations of the provider"),
                        ("floor_allocations", "allocations of the floor"),
